@@ -1,0 +1,152 @@
+/* zvxg: short signal transforms of fixed length, single and double precision, for x86-64 with AVX.
+ *
+ * This header is the manual of the library. It reads as C11 and as C++17, and has the types, the
+ * status codes, the scale flags and, told once for all kernels, the contract of a call. The
+ * prototypes of the kernels are in zvxg_kernels.h, which this header includes at its end.
+ *
+ *     Complex32 x[12], y[12];
+ *     int32_t status = zvxgDFTFwd_CToC_12_32fc(x, y, zvxNoDiv);
+ *
+ * Link with -lzvxg -lzvxcore. The second holds zvxMalloc and zvxFree and is not needed by a program
+ * that defines these two itself.
+ */
+#ifndef ZVXG_H
+#define ZVXG_H
+
+#include <stdint.h>
+
+#define ZVXG_API __attribute__((visibility("default")))
+
+#ifdef __cplusplus
+#define ZVXG_NOEXCEPT noexcept
+#else
+#define ZVXG_NOEXCEPT
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Types ---------------------------------------------------------------------------------- */
+
+/** One complex element, real part first; the layout of `float _Complex` and `std::complex<float>`.
+ *  An array of N elements is contiguous: real and imaginary parts alternate, without gaps. */
+typedef struct Complex32 {
+  float re;
+  float im;
+} Complex32;
+
+/** The same in double precision. */
+typedef struct Complex64 {
+  double re;
+  double im;
+} Complex64;
+
+/** What every function but zvxgenGetLibVersion() returns, as an int32_t. */
+enum ZvxStatus {
+  zvxOk = 0,              /**< the transform was done */
+  zvxErrPlanState = -5,   /**< a plan of the DCT-IV is in no state to be run */
+  zvxErrLength = -6,      /**< length or order outside what the function supports */
+  zvxErrNullPointer = -8, /**< source or destination is null */
+  zvxErrScaleFlag = -16   /**< the flag is none of the four of ZvxScaleFlag */
+};
+
+/** By what a transform multiplies its result. One of four values, not a bit mask: a combination
+ *  such as `zvxDivFwdByN | zvxDivInvByN` is rejected.
+ *
+ *                        forward      inverse      undirected
+ *       zvxDivFwdByN     1/N          1            1/N
+ *       zvxDivInvByN     1            1/N          1/N
+ *       zvxDivBySqrtN    1/sqrt(N)    1/sqrt(N)    1/sqrt(N)
+ *       zvxNoDiv         1            1            1
+ *
+ *  So any flag but the last, passed to both directions, makes the inverse undo the forward
+ *  transform; zvxNoDiv in both leaves the data multiplied by N. N counts complex or real elements,
+ *  whichever the transform takes. An undirected transform is its own inverse up to the factor. */
+enum ZvxScaleFlag {
+  zvxDivFwdByN = 1,
+  zvxDivInvByN = 2,
+  zvxDivBySqrtN = 4,
+  zvxNoDiv = 8
+};
+
+/* ---- The contract of a kernel call ----------------------------------------------------------- */
+
+/** @page frame  Every transform of a fixed length N is one function of the form
+ *
+ *      int32_t zvxg<transform>_<N>_<element>(const T* src, T* dst, int32_t flag);
+ *
+ *  `<element>` is 32fc for Complex32, 64fc for Complex64, 32f for float and 64f for double.
+ *
+ *  Checks. In this order, all before the data are touched:
+ *    1. a null `src` or `dst` gives zvxErrNullPointer, whatever the flag is;
+ *    2. a `flag` that is none of the four gives zvxErrScaleFlag.
+ *  There is no other failure. A call that fails leaves `dst` as it was.
+ *
+ *  Memory. The caller owns both arrays. `src` is only read and `dst` only written, and nothing
+ *  outside their elements is touched. `dst` may equal `src`; arrays that overlap in part are not
+ *  supported. Nothing is allocated, kept between calls, or needs to be set up before the first one.
+ *
+ *  Alignment. None is demanded beyond that of the float or double inside an element. Arrays that
+ *  both start on a 32-byte boundary are served fastest, many kernels need only 16 bytes for that.
+ *
+ *  Arithmetic. Products and sums are rounded one by one, never fused. The result is multiplied by
+ *  the factor of the flag as the last step of all, also when that factor is 1. The factor is a
+ *  constant: 1/N rounded to the precision of the data, or 1 divided by the double nearest to
+ *  sqrt(N), the quotient rounded likewise. The result depends on the source and the flag alone,
+ *  bit for bit: not on alignment, nor on whether `dst` equals `src`.
+ *  NaN and infinity pass through by the ordinary rules of IEEE arithmetic. The floating-point
+ *  control word is neither changed nor looked at, so a caller's rounding or flush mode applies.
+ *
+ *  Threads. Every kernel may run at any time on any number of threads: none has state or locks. */
+
+/* ---- Version -------------------------------------------------------------------------------- */
+
+/** Which build of the library this is. */
+typedef struct VersionRecord {
+  int32_t major;           /**< major version */
+  int32_t minor;           /**< minor version */
+  int32_t buildSeries;     /**< build series, the number after "build" in versionText */
+  int32_t buildNumber;     /**< running number of the build; not the last part of versionText */
+  char cpuTag[4];          /**< processor variant, padded with zeros: "e9" is 256-bit AVX */
+  const char* fileName;    /**< the library's own file name */
+  const char* versionText; /**< version for display */
+  const char* buildDate;   /**< "Mmm dd yyyy" */
+} VersionRecord;
+
+/** The record of this library: constant, never null, the same address in every call, valid as long
+ *  as the library stays loaded. */
+ZVXG_API const VersionRecord* zvxgenGetLibVersion(void) ZVXG_NOEXCEPT;
+
+/* ---- Memory --------------------------------------------------------------------------------- */
+
+/** The two functions through which the library gets and returns memory. It imports them, so a
+ *  program may define its own; libzvxcore has default ones that align to 64 bytes.
+ *
+ *  zvxMalloc() returns `bytes` bytes on a boundary of at least 16 bytes, or null if it has none
+ *  (the default one also for a negative count). zvxFree() takes what zvxMalloc() returned, null
+ *  included. Both must be thread-safe if functions that allocate run on several threads. */
+ZVXG_API void* zvxMalloc(int32_t bytes) ZVXG_NOEXCEPT;
+ZVXG_API void zvxFree(void* block) ZVXG_NOEXCEPT;
+
+/* ---- Complex DFT ---------------------------------------------------------------------------- */
+
+/** @page complex  zvxgDFTFwd_CToC_<N>_32fc, zvxgDFTInv_CToC_<N>_32fc and the same with 64fc
+ *
+ *      forward   X[k] = s * sum over n = 0 .. N-1 of x[n] * exp(-2 pi i k n / N)
+ *      inverse   X[k] = s * sum over n = 0 .. N-1 of x[n] * exp(+2 pi i k n / N)
+ *
+ *  for k = 0 .. N-1, with x the source, X the destination and s the factor of the flag. Source and
+ *  destination are both in natural order, X[0] is the zero frequency. The inverse of x is the
+ *  forward transform of x with real and imaginary parts exchanged, exchanged back.
+ *
+ *  Accuracy, as the L2 norm of the error over that of the result for normally distributed data: at
+ *  most 1.65e-7 in single and 3.8e-16 in double precision, at every length. */
+
+#include "zvxg_kernels.h"
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* ZVXG_H */

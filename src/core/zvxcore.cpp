@@ -1,0 +1,25 @@
+// libzvxcore: the default zvxMalloc and zvxFree behind libzvxg. They are ordinary dynamic symbols,
+// so definitions in the program itself come first in the lookup order and replace them; in a static
+// link the archive member is simply not pulled in.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+
+#include "zvxg.h"
+
+namespace {
+
+// A cache line, so that every block suits full-width vector accesses.
+constexpr std::size_t kAlignment = 64;
+
+}  // namespace
+
+extern "C" void* zvxMalloc(int32_t bytes) noexcept {
+  if (bytes < 0) return nullptr;
+  // aligned_alloc wants a multiple of the alignment, and null would mean failure for 0 bytes too.
+  const std::size_t lines = (static_cast<std::size_t>(bytes) + kAlignment - 1) / kAlignment;
+  return std::aligned_alloc(kAlignment, std::max<std::size_t>(lines, 1) * kAlignment);
+}
+
+extern "C" void zvxFree(void* block) noexcept { std::free(block); }

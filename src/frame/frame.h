@@ -1,0 +1,60 @@
+// The frame of every kernel of a fixed length: null pointers first, then the flag, then the factor.
+#pragma once
+
+#include <cstdint>
+
+#include "zvxg.h"
+
+namespace zvxg {
+
+// The factor for each value of a flag; the places of the values that are no flag stay unused.
+template <class Real>
+struct Factors {
+  Real ofFlag[zvxNoDiv + 1];
+};
+
+template <class Real>
+constexpr Factors<Real> factors(Real fwdByN, Real invByN, Real bySqrtN) {
+  Factors<Real> f{};
+  f.ofFlag[zvxDivFwdByN] = fwdByN;
+  f.ofFlag[zvxDivInvByN] = invByN;
+  f.ofFlag[zvxDivBySqrtN] = bySqrtN;
+  f.ofFlag[zvxNoDiv] = 1;
+  return f;
+}
+
+template <class Real>
+constexpr Factors<Real> forwardFactors(Real byN, Real bySqrtN) {
+  return factors<Real>(byN, 1, bySqrtN);
+}
+
+template <class Real>
+constexpr Factors<Real> inverseFactors(Real byN, Real bySqrtN) {
+  return factors<Real>(1, byN, bySqrtN);
+}
+
+inline bool isScaleFlag(int32_t flag) {
+  constexpr uint32_t kFlags =
+      1u << zvxDivFwdByN | 1u << zvxDivInvByN | 1u << zvxDivBySqrtN | 1u << zvxNoDiv;
+  const auto place = static_cast<uint32_t>(flag);
+  return place <= zvxNoDiv && (kFlags >> place & 1u) != 0;
+}
+
+inline int32_t check(const void* src, const void* dst, int32_t flag) {
+  if (src == nullptr || dst == nullptr) return zvxErrNullPointer;
+  return isScaleFlag(flag) ? zvxOk : zvxErrScaleFlag;
+}
+
+template <std::uintptr_t kBytes>
+inline bool onBoundary(const void* src, const void* dst) {
+  return ((reinterpret_cast<std::uintptr_t>(src) | reinterpret_cast<std::uintptr_t>(dst)) &
+          (kBytes - 1)) == 0;
+}
+
+// Complex arrays as the arrays of reals that they are.
+inline const float* reals(const Complex32* x) { return reinterpret_cast<const float*>(x); }
+inline float* reals(Complex32* x) { return reinterpret_cast<float*>(x); }
+inline const double* reals(const Complex64* x) { return reinterpret_cast<const double*>(x); }
+inline double* reals(Complex64* x) { return reinterpret_cast<double*>(x); }
+
+}  // namespace zvxg
