@@ -1,0 +1,234 @@
+// The algorithms of the complex transforms, each written once.
+//
+// A step works on a batch of transforms of one length: column c holds the elements of transform c.
+// It leaves its smaller transforms to a World, which knows what an element is:
+//
+//   run(recipe, columns)     the transforms of all columns
+//   rotate(columns, angle)   element k of column c times exp(-2 pi i angle(c, k))
+//
+// A direct body works on the elements of one column and needs only their arithmetic (values.h).
+#pragma once
+
+#include <stdexcept>
+#include <vector>
+
+#include "recipe.h"
+#include "values.h"
+
+namespace kernelgen {
+
+template <class E>
+using Column = std::vector<E>;
+template <class E>
+using Columns = std::vector<Column<E>>;
+
+// Good-Thomas, n = a b with a and b coprime: the index maps i, j -> b i + a j and
+// k -> (k mod a, k mod b) leave two independent dimensions and no twiddles.
+// I. J. Good, J. Roy. Statist. Soc. B 20 (1958); L. H. Thomas (1963).
+template <class World, class E>
+Columns<E> goodThomas(World& world, const Recipe& r, const Columns<E>& x) {
+  const std::size_t a = r.first().n(), b = r.second().n(), n = a * b;
+  Columns<E> blocks;
+  for (const Column<E>& c : x) {
+    for (std::size_t j = 0; j < b; ++j) {
+      Column<E>& block = blocks.emplace_back();
+      for (std::size_t i = 0; i < a; ++i) block.push_back(c[(b * i + a * j) % n]);
+    }
+  }
+  const Columns<E> y = world.run(r.first(), blocks);
+  Columns<E> across;
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    for (std::size_t u = 0; u < a; ++u) {
+      Column<E>& column = across.emplace_back();
+      for (std::size_t j = 0; j < b; ++j) column.push_back(y[c * b + j][u]);
+    }
+  }
+  const Columns<E> z = world.run(r.second(), across);
+  Columns<E> out(x.size());
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    for (std::size_t k = 0; k < n; ++k) out[c].push_back(z[c * a + k % a][k % b]);
+  }
+  return out;
+}
+
+// Cooley-Tukey, n = a b: a-point transforms of the blocks x[b i + j], twiddles exp(-2 pi i j u /
+// n), b-point transforms across the blocks; result v of column u is element u + a v. J. W. Cooley,
+// J. W. Tukey, Math. Comp. 19 (1965).
+template <class World, class E>
+Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
+  const std::size_t a = r.first().n(), b = r.second().n(), n = a * b;
+  Columns<E> blocks;
+  for (const Column<E>& c : x) {
+    for (std::size_t j = 0; j < b; ++j) {
+      Column<E>& block = blocks.emplace_back();
+      for (std::size_t i = 0; i < a; ++i) block.push_back(c[b * i + j]);
+    }
+  }
+  Columns<E> y = world.run(r.first(), blocks);
+  y = world.rotate(y, [&](std::size_t block, std::size_t u) {
+    return Turn{static_cast<long>(block % b * u), static_cast<long>(n)};
+  });
+  Columns<E> across;
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    for (std::size_t u = 0; u < a; ++u) {
+      Column<E>& column = across.emplace_back();
+      for (std::size_t j = 0; j < b; ++j) column.push_back(y[c * b + j][u]);
+    }
+  }
+  const Columns<E> z = world.run(r.second(), across);
+  Columns<E> out(x.size());
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    for (std::size_t k = 0; k < n; ++k) out[c].push_back(z[c * a + k % a][k / a]);
+  }
+  return out;
+}
+
+// The steps that split a transform into smaller ones.
+template <class World, class E>
+Columns<E> split(World& world, const Recipe& r, const Columns<E>& x) {
+  switch (r.step()) {
+    case Step::GoodThomas: return goodThomas(world, r, x);
+    case Step::CooleyTukey: return cooleyTukey(world, r, x);
+    default: throw std::logic_error("not a step that splits: " + r.print());
+  }
+}
+
+template <class E>
+Column<E> direct2(const Column<E>& x) {
+  return {x[0] + x[1], x[0] - x[1]};
+}
+
+template <class E>
+Column<E> direct4(const Column<E>& x) {
+  const E a = x[0] + x[2], b = x[0] - x[2];
+  const E e = x[1] + x[3], f = turnedQuarters(x[1] - x[3], 1);
+  return {a + e, b + f, a - e, b - f};
+}
+
+// In the widened bodies, which are scalar, every sum that holds a constant product is evaluated in
+// double on the single-precision sums and differences, and rounded once.
+template <bool kWide, class E>
+E up(E x) {
+  if constexpr (kWide) return widened(x);
+  return x;
+}
+
+template <bool kWide, class E>
+E down(E x) {
+  if constexpr (kWide) return rounded(x);
+  return x;
+}
+
+template <bool kWide, class E>
+Column<E> direct3(const Column<E>& x) {
+  const Constant half{0.5, "half"};
+  const E p = x[1] + x[2], m = x[1] - x[2];
+  const E a = down<kWide>(up<kWide>(x[0]) - scaled(up<kWide>(p), half));
+  const E w = down<kWide>(crossed(up<kWide>(m), sine({1, 3})));
+  return {p + x[0], a + w, a - w};
+}
+
+template <bool kWide, class E>
+Column<E> direct5(const Column<E>& x) {
+  const Constant c1 = cosine({1, 5}), c2 = cosine({1, 10});
+  const Constant s1 = sine({1, 5}), s2 = sine({1, 10});
+  const E sumA = x[1] + x[4], difA = x[1] - x[4];
+  const E sumB = x[3] + x[2], difB = x[3] - x[2];  // 3 first: the sign of difB is part of the form
+  const E x0 = up<kWide>(x[0]);
+  const E pA = up<kWide>(sumA), pB = up<kWide>(sumB);
+  const E mA = up<kWide>(difA), mB = up<kWide>(difB);
+  const E a1 = down<kWide>((x0 + scaled(pA, c1)) - scaled(pB, c2));
+  const E a2 = down<kWide>((x0 - scaled(pA, c2)) + scaled(pB, c1));
+  const E w1 = down<kWide>(crossed(mA, s1) - crossed(mB, s2));
+  const E w2 = down<kWide>(crossed(mA, s2) + crossed(mB, s1));
+  const bool single = x[0].graph->precision() == Precision::Single;
+  const E zero = single ? (sumA + x[0]) + sumB : x[0] + (sumA + sumB);
+  return {zero, a1 + w1, a2 + w2, a2 - w2, a1 - w1};
+}
+
+// 5 points with one product less: the cosine sums from their mean, -1/4, and their half difference.
+template <class E>
+Column<E> direct5SecondForm(const Column<E>& x) {
+  const Constant mean{0.25, "quarter"};
+  const Constant halfDifference{(cosine({1, 5}).exact - cosine({2, 5}).exact) / 2, "sqrt5_4"};
+  const Constant s1 = sine({1, 5}), s2 = sine({1, 10});
+  const E sumA = x[1] + x[4], difA = x[1] - x[4];
+  const E sumB = x[2] + x[3], difB = x[2] - x[3];
+  const E t = sumA + sumB;
+  const E w = x[0] - scaled(t, mean);
+  const E v = scaled(sumA - sumB, halfDifference);
+  const E a = w + v, b = w - v;
+  const E w1 = crossed(difA, s1) + crossed(difB, s2);
+  const E w2 = crossed(difA, s2) - crossed(difB, s1);
+  return {x[0] + t, a + w1, b + w2, b - w2, a - w1};
+}
+
+template <class E>
+struct Signed {
+  E value;
+  bool negative = false;
+};
+
+// The sum of all, neighbours first: fewer additions one after the other, and none to change a sign.
+template <class E>
+Signed<E> total(std::vector<Signed<E>> terms) {
+  while (terms.size() > 1) {
+    std::vector<Signed<E>> next;
+    for (std::size_t i = 0; i < terms.size(); i += 2) {
+      if (i + 1 == terms.size()) {
+        next.push_back(terms[i]);
+        continue;
+      }
+      const Signed<E>&a = terms[i], &b = terms[i + 1];
+      if (a.negative == b.negative) {
+        next.push_back({a.value + b.value, a.negative});
+      } else {
+        next.push_back({a.negative ? b.value - a.value : a.value - b.value});
+      }
+    }
+    terms = std::move(next);
+  }
+  return terms[0];
+}
+
+// Odd prime p: X[k] and X[p-k] share the cosine sum over x[j] + x[p-j] and the sine sum over
+// x[j] - x[p-j]. (p-1)^2 / 2 products of an element by a real constant.
+template <class E>
+Column<E> directPrime(int p, const Column<E>& x) {
+  const int half = (p - 1) / 2;
+  std::vector<Signed<E>> sums{{x[0]}}, differences{{x[0]}};
+  for (int j = 1; j <= half; ++j) {
+    const E &front = x[static_cast<std::size_t>(j)], &back = x[static_cast<std::size_t>(p - j)];
+    sums.push_back({front + back});
+    differences.push_back({front - back});
+  }
+  Column<E> out(static_cast<std::size_t>(p), total(sums).value);
+  for (int k = 1; k <= half; ++k) {
+    std::vector<Signed<E>> even{{x[0]}}, odd;
+    for (int j = 1; j <= half; ++j) {
+      const int m = j * k % p;
+      const bool mirrored = m > half;  // cos(p - m) = cos m, sin(p - m) = -sin m
+      const Turn t{mirrored ? p - m : m, p};
+      even.push_back({scaled(sums[static_cast<std::size_t>(j)].value, cosine(t))});
+      odd.push_back({crossed(differences[static_cast<std::size_t>(j)].value, sine(t)), mirrored});
+    }
+    const E c = total(even).value;
+    const Signed<E> s = total(odd);
+    out[static_cast<std::size_t>(s.negative ? p - k : k)] = c + s.value;
+    out[static_cast<std::size_t>(s.negative ? k : p - k)] = c - s.value;
+  }
+  return out;
+}
+
+template <class E>
+Column<E> direct(const Recipe& r, const Column<E>& x) {
+  switch (r.n()) {
+    case 2: return direct2(x);
+    case 3: return direct3<false>(x);
+    case 4: return direct4(x);
+    case 5: return r.isSecondForm() ? direct5SecondForm(x) : direct5<false>(x);
+    default: return directPrime(r.n(), x);
+  }
+}
+
+}  // namespace kernelgen

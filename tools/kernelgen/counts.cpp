@@ -1,0 +1,81 @@
+#include "counts.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace kernelgen {
+namespace {
+
+bool contiguous(const std::vector<int>& elements, std::size_t begin, std::size_t end) {
+  for (std::size_t i = begin; i < end; ++i) {
+    if (elements[i] != elements[begin] + static_cast<int>(i - begin)) return false;
+  }
+  return elements[begin] != kNoElement;
+}
+
+int accessesIn(const std::vector<int>& elements, std::size_t begin, std::size_t end) {
+  if (contiguous(elements, begin, end)) return 1;
+  if (end - begin == 1) return 0;
+  const std::size_t middle = (begin + end) / 2;
+  return accessesIn(elements, begin, middle) + accessesIn(elements, middle, end);
+}
+
+// Additions go to two pipes of four, shuffles partly to the same; two loads start in a cycle. The
+// scalar pipes of products stay out of the way of the additions, conversions do not.
+double bound(const Counts& c, bool scalar) {
+  if (scalar) return 0.5 * (c.adds + c.converts);
+  const int all = c.adds + c.products + c.scales + c.shuffles + c.logic;
+  return std::max({0.5 * c.adds + 0.2 * c.shuffles, 0.25 * all, 0.5 * c.loads});
+}
+
+}  // namespace
+
+bool isBlend(const Node& shuffle) {
+  for (int i = 0; i < shuffle.lanes; ++i) {
+    if (shuffle.index[static_cast<std::size_t>(i)] % shuffle.lanes != i) return false;
+  }
+  return true;
+}
+
+int accesses(const std::vector<int>& elements) { return accessesIn(elements, 0, elements.size()); }
+
+Counts counts(const Kernel& kernel) {
+  const Graph& g = kernel.graph;
+  Counts c;
+  for (std::size_t id = 0; id < g.size(); ++id) {
+    const Node& n = g[static_cast<NodeId>(id)];
+    switch (n.op) {
+      case Op::Load: c.loads += accesses(n.index); break;
+      case Op::Store: c.stores += accesses(n.index); break;
+      case Op::Add:
+      case Op::Sub: ++c.adds; break;
+      case Op::Mul:
+        ++(g[n.a].op == Op::Scale || g[n.b].op == Op::Scale ? c.scales : c.products);
+        break;
+      case Op::Shuffle: ++(isBlend(n) ? c.logic : c.shuffles); break;
+      case Op::Flip: ++c.logic; break;
+      case Op::Widen:
+      case Op::Round: ++c.converts; break;
+      case Op::Const:
+      case Op::Scale: break;
+    }
+  }
+  c.bound = bound(c, kernel.id.body().width == kScalar);
+  return c;
+}
+
+std::string ledgerHead() {
+  return "symbol,row,width,adds,products,scales,shuffles,logic,converts,loads,stores,bound";
+}
+
+std::string ledgerLine(const Kernel& kernel) {
+  const Counts c = counts(kernel);
+  const Body& body = kernel.id.body();
+  char text[256];
+  std::snprintf(text, sizeof text, "%s,\"%s\",%d,%d,%d,%d,%d,%d,%d,%d,%d,%.1f",
+                kernel.id.symbol().c_str(), body.recipe.print().c_str(), body.width, c.adds,
+                c.products, c.scales, c.shuffles, c.logic, c.converts, c.loads, c.stores, c.bound);
+  return text;
+}
+
+}  // namespace kernelgen

@@ -1,0 +1,32 @@
+// The ledger: what a kernel does, counted in its graph, and the bound that follows.
+#pragma once
+
+#include "kernels.h"
+
+namespace kernelgen {
+
+struct Counts {
+  int adds = 0;      // additions and subtractions, each one instruction on all its lanes
+  int products = 0;  // products by a constant
+  int scales = 0;    // products by the factor of the flag
+  int shuffles = 0;
+  int logic = 0;     // sign flips and blends
+  int converts = 0;  // between single and double
+  int loads = 0;     // memory accesses of the unaligned body, constants not counted
+  int stores = 0;
+  double bound = 0;  // cycles, by the ports of a core with two adders and four vector pipes
+};
+
+Counts counts(const Kernel& kernel);
+
+// "symbol,row,width,adds,..." and one such line.
+std::string ledgerHead();
+std::string ledgerLine(const Kernel& kernel);
+
+// A shuffle that takes each lane from the same place of either operand; it can go to any pipe.
+bool isBlend(const Node& shuffle);
+
+// Contiguous runs of elements that one access of `lanes` elements is broken into.
+int accesses(const std::vector<int>& elements);
+
+}  // namespace kernelgen

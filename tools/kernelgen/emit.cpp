@@ -1,0 +1,404 @@
+#include "emit.h"
+
+#include <charconv>
+#include <cmath>
+#include <map>
+#include <set>
+#include <stdexcept>
+
+#include "counts.h"
+#include "schedule.h"
+
+namespace kernelgen {
+namespace {
+
+std::string number(int n) { return std::to_string(n); }
+
+// The shortest digits that read back as the same number.
+std::string literal(double value, Precision precision) {
+  char digits[40];
+  const auto end =
+      precision == Precision::Single
+          ? std::to_chars(digits, digits + sizeof digits, static_cast<float>(value)).ptr
+          : std::to_chars(digits, digits + sizeof digits, value).ptr;
+  std::string s(digits, end);
+  if (s.find_first_of(".e") == std::string::npos) s += ".0";
+  return precision == Precision::Single ? s + "f" : s;
+}
+
+struct Register {
+  std::string type;    // C++ type
+  std::string prefix;  // of its intrinsics
+  std::string suffix;
+};
+
+const Register& registerOf(const Node& n) {
+  static const Register kFloat{"float", "", ""}, kDouble{"double", "", ""};
+  static const Register kFour{"__m128", "_mm_", "_ps"}, kEight{"__m256", "_mm256_", "_ps"};
+  static const Register kTwo{"__m128d", "_mm_", "_pd"}, kFourDoubles{"__m256d", "_mm256_", "_pd"};
+  const bool single = n.precision == Precision::Single;
+  if (n.lanes == 1) return single ? kFloat : kDouble;
+  const bool narrow = n.lanes == (single ? 4 : 2);
+  return single ? (narrow ? kFour : kEight) : (narrow ? kTwo : kFourDoubles);
+}
+
+std::string intrinsic(const Node& n, const std::string& name) {
+  const Register& r = registerOf(n);
+  return r.prefix + name + r.suffix;
+}
+
+std::string call(const std::string& function, const std::vector<std::string>& arguments) {
+  std::string s = function + "(";
+  for (std::size_t i = 0; i < arguments.size(); ++i) s += (i ? ", " : "") + arguments[i];
+  return s + ")";
+}
+
+// Source and destination are named as arrays of reals.
+class Statements {
+ public:
+  explicit Statements(const Kernel& kernel)
+      : g_(kernel.graph), length_(kernel.id.length), names_(g_.size()) {
+    const std::vector<NodeId> order = schedule(g_);
+    for (NodeId id : order) {
+      for (NodeId o : {g_[id].a, g_[id].b}) {
+        if (o != kNoNode && g_[o].op == Op::Const) declareConstant(o);
+        if (o != kNoNode && g_[o].op == Op::Scale) declareScale(o);
+      }
+    }
+    int temporaries = 0;
+    for (NodeId id : order) {
+      const Node& n = g_[id];
+      if (n.op == Op::Store) {
+        if (n.lanes == 1) {
+          lines_ += "  dst[" + number(n.index[0]) + "] = " + name(n.a) + ";\n";
+        } else {
+          store(n.index, name(n.a), 0, n.index.size());
+        }
+        continue;
+      }
+      std::string& name = names_[static_cast<std::size_t>(id)];
+      name = n.op == Op::Load ? loadName(n) : "t";
+      if (n.op != Op::Load) name += number(++temporaries);
+      lines_ += "  const " + registerOf(n).type + " " + name + " = " + value(n) + ";\n";
+    }
+  }
+
+  std::string text() const { return constants_ + lines_; }
+
+ private:
+  const std::string& name(NodeId id) const { return names_[static_cast<std::size_t>(id)]; }
+
+  static std::string loadName(const Node& n) {
+    std::string s = "x";
+    for (int e : n.index) {
+      if (e != kNoElement) s += (s == "x" ? "" : "_") + number(e);
+    }
+    return s;
+  }
+
+  // ---- Constants
+
+  void declareConstant(NodeId id) {
+    if (!name(id).empty()) return;
+    const Node& n = g_[id];
+    std::string label = constantName(n);
+    for (int copy = 2; !taken_.insert(label).second; ++copy)
+      label = constantName(n) + "v" + number(copy);
+    names_[static_cast<std::size_t>(id)] = label;
+    std::vector<std::string> lanes;
+    bool same = true;
+    for (const RoundedConstant& c : n.constants) {
+      lanes.push_back(literal(c.value, n.precision));
+      same = same && c.value == n.constants[0].value;
+    }
+    std::string v = lanes[0];
+    if (n.lanes > 1) {
+      v = same ? call(intrinsic(n, "set1"), {lanes[0]}) : call(intrinsic(n, "setr"), lanes);
+    }
+    constants_ += "  const " + registerOf(n).type + " " + label + " = " + v + ";\n";
+  }
+
+  // One name if all lanes agree but for sign, else the names of the elements.
+  static std::string constantName(const Node& n) {
+    const auto bare = [](const std::string& s) { return s[0] == 'n' ? s.substr(1) : s; };
+    std::string signs, joined;
+    bool oneName = true, oneSign = true;
+    for (std::size_t i = 0; i < n.constants.size(); ++i) {
+      const std::string& s = n.constants[i].name;
+      oneName = oneName && bare(s) == bare(n.constants[0].name);
+      oneSign = oneSign && s == n.constants[0].name;
+      if (i < 2) signs += s[0] == 'n' ? 'n' : 'p';
+      if (i % 2 == 0) joined += (i ? "_" : "") + bare(s);
+    }
+    if (oneSign) return n.constants[0].name;
+    return oneName ? bare(n.constants[0].name) + signs : joined + signs;
+  }
+
+  void declareScale(NodeId id) {
+    if (!name(id).empty()) return;
+    const Node& n = g_[id];
+    names_[static_cast<std::size_t>(id)] = "scale";
+    const std::string v =
+        n.lanes == 1 ? "*factor" : "broadcast<" + registerOf(n).type + ">(factor)";
+    constants_ += "  const " + registerOf(n).type + " scale = " + v + ";\n";
+  }
+
+  std::string signMask(const Node& n) {
+    std::string label = "signs";
+    std::vector<std::string> lanes;
+    for (int flipped : n.index) {
+      label += flipped ? '1' : '0';
+      lanes.push_back(literal(flipped ? -0.0 : 0.0, n.precision));
+    }
+    if (taken_.insert(label).second) {
+      constants_ += "  const " + registerOf(n).type + " " + label + " = " +
+                    call(intrinsic(n, "setr"), lanes) + ";\n";
+    }
+    return label;
+  }
+
+  // ---- Values
+
+  std::string value(const Node& n) {
+    switch (n.op) {
+      case Op::Load: return n.lanes == 1 ? "src[" + number(n.index[0]) + "]" : load(n);
+      case Op::Add: return name(n.a) + " + " + name(n.b);
+      case Op::Sub: return name(n.a) + " - " + name(n.b);
+      case Op::Mul: return name(n.a) + " * " + name(n.b);
+      case Op::Flip:
+        return n.lanes == 1 ? "-" + name(n.a) : call(intrinsic(n, "xor"), {name(n.a), signMask(n)});
+      case Op::Shuffle: return shuffle(n);
+      case Op::Widen: return "static_cast<double>(" + name(n.a) + ")";
+      case Op::Round: return "static_cast<float>(" + name(n.a) + ")";
+      default: throw std::logic_error("not a value");
+    }
+  }
+
+  std::string shuffle(const Node& n) {
+    const std::string &a = name(n.a), &b = name(n.b);
+    const std::size_t width = static_cast<std::size_t>(n.lanes);
+    const int lanes = n.lanes;
+    if (isBlend(n)) {
+      int mask = 0;
+      for (std::size_t i = 0; i < width; ++i) mask |= (n.index[i] >= lanes) << i;
+      return call(intrinsic(n, "blend"), {a, b, number(mask)});
+    }
+    // Whole halves of a 256-bit vector.
+    const std::size_t half = width / 2;
+    const int size = static_cast<int>(half);
+    bool halves = (n.precision == Precision::Single ? lanes == 8 : lanes == 4);
+    for (std::size_t i = 0; i < width && halves; ++i) {
+      halves = n.index[i] % size == static_cast<int>(i % half) &&
+               n.index[i] / size == n.index[i - i % half] / size;
+    }
+    if (halves) {
+      const std::string function = intrinsic(n, "permute2f128");
+      return call(function, {a, b, number(n.index[0] / size | n.index[half] / size << 4)});
+    }
+    return n.precision == Precision::Single ? shuffleSingle(n, a, b) : shuffleDouble(n, a, b);
+  }
+
+  // Within each 128-bit half: two lanes of one operand, then two of the other.
+  std::string shuffleSingle(const Node& n, const std::string& a, const std::string& b) {
+    const int lanes = n.lanes;
+    int control = 0;
+    bool permute = true, fits = true;
+    for (int i = 0; i < lanes; ++i) {
+      const int from = n.index[static_cast<std::size_t>(i)];
+      const int first = n.index[static_cast<std::size_t>(i % 4)];  // the same place, first half
+      fits = fits && (from % lanes) / 4 == i / 4 && from % 4 == first % 4 &&
+             from / lanes == n.index[static_cast<std::size_t>(i % 4 / 2 * 2)] / lanes;
+      permute = permute && from < lanes;
+      if (i < 4) control |= (from % 4) << (2 * i);
+    }
+    if (!fits) throw std::logic_error("no instruction for a shuffle");
+    if (permute) return call(intrinsic(n, "permute"), {a, number(control)});
+    const bool aFirst = n.index[0] < lanes;
+    return call(intrinsic(n, "shuffle"), {aFirst ? a : b, aFirst ? b : a, number(control)});
+  }
+
+  // Within each half: one lane of one operand, then one of the other.
+  std::string shuffleDouble(const Node& n, const std::string& a, const std::string& b) {
+    const int lanes = n.lanes;
+    int control = 0;
+    bool permute = true, fits = true;
+    for (int i = 0; i < lanes; ++i) {
+      const int from = n.index[static_cast<std::size_t>(i)];
+      fits = fits && (from % lanes) / 2 == i / 2 &&
+             from / lanes == n.index[static_cast<std::size_t>(i % 2)] / lanes;
+      permute = permute && from < lanes;
+      control |= (from % 2) << i;
+    }
+    if (!fits) throw std::logic_error("no instruction for a shuffle");
+    if (permute) return call(intrinsic(n, "permute"), {a, number(control)});
+    const bool aFirst = n.index[0] < lanes;
+    return call(intrinsic(n, "shuffle"), {aFirst ? a : b, aFirst ? b : a, number(control)});
+  }
+
+  // ---- Memory
+
+  static bool contiguous(const std::vector<int>& e, std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      if (e[i] == kNoElement || e[i] != e[begin] + static_cast<int>(i - begin)) return false;
+    }
+    return true;
+  }
+
+  std::string place(const char* array, int element) const {
+    return element == 0 ? array : std::string(array) + " + " + number(2 * element);
+  }
+
+  // The policy's own access where a vector starts on a boundary of its size, an unaligned one where
+  // it does not.
+  std::string policy(int element, std::size_t elements) const {
+    return element % static_cast<int>(elements) == 0 ? "Memory::" : "Unaligned::";
+  }
+
+  std::string load(const Node& n) { return loadRun(n.index, 0, n.index.size()); }
+
+  std::string loadRun(const std::vector<int>& e, std::size_t begin, std::size_t end) {
+    const std::size_t count = end - begin;
+    const bool fullSize = g_.precision() == Precision::Double || count > 1;
+    if (fullSize && contiguous(e, begin, end)) {
+      return policy(e[begin], count) + "load" + number(static_cast<int>(count)) + "(" +
+             place("src", e[begin]) + ")";
+    }
+    if (!fullSize) throw std::logic_error("a single element is loaded as part of a pair");
+    if (g_.precision() == Precision::Single && count == 2) {
+      if (e[begin + 1] == kNoElement) return "loadLow(" + place("src", e[begin]) + ")";
+      // Two full loads and a blend where both stay inside the source: no shuffle at all.
+      const bool inside = e[begin] + 1 < length_ && e[begin + 1] > 0;
+      return inside
+                 ? "blendPair(" + place("src", e[begin]) + ", " + place("src", e[begin + 1] - 1) +
+                       ")"
+                 : "loadPair(" + place("src", e[begin]) + ", " + place("src", e[begin + 1]) + ")";
+    }
+    const std::size_t middle = (begin + end) / 2;
+    return "joined(" + loadRun(e, begin, middle) + ", " + loadRun(e, middle, end) + ")";
+  }
+
+  void store(const std::vector<int>& e, const std::string& v, std::size_t begin, std::size_t end) {
+    const std::size_t count = end - begin;
+    const bool single = g_.precision() == Precision::Single;
+    if (contiguous(e, begin, end) && (count > 1 || !single)) {
+      lines_ +=
+          "  " + policy(e[begin], count) + "store(" + place("dst", e[begin]) + ", " + v + ");\n";
+    } else if (single && count == 2) {
+      const auto part = [&](const char* function, int element) {
+        if (element == kNoElement) return;
+        lines_ += std::string("  ") + function + "(" + place("dst", element) + ", " + v + ");\n";
+      };
+      part("storeLow", e[begin]);
+      part("storeHigh", e[begin + 1]);
+    } else if (count > 1) {
+      const std::size_t middle = (begin + end) / 2;
+      store(e, "lowHalf(" + v + ")", begin, middle);
+      store(e, "highHalf(" + v + ")", middle, end);
+    }
+  }
+
+  const Graph& g_;
+  const int length_;
+  std::vector<std::string> names_;
+  std::set<std::string> taken_;
+  std::string constants_, lines_;
+};
+
+// Parameters of an exported kernel.
+std::string signature(const KernelId& id) {
+  const char* element = id.precision == Precision::Single ? "Complex32" : "Complex64";
+  return "int32_t " + id.symbol() + "(const " + element + "* src, " + element +
+         "* dst, int32_t flag) ZVXG_NOEXCEPT";
+}
+
+// 1/N to the nearest, and 1 over the rounded root, rounded to double and then to the precision.
+std::string factors(const KernelId& id) {
+  const double byN = 1.0 / id.length, byRoot = 1.0 / std::sqrt(static_cast<double>(id.length));
+  const char* direction = id.direction == Direction::Forward ? "forwardFactors" : "inverseFactors";
+  const float byNSingle = 1.0f / static_cast<float>(id.length);
+  return std::string(direction) + "(" +
+         literal(id.precision == Precision::Single ? static_cast<double>(byNSingle) : byN,
+                 id.precision) +
+         ", " + literal(byRoot, id.precision) + ")";
+}
+
+std::string bodyName(const KernelId& id) {
+  return (id.direction == Direction::Forward ? "forward" : "inverse") + number(id.length) +
+         (id.precision == Precision::Single ? "_32fc" : "_64fc");
+}
+
+std::string head(const Kernel& kernel) {
+  const Counts c = counts(kernel);
+  const Body& body = kernel.id.body();
+  return "// " + kernel.id.symbol() + ": " + body.recipe.print() + ", " +
+         (body.width == kScalar ? "scalar" : number(body.width) + " bits") + "\n// " +
+         number(c.adds) + " additions, " + number(c.products) + " products by constants, " +
+         number(c.scales) + " by the scale, " + number(c.shuffles) + " shuffles, " +
+         number(c.logic) + " flips and blends, " + number(c.converts) + " conversions, " +
+         number(c.loads) + " loads, " + number(c.stores) + " stores\n";
+}
+
+}  // namespace
+
+std::string emitKernel(const Kernel& kernel) {
+  const KernelId& id = kernel.id;
+  const Body& body = id.body();
+  const std::string real = id.precision == Precision::Single ? "float" : "double";
+  const std::string parameters =
+      "(const " + real + "* src, " + real + "* dst, const " + real + "* factor)";
+  const std::string arguments = "(reals(src), reals(dst), &kFactors.ofFlag[flag])";
+  std::string s = head(kernel);
+  s += "namespace {\n";
+  s += body.split ? "template <class Memory>\n" : "";
+  s += "inline int32_t " + bodyName(id) + parameters + " {\n";
+  if (!body.split && body.width != kScalar) s += "  using Memory = Unaligned;\n";
+  s += Statements(kernel).text();
+  s += "  return zvxOk;\n}\n\n";
+  if (body.split) {
+    // Apart from the aligned body: merged into one function, what the two have in common would be
+    // shared, which costs registers and moves.
+    s += "[[gnu::noinline]] int32_t unaligned_" + bodyName(id) + parameters + " {\n  return " +
+         bodyName(id) + "<Unaligned>(src, dst, factor);\n}\n";
+  }
+  s += "}  // namespace\n\n";
+  s += "extern \"C\" " + signature(id) + " {\n";
+  s += "  static constexpr Factors<" + real + "> kFactors = " + factors(id) + ";\n";
+  s += "  if (const int32_t status = check(src, dst, flag)) return status;\n";
+  if (body.split) {
+    s += "  if (!onBoundary<" + number(body.width / 8) + ">(src, dst)) return unaligned_" +
+         bodyName(id) + arguments + ";\n";
+    s += "  return " + bodyName(id) + "<Aligned>" + arguments + ";\n}\n";
+  } else {
+    s += "  return " + bodyName(id) + arguments + ";\n}\n";
+  }
+  return s;
+}
+
+std::string emitFile(const std::vector<KernelId>& kernels) {
+  std::string s =
+      "// Made by kernelgen from its tables; changes belong there.\n"
+      "#include \"complex/memory.h\"\n"
+      "#include \"frame/frame.h\"\n"
+      "#include \"zvxg.h\"\n\n"
+      "using namespace zvxg;\n";
+  for (const KernelId& id : kernels) s += "\n" + emitKernel(makeKernel(id));
+  return s;
+}
+
+std::string emitHeader(const std::vector<KernelId>& kernels) {
+  std::string s =
+      "/* The prototypes of the kernels, written by `kernelgen header`: see zvxg.h, which "
+      "includes\n"
+      " * this file, for what they compute. */\n"
+      "#ifndef ZVXG_KERNELS_H\n#define ZVXG_KERNELS_H\n\n"
+      "#ifndef ZVXG_H\n#error \"include zvxg.h\"\n#endif\n";
+  for (std::size_t i = 0; i < kernels.size(); ++i) {
+    const bool newGroup = i == 0 || kernels[i].direction != kernels[i - 1].direction ||
+                          kernels[i].precision != kernels[i - 1].precision;
+    s += newGroup ? "\n" : "";
+    s += "ZVXG_API " + signature(kernels[i]) + ";\n";
+  }
+  return s + "\n#endif\n";
+}
+
+}  // namespace kernelgen

@@ -1,0 +1,116 @@
+#include "graph.h"
+
+#include <cstring>
+#include <numeric>
+#include <utility>
+
+namespace kernelgen {
+namespace {
+
+void append(std::string& key, const void* data, std::size_t size) {
+  key.append(static_cast<const char*>(data), size);
+}
+
+std::string keyOf(const Node& n) {
+  std::string key;
+  const int head[] = {static_cast<int>(n.op), static_cast<int>(n.precision), n.lanes, n.a, n.b};
+  append(key, head, sizeof head);
+  append(key, n.index.data(), n.index.size() * sizeof(int));
+  for (const RoundedConstant& c : n.constants) append(key, &c.value, sizeof c.value);
+  return key;
+}
+
+std::string named(char letter, Turn t) {
+  const Turn r = t.reduced();
+  return letter + std::to_string(r.num) + "_" + std::to_string(r.den);
+}
+
+}  // namespace
+
+Constant cosine(Turn t) { return {cosSin(t).cosine, named('c', t)}; }
+Constant sine(Turn t) { return {cosSin(t).sine, named('s', t)}; }
+
+Constant operator-(const Constant& c) {
+  return {-c.exact, c.name[0] == 'n' ? c.name.substr(1) : "n" + c.name};
+}
+
+NodeId Graph::intern(Node node) {
+  const auto [place, isNew] = shared_.try_emplace(keyOf(node), static_cast<NodeId>(nodes_.size()));
+  if (isNew) nodes_.push_back(std::move(node));
+  return place->second;
+}
+
+NodeId Graph::binary(Op op, NodeId a, NodeId b) {
+  const Node& n = (*this)[a];
+  return intern({.op = op, .precision = n.precision, .lanes = n.lanes, .a = a, .b = b});
+}
+
+NodeId Graph::load(std::vector<int> elements, int lanes) {
+  return intern(
+      {.op = Op::Load, .precision = precision_, .lanes = lanes, .index = std::move(elements)});
+}
+
+NodeId Graph::constant(const std::vector<Constant>& lanes, Precision precision) {
+  Node node{.op = Op::Const, .precision = precision, .lanes = static_cast<int>(lanes.size())};
+  for (const Constant& c : lanes) {
+    const double value = precision == Precision::Double
+                             ? static_cast<double>(c.exact)
+                             : static_cast<double>(static_cast<float>(c.exact));
+    node.constants.push_back({value, c.name});
+  }
+  return intern(std::move(node));
+}
+
+NodeId Graph::scale(int lanes) {
+  return intern({.op = Op::Scale, .precision = precision_, .lanes = lanes});
+}
+
+// A sum and a product are the same whichever operand comes first, so one order stands for both.
+NodeId Graph::add(NodeId a, NodeId b) { return binary(Op::Add, std::min(a, b), std::max(a, b)); }
+NodeId Graph::sub(NodeId a, NodeId b) { return binary(Op::Sub, a, b); }
+NodeId Graph::mul(NodeId a, NodeId b) { return binary(Op::Mul, std::min(a, b), std::max(a, b)); }
+
+NodeId Graph::flip(NodeId a, std::vector<int> mask) {
+  const Node& n = (*this)[a];
+  return intern({.op = Op::Flip,
+                 .precision = n.precision,
+                 .lanes = n.lanes,
+                 .a = a,
+                 .index = std::move(mask)});
+}
+
+NodeId Graph::shuffle(NodeId a, NodeId b, std::vector<int> select) {
+  const Node& n = (*this)[a];
+  bool identity = true;
+  for (int i = 0; i < n.lanes; ++i) identity = identity && select[static_cast<std::size_t>(i)] == i;
+  if (identity) return a;
+  return intern({.op = Op::Shuffle,
+                 .precision = n.precision,
+                 .lanes = n.lanes,
+                 .a = a,
+                 .b = b,
+                 .index = std::move(select)});
+}
+
+NodeId Graph::widen(NodeId a) {
+  return intern(
+      {.op = Op::Widen, .precision = Precision::Double, .lanes = (*this)[a].lanes, .a = a});
+}
+
+NodeId Graph::round(NodeId a) {
+  return intern(
+      {.op = Op::Round, .precision = Precision::Single, .lanes = (*this)[a].lanes, .a = a});
+}
+
+NodeId Graph::store(NodeId a, std::vector<int> elements) {
+  const Node& n = (*this)[a];
+  const NodeId id = intern({.op = Op::Store,
+                            .precision = n.precision,
+                            .lanes = n.lanes,
+                            .a = a,
+                            .index = std::move(elements)});
+  stores_.push_back(id);
+  return id;
+}
+
+}  // namespace kernelgen

@@ -1,0 +1,41 @@
+// The list of kernels and how each is made: the one home of what the library exports.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "graph.h"
+
+namespace kernelgen {
+
+enum class Family {
+  Complex
+};
+
+struct KernelId {
+  Family family;
+  Direction direction;
+  int length;
+  Precision precision;
+
+  std::string symbol() const;
+  const Body& body() const;
+
+  bool operator==(const KernelId&) const = default;
+};
+
+struct Kernel {
+  KernelId id;
+  Graph graph;
+};
+
+// Every kernel that is built, in the order of the header.
+std::vector<KernelId> kernelList();
+
+// Throws std::invalid_argument, naming row and reason, if the row cannot be built.
+Kernel makeKernel(const KernelId& id);
+
+// The kernel of that name; throws std::invalid_argument if there is none.
+KernelId kernelOfSymbol(const std::string& symbol);
+
+}  // namespace kernelgen

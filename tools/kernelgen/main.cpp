@@ -1,0 +1,65 @@
+// kernelgen: prints the kernels of the library.
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+
+#include "counts.h"
+#include "emit.h"
+
+namespace {
+
+using namespace kernelgen;
+
+constexpr const char* kUsage =
+    "usage: kernelgen list               the kernels, one symbol a line\n"
+    "       kernelgen header             include/zvxg_kernels.h\n"
+    "       kernelgen source PART PARTS  C++ text of one of PARTS shares of the kernels\n"
+    "       kernelgen show SYMBOL        C++ text and operation counts of one kernel\n"
+    "       kernelgen counts             operation counts of all kernels as CSV\n";
+
+// Every PARTS-th kernel, so that long and short ones are spread over the files.
+std::vector<KernelId> share(int part, int parts) {
+  if (parts < 1 || part < 0 || part >= parts) throw std::invalid_argument("no such part");
+  std::vector<KernelId> mine;
+  const std::vector<KernelId> all = kernelList();
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (static_cast<int>(i) % parts == part) mine.push_back(all[i]);
+  }
+  return mine;
+}
+
+int run(const std::vector<std::string>& words) {
+  const std::string command = words.empty() ? "" : words[0];
+  if (command == "list" && words.size() == 1) {
+    for (const KernelId& id : kernelList()) std::cout << id.symbol() << '\n';
+  } else if (command == "header" && words.size() == 1) {
+    std::cout << emitHeader(kernelList());
+  } else if (command == "source" && words.size() == 3) {
+    std::cout << emitFile(share(std::stoi(words[1]), std::stoi(words[2])));
+  } else if (command == "show" && words.size() == 2) {
+    std::cout << emitKernel(makeKernel(kernelOfSymbol(words[1])));
+  } else if (command == "counts" && words.size() == 1) {
+    std::cout << ledgerHead() << '\n';
+    for (const KernelId& id : kernelList()) std::cout << ledgerLine(makeKernel(id)) << '\n';
+  } else {
+    std::cerr << kUsage;
+    return EXIT_FAILURE;
+  }
+  std::cout.flush();
+  if (!std::cout) throw std::runtime_error("the output could not be written");
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run({argv + 1, argv + argc});
+  } catch (const std::exception& error) {
+    std::cerr << "kernelgen: " << error.what() << '\n';
+    return EXIT_FAILURE;
+  }
+}

@@ -1,0 +1,105 @@
+#include "recipe.h"
+
+#include <numeric>
+#include <stdexcept>
+
+namespace kernelgen {
+namespace {
+
+void require(bool condition, const std::string& sentence) {
+  if (!condition) throw std::invalid_argument(sentence);
+}
+
+}  // namespace
+
+bool isPrime(int n) {
+  for (int d = 2; d * d <= n; ++d) {
+    if (n % d == 0) return false;
+  }
+  return n >= 2;
+}
+
+Recipe::Recipe(int n) : step_(Step::Direct), n_(n) {
+  require(n == 4 || (isPrime(n) && n <= 11),
+          "no direct body of length " + std::to_string(n) + "; there are 2, 3, 4, 5, 7 and 11");
+}
+
+Recipe Recipe::twoStages(Step step, int n, Recipe first, Recipe second) {
+  Recipe r(step, n);
+  r.first_ = std::make_shared<const Recipe>(std::move(first));
+  r.second_ = std::make_shared<const Recipe>(std::move(second));
+  return r;
+}
+
+Recipe GT(Recipe a, Recipe b) {
+  require(std::gcd(a.n(), b.n()) == 1,
+          "Good-Thomas needs coprime factors, not " + a.print() + " and " + b.print());
+  const int n = a.n() * b.n();
+  return Recipe::twoStages(Step::GoodThomas, n, std::move(a), std::move(b));
+}
+
+Recipe CT(Recipe a, Recipe b) {
+  const int n = a.n() * b.n();
+  return Recipe::twoStages(Step::CooleyTukey, n, std::move(a), std::move(b));
+}
+
+Recipe R(int p) {
+  require(isPrime(p) && p > 5, "a Rader step needs a prime above 5, not " + std::to_string(p));
+  return Recipe(Step::Rader, p);
+}
+
+Recipe R(int p, Recipe inner) {
+  Recipe r = R(p);
+  require(inner.n() == p - 1, "the transforms of R(" + std::to_string(p) + ") have length " +
+                                  std::to_string(p - 1) + ", not " + std::to_string(inner.n()));
+  r.first_ = std::make_shared<const Recipe>(std::move(inner));
+  return r;
+}
+
+Recipe B(int p, int padded) {
+  require(isPrime(p) && padded >= 2 * p - 1,
+          "a chirp of length " + std::to_string(p) + " does not fit " + std::to_string(padded));
+  Recipe r(Step::Chirp, p);
+  r.padded_ = padded;
+  return r;
+}
+
+Recipe Recipe::secondForm() const {
+  require(step_ == Step::Direct && n_ == 5, "only 5 points have a second form, not " + print());
+  Recipe r = *this;
+  r.secondForm_ = true;
+  return r;
+}
+
+Recipe Recipe::widened() const {
+  require(step_ == Step::Direct && (n_ == 3 || n_ == 5),
+          "only 3 and 5 points are widened, not " + print());
+  Recipe r = *this;
+  r.widened_ = true;
+  return r;
+}
+
+std::string Recipe::print() const {
+  const std::string n = std::to_string(n_);
+  switch (step_) {
+    case Step::Direct: return n + (secondForm_ ? "'" : "") + (widened_ ? " widened" : "");
+    case Step::GoodThomas: return "GT(" + first().print() + "," + second().print() + ")";
+    case Step::CooleyTukey: return "CT(" + first().print() + "," + second().print() + ")";
+    case Step::Rader: return "R(" + n + (first_ ? ", inner " + first().print() : "") + ")";
+    case Step::Chirp: return "B(" + n + "," + std::to_string(padded_) + ")";
+  }
+  return {};
+}
+
+std::string Recipe::obstacle() const {
+  switch (step_) {
+    case Step::Direct: return {};
+    case Step::Rader: return "Rader steps are not built: " + print();
+    case Step::Chirp: return "chirp steps are not built: " + print();
+    default: break;
+  }
+  const std::string why = first().obstacle();
+  return why.empty() ? second().obstacle() : why;
+}
+
+}  // namespace kernelgen

@@ -1,0 +1,75 @@
+// The decomposition of a transform as a value: built by the constructors below in the notation of
+// the tables, checked while it is built, compared and printed. A bare number is a direct body.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace kernelgen {
+
+enum class Step {
+  Direct,
+  GoodThomas,
+  CooleyTukey,
+  Rader,
+  Chirp
+};
+
+class Recipe {
+ public:
+  Recipe(int n);  // NOLINT: a bare number in a table row is a direct body
+
+  Step step() const { return step_; }
+  int n() const { return n_; }
+  // The stage that touches the input first, and the one after it. A Rader or chirp step has its two
+  // transforms here.
+  const Recipe& first() const { return *first_; }
+  const Recipe& second() const { return *second_; }
+  bool hasStages() const { return first_ != nullptr; }
+  // 5 points: Rader's form with the mean of the cosines, one product less.
+  bool isSecondForm() const { return secondForm_; }
+  // 3 and 5 points in single precision: constant products in double, each sum rounded once.
+  bool isWidened() const { return widened_; }
+  // Chirp: the padded length.
+  int padded() const { return padded_; }
+
+  Recipe secondForm() const;
+  Recipe widened() const;
+
+  // "GT(4,3)", the way the tables write it.
+  std::string print() const;
+
+  // Empty, or why no body can be made of it.
+  std::string obstacle() const;
+
+ private:
+  friend Recipe GT(Recipe, Recipe);
+  friend Recipe CT(Recipe, Recipe);
+  friend Recipe R(int);
+  friend Recipe R(int, Recipe);
+  friend Recipe B(int, int);
+
+  Recipe(Step step, int n) : step_(step), n_(n) {}
+  static Recipe twoStages(Step step, int n, Recipe first, Recipe second);
+
+  Step step_;
+  int n_;
+  std::shared_ptr<const Recipe> first_, second_;
+  bool secondForm_ = false;
+  bool widened_ = false;
+  int padded_ = 0;
+};
+
+// Good-Thomas: a and b coprime, no twiddles.
+Recipe GT(Recipe a, Recipe b);
+// Cooley-Tukey: a-point transforms first, twiddles, then b-point transforms.
+Recipe CT(Recipe a, Recipe b);
+// Rader: the prime p by a cyclic convolution of length p-1; inner is its first transform.
+Recipe R(int p);
+Recipe R(int p, Recipe inner);
+// Chirp: the prime p by a convolution of the padded length.
+Recipe B(int p, int padded);
+
+bool isPrime(int n);
+
+}  // namespace kernelgen

@@ -1,0 +1,250 @@
+#include "schedule.h"
+
+#include <algorithm>
+
+namespace kernelgen {
+namespace {
+
+using Nodes = std::vector<NodeId>;
+
+bool isStatement(const Node& n) { return n.op != Op::Const && n.op != Op::Scale; }
+
+// Edges between statements.
+struct Edges {
+  explicit Edges(const Graph& g) : operands(g.size()), users(g.size()) {
+    for (std::size_t id = 0; id < g.size(); ++id) {
+      const Node& n = g[static_cast<NodeId>(id)];
+      for (NodeId o : {n.a, n.b == n.a ? kNoNode : n.b}) {
+        if (o == kNoNode || !isStatement(g[o])) continue;
+        operands[id].push_back(o);
+        users[static_cast<std::size_t>(o)].push_back(static_cast<NodeId>(id));
+      }
+    }
+  }
+
+  std::vector<Nodes> operands, users;
+};
+
+// Cuts a set of nodes into a part near the inputs and a part near the outputs by peeling levels
+// from both ends in turn, and orders the parts by themselves: the cache-oblivious order of M.
+// Frigo, "A fast Fourier transform compiler", PLDI 1999.
+class Bisection {
+ public:
+  Bisection(const Edges& edges, std::size_t size) : edges_(edges), side_(size, kOutside) {}
+
+  void order(const Nodes& set, Nodes& out) {
+    if (set.size() <= 1) {
+      out.insert(out.end(), set.begin(), set.end());
+      return;
+    }
+    for (NodeId n : set) side_[index(n)] = kOpen;
+    const std::vector<Nodes> parts = components(set);
+    if (parts.size() > 1) {
+      for (NodeId n : set) side_[index(n)] = kOutside;
+      for (const Nodes& part : parts) order(part, out);
+      return;
+    }
+    peel(set);
+    Nodes early, late;
+    for (NodeId n : set) (side_[index(n)] == kEarly ? early : late).push_back(n);
+    for (NodeId n : set) side_[index(n)] = kOutside;
+    order(early, out);
+    order(late, out);
+  }
+
+ private:
+  enum Side : char {
+    kOutside,
+    kOpen,
+    kEarly,
+    kLate,
+    kSeen
+  };
+
+  static std::size_t index(NodeId n) { return static_cast<std::size_t>(n); }
+
+  template <class Peers>
+  bool all(const Peers& peers, Side wanted) const {
+    return std::all_of(peers.begin(), peers.end(), [&](NodeId p) {
+      return side_[index(p)] == kOutside || side_[index(p)] == wanted;
+    });
+  }
+
+  // One level from the inputs, one from the outputs, until neither end moves.
+  void peel(const Nodes& set) {
+    bool moved = true;
+    while (moved) {
+      moved = peelLevel(set, edges_.operands, kEarly);
+      moved = peelLevel(set, edges_.users, kLate) || moved;
+    }
+  }
+
+  bool peelLevel(const Nodes& set, const std::vector<Nodes>& peers, Side side) {
+    Nodes level;
+    for (NodeId n : set) {
+      if (side_[index(n)] == kOpen && all(peers[index(n)], side)) level.push_back(n);
+    }
+    for (NodeId n : level) side_[index(n)] = side;
+    return !level.empty();
+  }
+
+  std::vector<Nodes> components(const Nodes& set) {
+    std::vector<Nodes> parts;
+    for (NodeId start : set) {
+      if (side_[index(start)] != kOpen) continue;
+      Nodes stack{start}, part;
+      side_[index(start)] = kSeen;
+      while (!stack.empty()) {
+        const NodeId n = stack.back();
+        stack.pop_back();
+        part.push_back(n);
+        for (const auto* peers : {&edges_.operands[index(n)], &edges_.users[index(n)]}) {
+          for (NodeId p : *peers) {
+            if (side_[index(p)] != kOpen) continue;
+            side_[index(p)] = kSeen;
+            stack.push_back(p);
+          }
+        }
+      }
+      std::sort(part.begin(), part.end());
+      parts.push_back(std::move(part));
+    }
+    for (NodeId n : set) side_[index(n)] = kOpen;
+    return parts;
+  }
+
+  const Edges& edges_;
+  std::vector<Side> side_;
+};
+
+// Cycles from the operands to the result.
+int latency(const Node& n) {
+  switch (n.op) {
+    case Op::Load: return 6;
+    case Op::Shuffle:
+    case Op::Flip: return 1;
+    case Op::Store: return 0;
+    default: return 3;
+  }
+}
+
+// Takes the statement that can start first, and of those the one with the longest way to the end,
+// as a core would that starts kIssue of them a cycle; once kLive values are live, those that end
+// others come first, and then the base order, which knows best how to come back below.
+class ListScheduler {
+ public:
+  ListScheduler(const Graph& g, const Edges& edges)
+      : g_(g),
+        edges_(edges),
+        way_(g.size()),
+        finish_(g.size()),
+        usersLeft_(g.size()),
+        scheduled_(g.size()) {
+    for (std::size_t id = g.size(); id-- > 0;) {
+      for (NodeId u : edges.users[id]) way_[id] = std::max(way_[id], way_[index(u)]);
+      way_[id] += latency(g[static_cast<NodeId>(id)]);
+      usersLeft_[id] = static_cast<int>(edges.users[id].size());
+    }
+  }
+
+  Nodes order(Nodes base) {
+    std::erase_if(base, [this](NodeId n) { return isLoad(n); });
+    Nodes out;
+    while (!base.empty()) {
+      const std::size_t pick = choose(base);
+      const NodeId n = base[pick];
+      base.erase(base.begin() + static_cast<std::ptrdiff_t>(pick));
+      // A load stands before its first user: the core starts it ahead of time by itself, and a
+      // register is not held for it.
+      for (NodeId o : edges_.operands[index(n)]) {
+        if (isLoad(o) && !scheduled_[index(o)]) {
+          scheduled_[index(o)] = true;
+          ++live_;
+          out.push_back(o);
+        }
+      }
+      issue(n);
+      out.push_back(n);
+    }
+    return out;
+  }
+
+ private:
+  static constexpr int kIssue = 4;
+  static constexpr int kLive = 10;  // of 16 registers: constants and intermediate results want some
+
+  static std::size_t index(NodeId n) { return static_cast<std::size_t>(n); }
+
+  bool isLoad(NodeId n) const { return g_[n].op == Op::Load; }
+
+  bool ready(NodeId n) const {
+    const Nodes& operands = edges_.operands[index(n)];
+    return std::all_of(operands.begin(), operands.end(),
+                       [&](NodeId o) { return scheduled_[index(o)] || isLoad(o); });
+  }
+
+  // By how much the live values grow.
+  int growth(NodeId n) const {
+    int g = g_[n].op == Op::Store ? 0 : 1;
+    for (NodeId o : edges_.operands[index(n)]) {
+      g += isLoad(o) && !scheduled_[index(o)];
+      g -= usersLeft_[index(o)] == 1;
+    }
+    return g;
+  }
+
+  int start(NodeId n) const {
+    int t = clock_ / kIssue;
+    for (NodeId o : edges_.operands[index(n)]) t = std::max(t, finish_[index(o)]);
+    return t;
+  }
+
+  std::size_t choose(const Nodes& base) const {
+    std::size_t best = base.size();
+    for (std::size_t i = 0; i < base.size(); ++i) {
+      if (!ready(base[i])) continue;
+      if (best == base.size() || better(base[i], base[best])) best = i;
+    }
+    return best;
+  }
+
+  bool better(NodeId a, NodeId b) const {
+    if (live_ >= kLive) {
+      const int ga = growth(a), gb = growth(b);
+      if ((ga > 0) != (gb > 0)) return ga < gb;
+      if (ga > 0) return false;
+    }
+    const int sa = start(a), sb = start(b);
+    if (sa != sb) return sa < sb;
+    return way_[index(a)] > way_[index(b)];
+  }
+
+  void issue(NodeId n) {
+    live_ += growth(n);
+    finish_[index(n)] = start(n) + latency(g_[n]);
+    clock_ = std::max(clock_, start(n) * kIssue) + 1;
+    for (NodeId o : edges_.operands[index(n)]) --usersLeft_[index(o)];
+    scheduled_[index(n)] = true;
+  }
+
+  const Graph& g_;
+  const Edges& edges_;
+  int live_ = 0;
+  int clock_ = 0;
+  std::vector<int> way_, finish_, usersLeft_;
+  std::vector<char> scheduled_;
+};
+
+}  // namespace
+
+std::vector<NodeId> schedule(const Graph& graph) {
+  const Edges edges(graph);
+  Nodes statements, order;
+  for (std::size_t id = 0; id < graph.size(); ++id) {
+    if (isStatement(graph[static_cast<NodeId>(id)])) statements.push_back(static_cast<NodeId>(id));
+  }
+  Bisection(edges, graph.size()).order(statements, order);
+  return ListScheduler(graph, edges).order(order);
+}
+
+}  // namespace kernelgen

@@ -1,0 +1,124 @@
+#include "values.h"
+
+namespace kernelgen {
+namespace {
+
+// Real and imaginary part exchanged in every element.
+NodeId partsSwapped(Graph& g, NodeId x) {
+  std::vector<int> select;
+  for (int i = 0; i < g[x].lanes; ++i) select.push_back(i ^ 1);
+  return g.shuffle(x, x, select);
+}
+
+}  // namespace
+
+Packed operator+(Packed x, Packed y) { return {x.graph, x.graph->add(x.node, y.node)}; }
+Packed operator-(Packed x, Packed y) { return {x.graph, x.graph->sub(x.node, y.node)}; }
+
+Packed scaled(Packed x, const Constant& c) {
+  Graph& g = *x.graph;
+  const Node& n = g[x.node];
+  const std::vector<Constant> lanes(static_cast<std::size_t>(n.lanes), c);
+  return {&g, g.mul(x.node, g.constant(lanes, n.precision))};
+}
+
+Packed crossed(Packed x, const Constant& c) {
+  Graph& g = *x.graph;
+  const Node& n = g[x.node];
+  const bool forward = g.direction() == Direction::Forward;
+  std::vector<Constant> lanes;
+  for (int i = 0; i < n.lanes; ++i) {
+    lanes.push_back((i % 2 == 0) == forward ? c : -c);
+  }
+  return {&g, g.mul(partsSwapped(g, x.node), g.constant(lanes, n.precision))};
+}
+
+Packed turnedQuarters(Packed x, int k) { return rotated(x, Turn{k, 4}); }
+
+Packed rotated(Packed x, Turn t) {
+  const int elements = (*x.graph)[x.node].lanes / 2;
+  return rotated(x, std::vector<Turn>(static_cast<std::size_t>(elements), t));
+}
+
+Packed rotated(Packed x, const std::vector<Turn>& angles) {
+  Graph& g = *x.graph;
+  const Precision precision = g[x.node].precision;
+  const bool forward = g.direction() == Direction::Forward;
+  bool exact = true;
+  for (Turn t : angles) exact = exact && t.isQuarterMultiple();
+  if (exact) {
+    // -i (r + i q) = q - i r: parts change places and one of them its sign.
+    std::vector<int> select, mask;
+    bool anyFlip = false;
+    for (Turn t : angles) {
+      const int k = forward ? t.quarters() : (4 - t.quarters()) % 4;
+      const int at = static_cast<int>(select.size());
+      select.push_back(k % 2 == 0 ? at : at + 1);
+      select.push_back(k % 2 == 0 ? at + 1 : at);
+      mask.push_back(k == 2 || k == 3);
+      mask.push_back(k == 1 || k == 2);
+      anyFlip = anyFlip || k != 0;
+    }
+    const NodeId moved = g.shuffle(x.node, x.node, select);
+    return {&g, anyFlip ? g.flip(moved, mask) : moved};
+  }
+  std::vector<Constant> cosines, sines;
+  for (Turn t : angles) {
+    const Constant c = cosine(t);
+    const Constant s = sine(t);
+    cosines.insert(cosines.end(), {c, c});
+    sines.insert(sines.end(), {forward ? s : -s, forward ? -s : s});
+  }
+  const NodeId straight = g.mul(x.node, g.constant(cosines, precision));
+  const NodeId across = g.mul(partsSwapped(g, x.node), g.constant(sines, precision));
+  return {&g, g.add(straight, across)};
+}
+
+Pair operator+(Pair x, Pair y) {
+  Graph& g = *x.graph;
+  return {&g, g.add(x.re, y.re), g.add(x.im, y.im)};
+}
+
+Pair operator-(Pair x, Pair y) {
+  Graph& g = *x.graph;
+  return {&g, g.sub(x.re, y.re), g.sub(x.im, y.im)};
+}
+
+Pair scaled(Pair x, const Constant& c) {
+  Graph& g = *x.graph;
+  const NodeId k = g.constant({c}, g[x.re].precision);
+  return {&g, g.mul(x.re, k), g.mul(x.im, k)};
+}
+
+Pair crossed(Pair x, const Constant& c) {
+  Graph& g = *x.graph;
+  const Precision precision = g[x.re].precision;
+  const bool forward = g.direction() == Direction::Forward;
+  const NodeId plus = g.constant({c}, precision);
+  const NodeId minus = g.constant({-c}, precision);
+  return {&g, g.mul(x.im, forward ? plus : minus), g.mul(x.re, forward ? minus : plus)};
+}
+
+Pair turnedQuarters(Pair x, int k) {
+  Graph& g = *x.graph;
+  if (g.direction() == Direction::Inverse) k = (4 - k) % 4;
+  const auto minus = [&g](NodeId a) { return g.flip(a, {1}); };
+  switch (k) {
+    case 0: return x;
+    case 1: return {&g, x.im, minus(x.re)};
+    case 2: return {&g, minus(x.re), minus(x.im)};
+    default: return {&g, minus(x.im), x.re};
+  }
+}
+
+Pair widened(Pair x) {
+  Graph& g = *x.graph;
+  return {&g, g.widen(x.re), g.widen(x.im)};
+}
+
+Pair rounded(Pair x) {
+  Graph& g = *x.graph;
+  return {&g, g.round(x.re), g.round(x.im)};
+}
+
+}  // namespace kernelgen

@@ -1,0 +1,46 @@
+// What an algorithm computes with: a complex value with +, - and products by constants.
+//
+// Packed   one or more complex elements interleaved in a vector; every operation works on all
+// lanes. Pair     two scalars, real and imaginary part.
+//
+// The direction of the transform is decided here: forward, `crossed`, `turnedQuarters` and
+// `rotated` go with exp(-2 pi i t); for the inverse kernel i is replaced by -i in these three and
+// nowhere else.
+#pragma once
+
+#include "graph.h"
+
+namespace kernelgen {
+
+struct Packed {
+  Graph* graph;
+  NodeId node;
+};
+
+Packed operator+(Packed x, Packed y);
+Packed operator-(Packed x, Packed y);
+// c x, for a real constant.
+Packed scaled(Packed x, const Constant& c);
+// -i c x: the product with the imaginary part of a root.
+Packed crossed(Packed x, const Constant& c);
+// (-i)^k x, exact.
+Packed turnedQuarters(Packed x, int k);
+// exp(-2 pi i t) x as a full complex product, one angle per element lane.
+Packed rotated(Packed x, const std::vector<Turn>& angles);
+Packed rotated(Packed x, Turn t);
+
+struct Pair {
+  Graph* graph;
+  NodeId re;
+  NodeId im;
+};
+
+Pair operator+(Pair x, Pair y);
+Pair operator-(Pair x, Pair y);
+Pair scaled(Pair x, const Constant& c);
+Pair crossed(Pair x, const Constant& c);
+Pair turnedQuarters(Pair x, int k);
+Pair widened(Pair x);
+Pair rounded(Pair x);
+
+}  // namespace kernelgen
