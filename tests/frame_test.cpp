@@ -1,0 +1,258 @@
+// The contract of a call, one test per promise: statuses and their order, the factors of the flags,
+// no access outside the arrays, and bits that depend on neither place nor alignment.
+
+#include <fenv.h>
+#include <setjmp.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <unistd.h>
+#include <xmmintrin.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+#include <stdexcept>
+
+#include "harness.h"
+
+namespace tests {
+namespace {
+
+constexpr int32_t kNullPointer = -8;
+constexpr int32_t kBadFlag = -16;
+
+template <class T>
+bool sameBytes(const std::vector<T>& a, const std::vector<T>& b) {
+  return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(T)) == 0;
+}
+
+TEST(Frame, FailuresInOrderLeaveTheDestination) {
+  constexpr int32_t kBadFlags[] = {0,  3,  5,  6,   7,    9,     10,        12,
+                                   15, 16, -1, -16, 0x80, 0x108, INT32_MAX, INT32_MIN};
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    const std::vector<T> untouched(std::max(kernel.sourceSize, kernel.destinationSize),
+                                   poison<T>());
+    std::vector<T> array = untouched;
+    T* const data = array.data();
+    for (const int32_t flag : kBadFlags) {
+      const std::vector<T> source(kernel.sourceSize, T(1));
+      EXPECT_EQ(kernel.function(source.data(), data, flag), kBadFlag) << flag;
+      EXPECT_EQ(kernel.function(data, data, flag), kBadFlag) << flag;
+      EXPECT_EQ(kernel.function(nullptr, data, flag), kNullPointer) << flag;
+      EXPECT_EQ(kernel.function(data, nullptr, flag), kNullPointer) << flag;
+      EXPECT_EQ(kernel.function(nullptr, nullptr, flag), kNullPointer) << flag;
+    }
+    for (const int32_t flag : kFlags) {
+      EXPECT_EQ(kernel.function(nullptr, data, flag), kNullPointer) << flag;
+      EXPECT_EQ(kernel.function(data, nullptr, flag), kNullPointer) << flag;
+      EXPECT_EQ(kernel.function(nullptr, nullptr, flag), kNullPointer) << flag;
+    }
+    EXPECT_TRUE(sameBytes(untouched, array));
+  });
+}
+
+// Witnesses for scaleFactor(), which the next test and others lean on.
+TEST(Frame, WellKnownFactors) {
+  const auto forward = [](int length) {
+    return kernelgen::KernelId{kernelgen::Family::Complex, kernelgen::Direction::Forward, length,
+                               kernelgen::Precision::Single};
+  };
+  EXPECT_EQ(scaleFactor<float>(forward(2), 1), 0.5f);
+  EXPECT_EQ(scaleFactor<float>(forward(2), 4), 0.70710677f);
+  EXPECT_EQ(scaleFactor<float>(forward(3), 1), 0.33333334f);
+  EXPECT_EQ(scaleFactor<float>(forward(3), 4), 0.57735026f);
+  EXPECT_EQ(scaleFactor<float>(forward(10), 1), 0.1f);
+  EXPECT_EQ(scaleFactor<float>(forward(10), 4), 0.31622776f);
+  EXPECT_EQ(scaleFactor<float>(forward(12), 4), 0.28867513f);
+  EXPECT_EQ(scaleFactor<double>(forward(3), 1), 0.3333333333333333);
+  EXPECT_EQ(scaleFactor<double>(forward(3), 4), 0.5773502691896258);
+}
+
+TEST(Frame, FlagsMultiplyTheUnscaledResult) {
+  Random random = makeRandom();
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    const std::vector<T> source = numbersWithZeros<T>(random, kernel.sourceSize);
+    const std::vector<T> unscaled = kernel.run(source, kUnscaled);
+    for (const int32_t flag : kFlags) {
+      std::vector<T> expected = unscaled;
+      for (T& number : expected) number *= scaleFactor<T>(kernel.id, flag);
+      EXPECT_TRUE(sameNumbers(expected, kernel.run(source, flag))) << "flag " << flag;
+    }
+  });
+}
+
+// ---- Memory ------------------------------------------------------------------------------------
+
+// Writable pages between two that no one may touch.
+class GuardedPages {
+ public:
+  GuardedPages() {
+    base_ = static_cast<std::byte*>(
+        mmap(nullptr, 3 * kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+    if (base_ == MAP_FAILED) throw std::bad_alloc();
+    protect(PROT_READ | PROT_WRITE);
+  }
+  ~GuardedPages() { munmap(base_, 3 * kPage); }
+  GuardedPages(const GuardedPages&) = delete;
+  GuardedPages& operator=(const GuardedPages&) = delete;
+
+  void protect(int protection) { mprotect(base_ + kPage, kPage, protection); }
+
+  // `count` numbers that end, or begin, at an untouchable page.
+  template <class T>
+  T* place(int count, bool atEnd) {
+    const std::size_t bytes = count * sizeof(T);
+    if (bytes > kPage) throw std::length_error("GuardedPages are too small for this kernel");
+    return reinterpret_cast<T*>(base_ + kPage + (atEnd ? kPage - bytes : 0));
+  }
+
+ private:
+  static constexpr std::size_t kPage = 1 << 16;
+  std::byte* base_;
+};
+
+sigjmp_buf afterFault;
+
+// Whether `body` runs without touching a protected page, and with no aligned access off its
+// boundary.
+template <class Body>
+bool runsWithoutFault(const Body& body) {
+  struct sigaction caught = {}, before;
+  caught.sa_handler = [](int) { siglongjmp(afterFault, 1); };
+  sigaction(SIGSEGV, &caught, &before);
+  const bool faulted = sigsetjmp(afterFault, 1) != 0;
+  if (!faulted) body();
+  sigaction(SIGSEGV, &before, nullptr);
+  return !faulted;
+}
+
+TEST(Frame, NoAccessOutsideTheArrays) {
+  GuardedPages sourcePages, destinationPages;
+  // The check itself: a read before and a write behind have to be caught.
+  sourcePages.protect(PROT_READ);
+  ASSERT_FALSE(runsWithoutFault(
+      [&] { [[maybe_unused]] char read = *(sourcePages.place<volatile char>(1, false) - 1); }));
+  ASSERT_FALSE(runsWithoutFault([&] { *sourcePages.place<volatile char>(1, true) = 0; }));
+
+  Random random = makeRandom();
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    const std::vector<T> data = normalNumbers<T>(random, kernel.sourceSize);
+    const std::vector<T> expected = kernel.run(data, kUnscaled);
+    for (const bool sourceAtEnd : {false, true}) {
+      T* const source = sourcePages.place<T>(kernel.sourceSize, sourceAtEnd);
+      sourcePages.protect(PROT_READ | PROT_WRITE);
+      std::copy(data.begin(), data.end(), source);
+      sourcePages.protect(PROT_READ);
+      for (const bool destinationAtEnd : {false, true}) {
+        T* const destination = destinationPages.place<T>(kernel.destinationSize, destinationAtEnd);
+        ASSERT_TRUE(runsWithoutFault([&] { kernel.function(source, destination, kUnscaled); }))
+            << "source at the " << (sourceAtEnd ? "end" : "start") << ", destination at the "
+            << (destinationAtEnd ? "end" : "start");
+        ASSERT_TRUE(sameNumbers(expected,
+                                std::vector<T>(destination, destination + kernel.destinationSize)));
+      }
+    }
+  });
+}
+
+// A cache line is the period of every alignment test and of every vector.
+constexpr std::size_t kLine = 64;
+
+// An array at a chosen distance from a cache line, with a poisoned line on either side.
+template <class T>
+class OffsetArray {
+ public:
+  OffsetArray(int count, int offset) : whole_(count + 4 * kStep, poison<T>()), count_(count) {
+    const auto address = reinterpret_cast<std::uintptr_t>(whole_.data());
+    start_ = kStep + (kLine - address % kLine) / sizeof(T) % kStep + offset;
+  }
+  T* data() { return whole_.data() + start_; }
+  std::vector<T> numbers() { return {data(), data() + count_}; }
+  bool surroundingsUntouched() const {
+    const T untouched = poison<T>();
+    for (std::size_t i = 0; i < whole_.size(); ++i) {
+      const bool inside = i >= start_ && i < start_ + count_;
+      if (!inside && std::memcmp(&whole_[i], &untouched, sizeof(T)) != 0) return false;
+    }
+    return true;
+  }
+
+  static constexpr int kStep = kLine / sizeof(T);  // offsets within a line
+
+ private:
+  std::vector<T> whole_;
+  std::size_t count_, start_;
+};
+
+TEST(Frame, SameBitsAtEveryOffset) {
+  Random random = makeRandom();
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    const std::vector<T> data = numbersWithZeros<T>(random, kernel.sourceSize);
+    std::vector<T> expected;
+    for (int sourceOffset = 0; sourceOffset < OffsetArray<T>::kStep; ++sourceOffset) {
+      OffsetArray<T> source(kernel.sourceSize, sourceOffset);
+      std::copy(data.begin(), data.end(), source.data());
+      for (int offset = 0; offset < OffsetArray<T>::kStep; ++offset) {
+        OffsetArray<T> destination(kernel.destinationSize, offset);
+        ASSERT_TRUE(runsWithoutFault(
+            [&] { kernel.function(source.data(), destination.data(), kUnscaled); }));
+        if (expected.empty()) expected = destination.numbers();  // both aligned
+        ASSERT_TRUE(sameNumbers(expected, destination.numbers()) &&
+                    destination.surroundingsUntouched() && sameBytes(data, source.numbers()))
+            << "source offset " << sourceOffset << ", destination offset " << offset;
+      }
+    }
+  });
+}
+
+TEST(Frame, SameBitsInPlace) {
+  Random random = makeRandom();
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    const std::vector<T> data = numbersWithZeros<T>(random, kernel.sourceSize);
+    const std::vector<T> expected = kernel.run(data, kUnscaled);
+    const int size = std::max(kernel.sourceSize, kernel.destinationSize);
+    for (int offset = 0; offset < OffsetArray<T>::kStep; ++offset) {
+      OffsetArray<T> array(size, offset);
+      std::copy(data.begin(), data.end(), array.data());
+      ASSERT_EQ(kernel.function(array.data(), array.data(), kUnscaled), 0);
+      ASSERT_TRUE(sameNumbers(expected, std::vector<T>(array.data(),
+                                                       array.data() + kernel.destinationSize)) &&
+                  array.surroundingsUntouched())
+          << "offset " << offset;
+    }
+  });
+}
+
+// ---- Floating-point environment ----------------------------------------------------------------
+
+// Unused vector lanes must not hold garbage: it could raise exceptions or be slow as a denormal.
+TEST(Frame, NoSpuriousExceptionsAndNoChangeOfControl) {
+  constexpr unsigned kAllMaskedToNearest = 0x1f80;
+  Random random = makeRandom();
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
+    std::vector<T> destination(kernel.destinationSize);
+    for (const int32_t flag : kFlags) {
+      _mm_setcsr(kAllMaskedToNearest);
+      kernel.function(source.data(), destination.data(), flag);
+      EXPECT_EQ(_mm_getcsr() & ~static_cast<unsigned>(_MM_EXCEPT_INEXACT), kAllMaskedToNearest);
+    }
+  });
+}
+
+// No constant result and no rounding of its own: the caller's mode decides the last bits.
+TEST(Frame, RoundingModeIsTheCallers) {
+  Random random = makeRandom();
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
+    fesetround(FE_UPWARD);
+    const std::vector<T> up = kernel.run(source, 4);
+    fesetround(FE_DOWNWARD);
+    const std::vector<T> down = kernel.run(source, 4);
+    fesetround(FE_TONEAREST);
+    EXPECT_FALSE(sameBytes(up, down));
+  });
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,192 @@
+#include "harness.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <numbers>
+#include <stdexcept>
+#include <type_traits>
+
+namespace tests {
+namespace {
+
+using kernelgen::Direction;
+using kernelgen::Family;
+using kernelgen::KernelId;
+
+std::string environment(const char* name, const char* otherwise) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : otherwise;
+}
+
+unsigned long seed() {
+  static const unsigned long kSeed = std::stoul(environment("ZVXG_SEED", "20090610"));
+  return kSeed;
+}
+
+class PrintSeed : public testing::Environment {
+  void SetUp() override { std::printf("repeat with ZVXG_SEED=%lu\n", seed()); }
+};
+const testing::Environment* const kPrintSeed =
+    testing::AddGlobalTestEnvironment(new PrintSeed);  // NOLINT: GoogleTest owns it
+
+// cos and sin of 2 pi m / n, with the argument kept below a turn.
+long double cosineOfTurn(int m, int n) {
+  return std::cos(2 * std::numbers::pi_v<long double> * (m % n) / n);
+}
+long double sineOfTurn(int m, int n) {
+  return std::sin(2 * std::numbers::pi_v<long double> * (m % n) / n);
+}
+
+std::vector<long double> complexDft(const KernelId& id, const std::vector<long double>& x) {
+  const int n = id.length;
+  const long double sign = id.direction == Direction::Forward ? -1 : 1;
+  std::vector<long double> cosines(n), sines(n);
+  for (int m = 0; m < n; ++m) {
+    cosines[m] = cosineOfTurn(m, n);
+    sines[m] = sign * sineOfTurn(m, n);
+  }
+  std::vector<long double> result(2 * n);
+  for (int k = 0; k < n; ++k) {
+    for (int j = 0; j < n; ++j) {
+      const long double c = cosines[j * k % n], s = sines[j * k % n];
+      result[2 * k] += x[2 * j] * c - x[2 * j + 1] * s;
+      result[2 * k + 1] += x[2 * j] * s + x[2 * j + 1] * c;
+    }
+  }
+  return result;
+}
+
+// What the tests have to know of a family. Sizes are counted in numbers.
+struct FamilyRow {
+  int (*sourceSize)(int length);
+  int (*destinationSize)(int length);
+  bool directed;  // false: flags 1 and 2 both divide by N
+  std::vector<long double> (*definition)(const KernelId&, const std::vector<long double>&);
+};
+
+const FamilyRow& familyRow(Family family) {
+  static const FamilyRow kComplex = {[](int n) { return 2 * n; }, [](int n) { return 2 * n; }, true,
+                                     complexDft};
+  switch (family) {
+    case Family::Complex: return kComplex;
+  }
+  throw std::logic_error("a kernel family without a row in the tests");
+}
+
+}  // namespace
+
+Library::Library(const std::string& path) : handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+  if (handle_ == nullptr) throw std::runtime_error(dlerror());
+}
+
+void* Library::find(const std::string& symbol) const { return dlsym(handle_, symbol.c_str()); }
+
+const Library& libraryUnderTest() {
+  static const Library kLibrary(environment("ZVXG_LIBRARY", ZVXG_LIBRARY_FILE));
+  return kLibrary;
+}
+
+template <class T>
+TestKernel<T> loadKernel(const Library& library, const KernelId& id) {
+  const FamilyRow& row = familyRow(id.family);
+  TestKernel<T> kernel{
+      id, id.length, row.sourceSize(id.length), row.destinationSize(id.length), {}};
+  void* address = library.find(id.symbol());
+  if (address == nullptr) ADD_FAILURE() << id.symbol() << " is not in the library";
+  // The prototype has pointers to complex elements, which are passed like these.
+  kernel.function = reinterpret_cast<decltype(kernel.function)>(address);
+  return kernel;
+}
+
+template <class T>
+std::vector<T> TestKernel<T>::run(const std::vector<T>& source, int32_t flag) const {
+  std::vector<T> destination(destinationSize, poison<T>());
+  EXPECT_EQ(function(source.data(), destination.data(), flag), 0);
+  return destination;
+}
+
+std::vector<long double> definition(const KernelId& id, const std::vector<long double>& source) {
+  return familyRow(id.family).definition(id, source);
+}
+
+template <class T>
+T scaleFactor(const KernelId& id, int32_t flag) {
+  const bool directed = familyRow(id.family).directed;
+  const bool forward = id.direction == Direction::Forward;
+  switch (flag) {
+    case 1: return !directed || forward ? T(1) / T(id.length) : T(1);
+    case 2: return !directed || !forward ? T(1) / T(id.length) : T(1);
+    case 4: return static_cast<T>(1.0 / std::sqrt(static_cast<double>(id.length)));
+    default: return T(1);
+  }
+}
+
+std::vector<KernelId> selectedKernels() {
+  std::vector<KernelId> ids = kernelgen::kernelList();
+  const std::string text = environment("ZVXG_KERNEL", "");
+  std::erase_if(ids,
+                [&](const KernelId& id) { return id.symbol().find(text) == std::string::npos; });
+  return ids;
+}
+
+Random makeRandom() { return Random(seed()); }
+
+template <class T>
+std::vector<T> normalNumbers(Random& random, int count) {
+  std::normal_distribution<T> normal;
+  std::vector<T> numbers(count);
+  std::generate(numbers.begin(), numbers.end(), [&] { return normal(random); });
+  return numbers;
+}
+
+template <class T>
+std::vector<T> numbersWithZeros(Random& random, int count) {
+  std::vector<T> numbers = normalNumbers<T>(random, count);
+  for (T& number : numbers) {
+    if (random() % 3 == 0) number = std::copysign(T(0), number);
+  }
+  return numbers;
+}
+
+template <class T>
+testing::AssertionResult sameNumbers(const std::vector<T>& expected, const std::vector<T>& actual) {
+  if (expected.size() != actual.size()) {
+    return testing::AssertionFailure()
+           << actual.size() << " numbers instead of " << expected.size();
+  }
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    if (sameNumber(expected[i], actual[i])) continue;
+    char text[100];
+    std::snprintf(text, sizeof text, "number %zu is %a instead of %a", i, double(actual[i]),
+                  double(expected[i]));
+    return testing::AssertionFailure() << text;
+  }
+  return testing::AssertionSuccess();
+}
+
+template <class T>
+T poison() {
+  if constexpr (std::is_same_v<T, float>) {
+    return std::bit_cast<float>(0x7fc5a5a5u);
+  } else {
+    return std::bit_cast<double>(0x7ffc5a5a5a5a5a5aull);
+  }
+}
+
+#define ZVXG_INSTANTIATE(T)                                                                       \
+  template struct TestKernel<T>;                                                                  \
+  template TestKernel<T> loadKernel<T>(const Library&, const KernelId&);                          \
+  template T scaleFactor<T>(const KernelId&, int32_t);                                            \
+  template std::vector<T> normalNumbers<T>(Random&, int);                                         \
+  template std::vector<T> numbersWithZeros<T>(Random&, int);                                      \
+  template testing::AssertionResult sameNumbers<T>(const std::vector<T>&, const std::vector<T>&); \
+  template T poison<T>();
+ZVXG_INSTANTIATE(float)
+ZVXG_INSTANTIATE(double)
+
+}  // namespace tests

@@ -1,0 +1,202 @@
+"""The built library as a file: what it exports and imports, which instructions it holds, and
+whether the prototypes in the tree are those of the generator. Run with --help for the arguments;
+what follows them goes to unittest, such as -k imports."""
+
+import argparse
+import collections
+import graphlib
+import os
+import re
+import subprocess
+import sys
+import unittest
+
+
+def output_of(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+class TestCase(unittest.TestCase):
+    def expect_none(self, found, what):
+        """Fails with a readable part of a set that should be empty."""
+        if found:
+            self.fail(f"{len(found)} {what}, such as {', '.join(sorted(found)[:5])}")
+
+
+class Header(TestCase):
+    def test_kernel_prototypes_are_current(self):
+        with open(os.path.join(options.include, "zvxg_kernels.h"), encoding="utf-8") as file:
+            current = file.read() == output_of(options.kernelgen, "header")
+        self.assertTrue(current, "run: kernelgen header > include/zvxg_kernels.h")
+
+
+    def test_ledger_is_current(self):
+        with open(options.ledger, encoding="utf-8") as file:
+            current = file.read() == output_of(options.kernelgen, "counts")
+        self.assertTrue(current, "run: kernelgen counts > tools/kernelgen/ledger.csv")
+
+
+class Symbols(TestCase):
+    # Provided by libzvxcore, or by the program.
+    CORE = {"zvxMalloc", "zvxFree"}
+
+    def dynamic(self, kind):
+        lines = output_of("nm", "-D", f"--{kind}-only", options.library).splitlines()
+        return [line.split()[-2:] for line in lines]
+
+    def declared(self):
+        text = ""
+        for name in "zvxg.h", "zvxg_kernels.h":
+            with open(os.path.join(options.include, name), encoding="utf-8") as file:
+                text += file.read()
+        return set(re.findall(r"^ZVXG_API [^(;]*?(\w+)\s*\(", text, re.MULTILINE)) - self.CORE
+
+    def test_exports_are_the_declared_functions(self):
+        exported = {name for _, name in self.dynamic("defined")}
+        declared = self.declared()
+        kernels = set(output_of(options.kernelgen, "list").split())
+        self.assertGreater(len(kernels), 0)
+        self.expect_none(kernels - declared, "kernels not declared")
+        self.expect_none(declared - exported, "functions not exported")
+        self.expect_none(exported - declared, "symbols that should be hidden")
+        kinds = {kind for kind, _ in self.dynamic("defined")}
+        self.assertEqual(kinds, {"T"}, "only functions are exported")
+
+    def test_imports_are_memory_and_the_c_library(self):
+        # Undefined weak symbols are hooks of the start-up code.
+        imported = {name for kind, name in self.dynamic("undefined") if kind != "w"}
+        other = {n for n in imported if n not in self.CORE and "@GLIBC_" not in n}
+        self.expect_none(other, "symbols of other libraries")
+
+    def test_needs_only_system_libraries_and_has_its_soname(self):
+        dynamic = output_of("readelf", "-dW", options.library)
+        needed = set(re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic))
+        self.assertLessEqual(needed, {"libc.so.6", "libm.so.6", "libzvxcore.so.6"})
+        self.assertEqual(re.findall(r"\(SONAME\).*\[(.*)\]", dynamic), ["libzvxg.so.6"])
+        self.assertNotIn("TEXTREL", dynamic)
+
+    def test_no_writable_data(self):
+        # Lines of objdump -t: address, flags, section, size, name.
+        writable = re.compile(r"^\S+ .{7} \.(?:data|bss|tdata|tbss)\s+[0-9a-f]+\s+(?:\S+ )?(\S+)$")
+        table = output_of("objdump", "-t", options.library).splitlines()
+        self.assertGreater(len(table), 10, "the library is stripped")
+        names = {m.group(1) for m in map(writable.match, table) if m}
+        start_up = {".data", ".bss", "__dso_handle", "__TMC_END__", "completed.0"}
+        self.expect_none(names - start_up, "variables")
+
+
+Instruction = collections.namedtuple("Instruction", "address mnemonic operands")
+
+
+def disassembly():
+    """The functions of the library: name -> its instructions."""
+    functions = {}
+    for line in output_of("objdump", "-d", "--no-show-raw-insn", options.library).splitlines():
+        if label := re.match(r"[0-9a-f]+ <(.+)>:$", line):
+            body = functions.setdefault(label.group(1), [])
+        elif parts := re.match(r"\s+([0-9a-f]+):\s+(\S+)\s*(.*)", line):
+            body.append(Instruction(int(parts.group(1), 16), parts.group(2), parts.group(3)))
+    return functions
+
+
+# What AVX does not have. The first group is new in AVX2, FMA, F16C and AVX-512 by its name alone.
+FOREIGN_NAME = re.compile(
+    r"vfn?m(add|sub)|vcvtph2ps|vcvtps2ph|vpbroadcast|vbroadcasti|vperm(d|q|ps|pd)$|vpermt2|vpermi2"
+    r"|v(extract|insert)i|vperm2i128|vpblendd|vp?gather|vp?scatter|vpmaskmov|vps[lr][la]v"
+    r"|v(extract|insert)[fi](32|64)x|vpternlog|vp(and|or|xor)n?[dq]$|vrndscale"
+    r"|vmovdq[au](8|16|32|64)|k(mov|and|or|xor|unpck|ortest|not|shift)|valign|vcompress|vexpand"
+)
+# 256-bit integer instructions that AVX has already.
+WIDE_INTEGER = re.compile(r"vptest|vpermil|vperm2f128")
+# Instructions that read or change the floating-point control word.
+CONTROL = re.compile(r"v?(ld|st)mxcsr|fldcw|fn?stcw|fxrstor|xrstor|fesetenv")
+
+
+def foreign(instruction):
+    """Why this instruction is not plain AVX code, or None."""
+    name, operands = instruction.mnemonic, instruction.operands
+    if FOREIGN_NAME.match(name):
+        return "not in AVX"
+    if re.search(r"%zmm|%[xy]mm(1[6-9]|2\d|3[01])|\{", operands):
+        return "AVX-512"
+    if "%ymm" in operands and re.match(r"vp|vmpsadbw|vmovntdqa", name):
+        if not WIDE_INTEGER.match(name):
+            return "256-bit integer instruction"
+    if name.startswith("vbroadcasts") and "(" not in operands:
+        return "broadcast from a register"
+    if CONTROL.match(name):
+        return "touches the control word"
+    return None
+
+
+def control_flow(name, body):
+    """The graph of the instructions of a function, and where it jumps or calls outside itself."""
+    successors, others = {}, set()
+    for instruction, following in zip(body, body[1:] + [None]):
+        after = successors.setdefault(instruction.address, [])
+        if re.match("j|call", instruction.mnemonic):
+            target = re.fullmatch(r"([0-9a-f]+) <([^>+]+)(?:\+0x[0-9a-f]+)?>", instruction.operands)
+            if target and target.group(2) == name:
+                after.append(int(target.group(1), 16))
+            else:
+                others.add(target.group(2) if target else instruction.operands)
+        if following and instruction.mnemonic not in ("jmp", "ret"):
+            after.append(following.address)
+    return successors, others
+
+
+class MachineCode(TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.functions = disassembly()
+        cls.kernels = set(output_of(options.kernelgen, "list").split())
+        # Function symbols in lower case are local: no import, no other kernel.
+        symbols = [line.split()[-2:] for line in output_of("nm", options.library).splitlines()]
+        cls.local = {name for kind, name in symbols if kind == "t"} & cls.functions.keys()
+
+    def test_plain_avx_without_fused_products(self):
+        found = {
+            f"{name}: {i.mnemonic} {i.operands} ({reason})"
+            for name, body in self.functions.items()
+            for i in body
+            if (reason := foreign(i))
+        }
+        self.expect_none(found, "instructions beyond AVX")
+
+    def test_kernels_have_no_loop_and_enter_only_their_own_bodies(self):
+        self.expect_none(self.kernels - self.functions.keys(), "kernels without code")
+        found, waiting, seen = set(), sorted(self.kernels), set()
+        while waiting:
+            name = waiting.pop()
+            if name in seen:
+                continue
+            seen.add(name)
+            successors, others = control_flow(name, self.functions[name])
+            bodies = {other for other in others if other in self.local}
+            found |= {f"{name}: enters {other}" for other in others - bodies}
+            waiting += bodies
+            try:
+                graphlib.TopologicalSorter(successors).prepare()
+            except graphlib.CycleError as error:
+                found.add(f"{name}: loop at {min(error.args[1]):x}")
+        self.expect_none(found, "ways out and loops")
+
+    def test_foreign_instructions_are_recognised(self):
+        self.assertTrue(foreign(Instruction(0, "vfmadd231pd", "%ymm1,%ymm2,%ymm3")))
+        self.assertTrue(foreign(Instruction(0, "vpaddd", "%ymm1,%ymm2,%ymm3")))
+        self.assertTrue(foreign(Instruction(0, "vbroadcastss", "%xmm0,%ymm1")))
+        self.assertTrue(foreign(Instruction(0, "vaddps", "%zmm1,%zmm2,%zmm3")))
+        self.assertTrue(foreign(Instruction(0, "vaddps", "%ymm1,%ymm2,%ymm17")))
+        self.assertFalse(foreign(Instruction(0, "vbroadcastss", "0x10(%rip),%ymm1")))
+        self.assertFalse(foreign(Instruction(0, "vpermilps", "$0x4e,%ymm1,%ymm2")))
+        self.assertFalse(foreign(Instruction(0, "vpxor", "%xmm1,%xmm2,%xmm3")))
+
+
+if __name__ == "__main__":
+    parser = argparse.ArgumentParser(description="Tests the built library as a file.")
+    parser.add_argument("--library", required=True, help="libzvxg.so")
+    parser.add_argument("--kernelgen", required=True, help="the generator")
+    parser.add_argument("--include", required=True, help="directory of zvxg.h")
+    parser.add_argument("--ledger", required=True, help="operation counts kept in the tree")
+    options, rest = parser.parse_known_args()
+    unittest.main(argv=sys.argv[:1] + rest)

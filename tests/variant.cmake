@@ -1,0 +1,23 @@
+# Builds the library with another COMPILER and build TYPE and runs the tests of bits on it. They
+# compare with the interpreter of the ordinary build, so what passes has the same bits as the
+# ordinary library.
+
+function(run)
+  execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
+  if(result)
+    message(FATAL_ERROR "failed: ${ARGV}")
+  endif()
+endfunction()
+
+run(${CMAKE_COMMAND} -S ${SOURCE} -B ${BUILD} -G Ninja
+  -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_BUILD_TYPE=${TYPE}
+  -D ZVXG_TESTS=OFF -D ZVXG_BENCH=OFF -D ZVXG_EXAMPLES=OFF)
+run(${CMAKE_COMMAND} --build ${BUILD} --target zvxg --parallel 2)
+
+file(GLOB_RECURSE library ${BUILD}/libzvxg.so)
+list(LENGTH library count)
+if(NOT count EQUAL 1)
+  message(FATAL_ERROR "not one libzvxg.so in ${BUILD}, but: ${library}")
+endif()
+run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
+  ${TESTS} --gtest_brief=1 --gtest_filter=Interpreter.*:ByHand.*:Frame.*)
