@@ -1,0 +1,39 @@
+// What is measured: one case per function of the library, with a peer that does the same work.
+// The families are the rows of a table in cases.cpp; listCases() is the entry.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+// Runs one transform `calls` times in a row on fixed arrays.
+using Batch = std::function<void(int calls)>;
+
+// The arrays of one side. `source` holds normal numbers and is written by nobody but a planner.
+struct Arrays {
+  void* source;
+  void* dest;
+};
+
+struct Case {
+  std::string family;  // such as complex-forward
+  int bits;            // of a real number: 32 or 64
+  int n;               // length in elements
+  std::string symbol;
+  std::string peerName;
+  std::function<Batch(Arrays)> ours;
+  std::function<Batch(Arrays)> peer;  // may overwrite the source while it is made
+};
+
+struct CaseList {
+  std::vector<Case> cases;
+  int missing = 0;  // functions that match the filter and are not in the library
+};
+
+// The cases of a shared library that match `filter`: words joined by '-', each of them a part of
+// "<family> <single|double> <symbol>". Throws std::runtime_error with one line on failure.
+CaseList listCases(const std::string& libraryPath, const std::string& filter);
+
+}  // namespace bench

@@ -1,0 +1,95 @@
+#include "measure.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdlib>
+#include <memory>
+#include <new>
+
+namespace bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Long against the 20 to 30 ns of reading the timer, short against the ticks of the system.
+constexpr double kBurstNs = 10'000;
+
+double nsSince(Clock::time_point start) {
+  return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+}
+
+// One side: how many calls fill a burst, and the shortest burst so far, per call.
+class Side {
+ public:
+  explicit Side(Batch batch) : batch_(std::move(batch)) {
+    while (burst() * calls_ < kBurstNs && calls_ < 1 << 20) calls_ *= 2;
+    bestNs_ = burst();
+  }
+  void run() { bestNs_ = std::min(bestNs_, burst()); }
+  double bestNs() const { return bestNs_; }
+
+ private:
+  double burst() {
+    batch_(1 + calls_ / 16);  // the other side has just had the caches and the branch predictor
+    const auto start = Clock::now();
+    batch_(calls_);
+    return nsSince(start) / calls_;
+  }
+
+  Batch batch_;
+  int calls_ = 1;
+  double bestNs_ = 0;
+};
+
+// Additions that each wait for the one before, a cycle each. Both operands are registers, as some
+// processors add a small constant for nothing.
+constexpr int kChainCycles = 64;
+void additionChain(int calls) {
+  std::size_t sum = 0;
+  const std::size_t step = 1;
+  for (int i = 0; i < calls; ++i) {
+    asm volatile(".rept %c2\n\tadd %1, %0\n\t.endr" : "+r"(sum) : "r"(step), "i"(kChainCycles));
+  }
+}
+
+template <class T>
+void fillSource(void* source, std::size_t bytes) {
+  const std::size_t count = bytes / sizeof(T);
+  // 0.5 to 1 in steps that repeat late: no value, and no sum of a few, is denormal or huge.
+  for (std::size_t i = 0; i < count; ++i) {
+    static_cast<T*>(source)[i] = T(0.5) + T(i * 7919 % 16384) / T(32768);
+  }
+}
+
+}  // namespace
+
+Times measure(const Case& subject, double budgetMs, int offsetBytes) {
+  // Source and destination in one block, in every process at the same places in a page. The gap
+  // keeps equal indices of the two off equal offsets into a page, which would stall loads. There
+  // are two numbers per point, and two more that half spectra need.
+  constexpr std::size_t kPage = 4096, kGap = 64 * 17;
+  const std::size_t bytes =
+      (2 * static_cast<std::size_t>(subject.n) + 2) * (subject.bits / 8) + offsetBytes;
+  const std::size_t destAt = (bytes + 63) / 64 * 64 + kGap;
+  const std::unique_ptr<std::byte, decltype(&std::free)> block(
+      static_cast<std::byte*>(std::aligned_alloc(kPage, (destAt + bytes + kPage) & -kPage)),
+      &std::free);
+  if (!block) throw std::bad_alloc();
+  std::byte* const source = block.get();
+  std::byte* const dest = source + destAt;
+
+  Side peer(subject.peer({source, dest}));
+  subject.bits == 32 ? fillSource<float>(source, bytes) : fillSource<double>(source, bytes);
+  Side ours(subject.ours({source + offsetBytes, dest + offsetBytes}));
+  Side chain(additionChain);
+  const auto start = Clock::now();
+  do {
+    ours.run();
+    peer.run();
+    chain.run();
+  } while (nsSince(start) < budgetMs * 1e6);
+  return {ours.bestNs(), peer.bestNs(), kChainCycles / chain.bestNs()};
+}
+
+}  // namespace bench

@@ -1,0 +1,174 @@
+#include "report.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace bench {
+namespace {
+
+double best(const std::vector<double>& values) {
+  return *std::min_element(values.begin(), values.end());
+}
+
+// How far the median process lies above the best one.
+double spreadPercent(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return 100 * (values[values.size() / 2] / values.front() - 1);
+}
+
+double ratio(const Result& r) { return best(r.peerNs) / best(r.oursNs); }
+double overBound(const Result& r) { return best(r.oursNs) * r.clockGhz / r.boundCycles; }
+double toBeat(const Result& r) { return r.ratioToBeat; }
+
+// Screen and file show the same columns.
+struct Column {
+  const char* name;
+  int decimals;
+  double (*value)(const Result&);
+  int width() const { return std::max(static_cast<int>(std::strlen(name)), 8) + 2; }
+};
+
+const Column kColumns[] = {
+    {"n", 0, [](const Result& r) { return double(r.subject.n); }},
+    {"ours_ns", 2, [](const Result& r) { return best(r.oursNs); }},
+    {"ours_spread", 1, [](const Result& r) { return spreadPercent(r.oursNs); }},
+    {"peer_ns", 2, [](const Result& r) { return best(r.peerNs); }},
+    {"peer_spread", 1, [](const Result& r) { return spreadPercent(r.peerNs); }},
+    {"ratio", 3, ratio},
+    {"clock_ghz", 3, [](const Result& r) { return r.clockGhz; }},
+    {"bound_cycles", 1, [](const Result& r) { return r.boundCycles; }},
+    {"bound_ns", 2, [](const Result& r) { return r.boundCycles / r.clockGhz; }},
+    {"over_bound", 2, overBound},
+    {"to_beat", 2, toBeat},
+};
+
+std::string cell(const Column& column, const Result& result) {
+  const double value = column.value(result);
+  if (std::isnan(value)) return "";
+  char text[32];
+  std::snprintf(text, sizeof text, "%.*f", column.decimals, value);
+  return text;
+}
+
+bool known(double (*value)(const Result&), const std::vector<Result>& group) {
+  return std::any_of(group.begin(), group.end(),
+                     [&](const Result& r) { return !std::isnan(value(r)); });
+}
+
+double geometricMean(const std::vector<Result>& group, double (*value)(const Result&)) {
+  double logSum = 0;
+  for (const Result& r : group) logSum += std::log(value(r));
+  return std::exp(logSum / static_cast<double>(group.size()));
+}
+
+void printLengths(const char* title, const std::vector<Result>& group, auto&& condition) {
+  std::printf("%s:", title);
+  for (const Result& r : group) {
+    if (condition(r)) std::printf(" %d", r.subject.n);
+  }
+  std::printf("\n");
+}
+
+void printGroup(const std::vector<Result>& group) {
+  std::vector<Column> columns;
+  std::copy_if(std::begin(kColumns), std::end(kColumns), std::back_inserter(columns),
+               [&](const Column& column) { return known(column.value, group); });
+  const Result& first = group.front();
+  std::printf("\n%s, %s precision, against %s\n", first.subject.family.c_str(),
+              first.subject.bits == 32 ? "single" : "double", first.subject.peerName.c_str());
+  for (const Column& column : columns) std::printf("%*s", column.width(), column.name);
+  std::printf("\n");
+  for (const Result& r : group) {
+    for (const Column& column : columns) {
+      std::printf("%*s", column.width(), cell(column, r).c_str());
+    }
+    std::printf("%s\n", ratio(r) < r.ratioToBeat ? " behind" : "");
+  }
+  const Result& worst = *std::min_element(group.begin(), group.end(),
+                                          [](auto& a, auto& b) { return ratio(a) < ratio(b); });
+  std::printf("ratio: geometric mean of %zu %.3f, worst %.3f at %d\n", group.size(),
+              geometricMean(group, ratio), ratio(worst), worst.subject.n);
+  if (known(overBound, group)) {
+    std::printf("over the bound: geometric mean %.3f\n", geometricMean(group, overBound));
+  }
+  printLengths("ratio below 1", group, [](const Result& r) { return ratio(r) < 1; });
+  if (known(toBeat, group)) {
+    printLengths("behind the ratio to beat", group,
+                 [](const Result& r) { return ratio(r) < r.ratioToBeat; });
+  }
+}
+
+std::vector<std::string> fieldsOf(const std::string& line) {
+  std::vector<std::string> fields;
+  std::istringstream stream(line);
+  for (std::string field; std::getline(stream, field, ',');) fields.push_back(field);
+  return fields;
+}
+
+}  // namespace
+
+std::map<std::string, double> readRatiosToBeat(const std::string& path) {
+  std::ifstream file(path);
+  std::string line;
+  if (!std::getline(file, line)) throw std::runtime_error("cannot read " + path);
+  const std::vector<std::string> head = fieldsOf(line);
+  std::map<std::string, double> ratios;
+  for (int lineNumber = 2; std::getline(file, line); ++lineNumber) {
+    std::vector<std::string> row = fieldsOf(line);
+    row.resize(head.size());  // a last empty field is not among the fields
+    const auto field = [&](const char* name) {
+      const auto at = std::find(head.begin(), head.end(), name);
+      if (at == head.end()) throw std::runtime_error(path + " has no column " + name);
+      return row[at - head.begin()];
+    };
+    const std::string ratio = field("ratio_to_beat");
+    if (ratio.empty()) continue;
+    char* end;
+    const double value = std::strtod(ratio.c_str(), &end);
+    if (*end) {
+      throw std::runtime_error(path + ":" + std::to_string(lineNumber) + ": bad ratio " + ratio);
+    }
+    ratios[field("family") + "," + field("bits") + "," + field("n")] = value;
+  }
+  return ratios;
+}
+
+void printTables(const std::vector<Result>& results) {
+  for (auto from = results.begin(); from != results.end();) {
+    const auto to = std::find_if(from, results.end(), [&](const Result& r) {
+      return r.subject.family != from->subject.family || r.subject.bits != from->subject.bits;
+    });
+    printGroup({from, to});
+    from = to;
+  }
+}
+
+void writeCsv(const std::string& path, const std::vector<std::string>& head,
+              const std::vector<Result>& results) {
+  const std::string unfinished = path + ".part";
+  std::ofstream file(unfinished);
+  for (const std::string& line : head) file << "# " << line << '\n';
+  file << "family,bits,symbol,peer";
+  for (const Column& column : kColumns) file << ',' << column.name;
+  for (const Result& r : results) {
+    file << '\n'
+         << r.subject.family << ',' << r.subject.bits << ',' << r.subject.symbol << ','
+         << r.subject.peerName;
+    for (const Column& column : kColumns) file << ',' << cell(column, r);
+  }
+  file << '\n';
+  file.close();
+  if (!file) {
+    std::filesystem::remove(unfinished);
+    throw std::runtime_error("cannot write " + path);
+  }
+  std::filesystem::rename(unfinished, path);
+}
+
+}  // namespace bench
