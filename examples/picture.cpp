@@ -1,0 +1,142 @@
+// Picture, Font, writePng.
+#include "picture.h"
+
+#include <png.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <stdexcept>
+#include <string_view>
+
+Picture::Picture(int width, int height, Color background)
+    : width_(width),
+      height_(height),
+      pixels_(static_cast<std::size_t>(width) * height, background) {}
+
+void Picture::set(int x, int y, Color color) {
+  if (x >= 0 && x < width_ && y >= 0 && y < height_) pixels_[index(x, y)] = color;
+}
+
+void Picture::fill(int x, int y, int width, int height, Color color) {
+  for (int row = y; row < y + height; ++row) {
+    for (int column = x; column < x + width; ++column) set(column, row, color);
+  }
+}
+
+void Picture::blend(int x, int y, Color color, int coverage) {
+  if (x < 0 || x >= width_ || y < 0 || y >= height_) return;
+  Color& pixel = pixels_[index(x, y)];
+  const auto mix = [coverage](int below, int above) {
+    return static_cast<std::uint8_t>((below * (255 - coverage) + above * coverage + 127) / 255);
+  };
+  pixel = {mix(pixel.red, color.red), mix(pixel.green, color.green), mix(pixel.blue, color.blue)};
+}
+
+namespace {
+
+// Takes the next code point off the front of UTF-8 text. A byte that starts none, as a file name
+// may hold, comes back as the replacement character.
+char32_t nextCodePoint(std::string_view& text) {
+  const auto byte = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned char lead = byte(0);
+  const std::size_t size = lead < 0x80 ? 1 : lead >> 5 == 6 ? 2 : lead >> 4 == 14 ? 3 : 4;
+  char32_t code = size == 1 ? lead : lead & (0xffu >> (size + 1));
+  bool valid = size == 1 || (lead >= 0xc2 && lead < 0xf5 && text.size() >= size);
+  for (std::size_t i = 1; valid && i < size; ++i) {
+    valid = byte(i) >> 6 == 2;
+    code = code << 6 | (byte(i) & 0x3fu);
+  }
+  text.remove_prefix(valid ? size : 1);
+  return valid ? code : U'\ufffd';
+}
+
+[[noreturn]] void failWriting(const std::string& path, const std::string& reason) {
+  throw std::runtime_error(path + ": cannot be written (" + reason + ")");
+}
+
+}  // namespace
+
+Font::Font(int pixelSize) {
+  FT_Library library = nullptr;
+  if (FT_Init_FreeType(&library) != 0) throw std::runtime_error("FreeType does not start");
+  library_.reset(library);
+  FT_Face face = nullptr;
+  if (FT_New_Face(library, EXAMPLES_FONT, 0, &face) != 0) {
+    throw std::runtime_error(EXAMPLES_FONT ": not a readable font");
+  }
+  face_.reset(face);
+  FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(pixelSize));
+}
+
+int Font::width(const std::string& text) {
+  const FT_Face face = face_.get();
+  FT_Set_Transform(face, nullptr, nullptr);
+  FT_Pos sum = 0;
+  for (std::string_view rest = text; !rest.empty();) {
+    if (FT_Load_Char(face, nextCodePoint(rest), FT_LOAD_TARGET_LIGHT) == 0) {
+      sum += face->glyph->advance.x;
+    }
+  }
+  return static_cast<int>((sum + 32) / 64);
+}
+
+void Font::draw(Picture& picture, int x, int y, const std::string& text, Anchor anchor, Color color,
+                Run run) {
+  const int size = width(text);
+  const int back = anchor == Anchor::Left ? 0 : anchor == Anchor::Centre ? size / 2 : size;
+  const bool upward = run == Run::Upward;
+  const FT_Fixed one = 0x10000;
+  FT_Matrix turn = upward ? FT_Matrix{0, -one, one, 0} : FT_Matrix{one, 0, 0, one};
+  // FreeType's y axis points up, in units of 1/64 pixel.
+  FT_Vector pen = {(upward ? x : x - back) * 64L,
+                   (picture.height() - (upward ? y + back : y)) * 64L};
+  const FT_Face face = face_.get();
+  for (std::string_view rest = text; !rest.empty();) {
+    FT_Set_Transform(face, &turn, &pen);
+    if (FT_Load_Char(face, nextCodePoint(rest), FT_LOAD_RENDER | FT_LOAD_TARGET_LIGHT) != 0) {
+      continue;
+    }
+    const FT_GlyphSlot glyph = face->glyph;
+    for (unsigned row = 0; row < glyph->bitmap.rows; ++row) {
+      for (unsigned column = 0; column < glyph->bitmap.width; ++column) {
+        picture.blend(glyph->bitmap_left + static_cast<int>(column),
+                      picture.height() - glyph->bitmap_top + static_cast<int>(row), color,
+                      glyph->bitmap.buffer[row * glyph->bitmap.pitch + column]);
+      }
+    }
+    pen.x += glyph->advance.x;
+    pen.y += glyph->advance.y;
+  }
+}
+
+void writePng(const Picture& picture, const std::string& path) {
+  // Renaming onto a device would replace it.
+  if (std::filesystem::exists(path) && !std::filesystem::is_regular_file(path)) {
+    failWriting(path, "it exists and is not a regular file");
+  }
+  const std::string unfinished = path + "." + std::to_string(getpid()) + ".part";
+  std::FILE* file = std::fopen(unfinished.c_str(), "wbx");
+  if (file == nullptr) failWriting(path, std::strerror(errno));
+
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  image.width = static_cast<png_uint_32>(picture.width());
+  image.height = static_cast<png_uint_32>(picture.height());
+  image.format = PNG_FORMAT_RGB;
+  std::string reason;
+  if (png_image_write_to_stdio(&image, file, 0, picture.data(), 0, nullptr) == 0) {
+    reason = image.message;
+  }
+  if (std::fclose(file) != 0 && reason.empty()) reason = std::strerror(errno);
+  if (reason.empty() && std::rename(unfinished.c_str(), path.c_str()) != 0) {
+    reason = std::strerror(errno);
+  }
+  if (!reason.empty()) {
+    std::remove(unfinished.c_str());
+    failWriting(path, reason);
+  }
+}

@@ -1,0 +1,63 @@
+// Recording: libsndfile knows the formats; here are the mixing and the refusals.
+#include "recording.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <stdexcept>
+
+namespace {
+
+// Float files can hold anything. What is no number, or so loud that sums of its squares leave the
+// range of single precision, would spoil every frame that touches it.
+constexpr float kLoudest = 1e15f;
+
+std::string withoutLineEnds(std::string text) {
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  while (!text.empty() && (text.back() == ' ' || text.back() == '.')) text.pop_back();
+  return text;
+}
+
+}  // namespace
+
+Recording::Recording(const std::string& path) : path_(path) {
+  const auto kind = std::filesystem::status(path).type();
+  if (kind == std::filesystem::file_type::not_found) {
+    throw std::runtime_error(path + ": no such file");
+  }
+  if (kind != std::filesystem::file_type::regular) {
+    throw std::runtime_error(path + ": not a regular file");
+  }
+  SF_INFO info{};
+  file_.reset(sf_open(path.c_str(), SFM_READ, &info));
+  if (!file_) {
+    throw std::runtime_error(path + ": not a readable sound file (" +
+                             withoutLineEnds(sf_strerror(nullptr)) + ")");
+  }
+  rate_ = info.samplerate;
+  channels_ = info.channels;
+  length_ = info.frames;
+  if (rate_ <= 0 || length_ <= 0) throw std::runtime_error(path + ": holds no samples");
+}
+
+std::size_t Recording::read(std::span<float> samples) {
+  interleaved_.resize(samples.size() * channels_);
+  const sf_count_t got =
+      sf_readf_float(file_.get(), interleaved_.data(), static_cast<sf_count_t>(samples.size()));
+  for (sf_count_t i = 0; i < got; ++i) {
+    float sum = 0;
+    for (int c = 0; c < channels_; ++c) sum += interleaved_[i * channels_ + c];
+    const float mean = sum / static_cast<float>(channels_);
+    if (!(std::abs(mean) <= kLoudest)) {
+      throw std::runtime_error(path_ + ": sample " + std::to_string(position_ + i) +
+                               " is not a usable number");
+    }
+    samples[i] = mean;
+  }
+  position_ += got;
+  if (got < static_cast<sf_count_t>(samples.size()) && position_ < length_) {
+    throw std::runtime_error(path_ + ": ends after " + std::to_string(position_) + " of " +
+                             std::to_string(length_) + " samples");
+  }
+  return static_cast<std::size_t>(got);
+}
