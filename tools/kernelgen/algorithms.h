@@ -5,6 +5,11 @@
 //
 //   run(recipe, columns)     the transforms of all columns
 //   rotate(columns, angle)   element k of column c times exp(-2 pi i angle(c, k))
+//   convolve(a, x0, numbers) the middle of a Rader step
+//   zero, postpone, weigh    what a chirp step needs besides: an element that is zero, a rotation
+//   that
+//                            is done wherever the elements are used, and products by constants
+//   kCentred                 whether blocks and columns are numbered 0, 1, 2 .., -2, -1
 //
 // A direct body works on the elements of one column and needs only their arithmetic (values.h).
 #pragma once
@@ -12,6 +17,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "convolutions.h"
 #include "recipe.h"
 #include "values.h"
 
@@ -21,6 +27,13 @@ template <class E>
 using Column = std::vector<E>;
 template <class E>
 using Columns = std::vector<Column<E>>;
+
+// With a the transform of a Rader step's permuted inputs and x0 its x[0], column by column:
+template <class E>
+struct RaderMiddle {
+  Column<E> zero;   // X[0] = x0 + a[0]
+  Columns<E> rest;  // a[k] B[k], with x0 added at k = 0
+};
 
 // Good-Thomas, n = a b with a and b coprime: the index maps i, j -> b i + a j and
 // k -> (k mod a, k mod b) leave two independent dimensions and no twiddles.
@@ -57,16 +70,27 @@ Columns<E> goodThomas(World& world, const Recipe& r, const Columns<E>& x) {
 template <class World, class E>
 Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
   const std::size_t a = r.first().n(), b = r.second().n(), n = a * b;
+  // Centred, a block or column and its mirror have conjugate twiddles.
+  const auto number = [](std::size_t i, std::size_t count) {
+    const auto plain = static_cast<long>(i), size = static_cast<long>(count);
+    return World::kCentred && 2 * plain > size ? plain - size : plain;
+  };
+  const auto modN = [n](long i) {
+    const auto size = static_cast<long>(n);
+    return static_cast<std::size_t>((i % size + size) % size);
+  };
   Columns<E> blocks;
   for (const Column<E>& c : x) {
     for (std::size_t j = 0; j < b; ++j) {
       Column<E>& block = blocks.emplace_back();
-      for (std::size_t i = 0; i < a; ++i) block.push_back(c[b * i + j]);
+      for (std::size_t i = 0; i < a; ++i) {
+        block.push_back(c[modN(static_cast<long>(b * i) + number(j, b))]);
+      }
     }
   }
   Columns<E> y = world.run(r.first(), blocks);
   y = world.rotate(y, [&](std::size_t block, std::size_t u) {
-    return Turn{static_cast<long>(block % b * u), static_cast<long>(n)};
+    return Turn{number(block % b, b) * number(u, a), static_cast<long>(n)};
   });
   Columns<E> across;
   for (std::size_t c = 0; c < x.size(); ++c) {
@@ -76,11 +100,60 @@ Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
     }
   }
   const Columns<E> z = world.run(r.second(), across);
-  Columns<E> out(x.size());
+  Columns<E> out(x.size(), x[0]);
   for (std::size_t c = 0; c < x.size(); ++c) {
-    for (std::size_t k = 0; k < n; ++k) out[c].push_back(z[c * a + k % a][k / a]);
+    for (std::size_t u = 0; u < a; ++u) {
+      for (std::size_t v = 0; v < b; ++v) {
+        out[c][modN(number(u, a) + static_cast<long>(a * v))] = z[c * a + u][v];
+      }
+    }
   }
   return out;
+}
+
+// Rader, prime n: the inputs but x[0] in the order of the powers of a primitive root, transformed,
+// times constants, transformed again, are the outputs but X[0] in that order. x[0] joins the zero
+// frequency on the way and so reaches all outputs without an addition of its own. See
+// convolutions.h.
+template <class World, class E>
+Columns<E> rader(World& world, const Recipe& r, const Columns<E>& x) {
+  const RaderNumbers numbers(r.n());
+  Columns<E> permuted(x.size());
+  Column<E> x0;
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    for (std::size_t power : numbers.powers) permuted[c].push_back(x[c][power]);
+    x0.push_back(x[c][0]);
+  }
+  const RaderMiddle<E> z = world.convolve(world.run(r.first(), permuted), x0, numbers);
+  const Columns<E> d = world.run(r.second(), z.rest);
+  Columns<E> out(x.size(), x[0]);
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    out[c][0] = z.zero[c];
+    for (std::size_t m = 0; m < d[c].size(); ++m) out[c][numbers.powers[m]] = d[c][m];
+  }
+  return out;
+}
+
+// Chirp, n odd: k m = h (k^2 + m^2 - (k - m)^2) mod n with h = (n + 1) / 2, the inverse of 2, so
+// the transform is a product by the chirp exp(-2 pi i h m^2 / n), a convolution with its conjugate,
+// and the product again; only n-th roots of unity occur. The convolution is cyclic of a padded
+// length l, by two transforms of which the second has its inputs reversed to undo the first. L. I.
+// Bluestein, IEEE Trans. Audio Electroacoust. 18 (1970).
+template <class World, class E>
+Columns<E> chirp(World& world, const Recipe& r, const Columns<E>& x) {
+  const ChirpNumbers numbers(r.n(), r.first().n());
+  const std::size_t n = numbers.chirp.size(), l = numbers.factors.size();
+  const auto byChirp = [&](std::size_t, std::size_t k) { return numbers.chirp[k]; };
+  Columns<E> padded = world.postpone(x, byChirp);
+  for (Column<E>& c : padded) c.resize(l, world.zero());
+  const Columns<E> z = world.weigh(world.run(r.first(), padded), numbers.factors);
+  Columns<E> reversed(x.size());
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    for (std::size_t k = 0; k < l; ++k) reversed[c].push_back(z[c][(l - k) % l]);
+  }
+  Columns<E> d = world.run(r.second(), reversed);
+  for (Column<E>& c : d) c.resize(n, world.zero());
+  return world.postpone(d, byChirp);
 }
 
 // The steps that split a transform into smaller ones.
@@ -89,6 +162,10 @@ Columns<E> split(World& world, const Recipe& r, const Columns<E>& x) {
   switch (r.step()) {
     case Step::GoodThomas: return goodThomas(world, r, x);
     case Step::CooleyTukey: return cooleyTukey(world, r, x);
+    case Step::Rader: return rader(world, r, x);
+    case Step::Chirp:
+      if constexpr (requires { world.zero(); }) return chirp(world, r, x);
+      [[fallthrough]];
     default: throw std::logic_error("not a step that splits: " + r.print());
   }
 }

@@ -104,13 +104,34 @@ NodeId Graph::round(NodeId a) {
 
 NodeId Graph::store(NodeId a, std::vector<int> elements) {
   const Node& n = (*this)[a];
-  const NodeId id = intern({.op = Op::Store,
-                            .precision = n.precision,
-                            .lanes = n.lanes,
-                            .a = a,
-                            .index = std::move(elements)});
-  stores_.push_back(id);
-  return id;
+  return intern({.op = Op::Store,
+                 .precision = n.precision,
+                 .lanes = n.lanes,
+                 .a = a,
+                 .index = std::move(elements)});
+}
+
+Graph Graph::pruned() const {
+  std::vector<char> needed(nodes_.size());
+  for (std::size_t id = nodes_.size(); id-- > 0;) {
+    const Node& n = nodes_[id];
+    if (n.op == Op::Store) needed[id] = true;
+    if (!needed[id]) continue;
+    for (NodeId o : {n.a, n.b}) {
+      if (o != kNoNode) needed[static_cast<std::size_t>(o)] = true;
+    }
+  }
+  Graph kept(precision_, direction_);
+  std::vector<NodeId> moved(nodes_.size(), kNoNode);
+  for (std::size_t id = 0; id < nodes_.size(); ++id) {
+    if (!needed[id]) continue;
+    Node n = nodes_[id];
+    for (NodeId* o : {&n.a, &n.b}) {
+      if (*o != kNoNode) *o = moved[static_cast<std::size_t>(*o)];
+    }
+    moved[id] = kept.intern(std::move(n));
+  }
+  return kept;
 }
 
 }  // namespace kernelgen

@@ -89,7 +89,8 @@ class Graph {
   NodeId round(NodeId a);
   NodeId store(NodeId a, std::vector<int> elements);
 
-  const std::vector<NodeId>& stores() const { return stores_; }
+  // Without the nodes that no store depends on.
+  Graph pruned() const;
 
  private:
   NodeId intern(Node node);
@@ -98,7 +99,6 @@ class Graph {
   Precision precision_;
   Direction direction_;
   std::vector<Node> nodes_;
-  std::vector<NodeId> stores_;
   std::unordered_map<std::string, NodeId> shared_;
 };
 

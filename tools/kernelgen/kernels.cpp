@@ -37,7 +37,8 @@ void makePacked(Graph& g, const Recipe& recipe, int width) {
   const auto size = static_cast<std::size_t>(lanes);
   const auto inPlace = [&](std::size_t k) {
     for (std::size_t i = 0; i < size; ++i) {
-      if (k + i >= y.size() || y[k + i] != Ref{y[k].node, static_cast<int>(i)}) return false;
+      if (k + i >= y.size() || y[k + i].node != y[k].node) return false;
+      if (y[k + i].lane != static_cast<int>(i)) return false;
     }
     return true;
   };
@@ -48,8 +49,9 @@ void makePacked(Graph& g, const Recipe& recipe, int width) {
       while (count < size && k + count < y.size() && !inPlace(k + count)) ++count;
     }
     std::vector<int> elements(size, kNoElement);
-    NodeId value = y[k].node;
+    NodeId value = kNoNode;
     if (count == 1) {
+      value = spread.settled({{y[k]}})[0][0].node;
       elements[static_cast<std::size_t>(y[k].lane)] = static_cast<int>(k);
     } else {
       const auto at = y.begin() + static_cast<std::ptrdiff_t>(k);
@@ -77,7 +79,7 @@ std::vector<KernelId> kernelList() {
     for (Direction direction : {Direction::Forward, Direction::Inverse}) {
       for (int n = kMinLength; n <= kMaxLength; ++n) {
         const KernelId id{Family::Complex, direction, n, precision};
-        if (id.body().recipe.obstacle().empty()) list.push_back(id);
+        list.push_back(id);
       }
     }
   }
@@ -86,17 +88,13 @@ std::vector<KernelId> kernelList() {
 
 Kernel makeKernel(const KernelId& id) {
   const Body& body = id.body();
-  const std::string obstacle = body.recipe.obstacle();
-  if (!obstacle.empty()) {
-    throw std::invalid_argument("complex table, row " + std::to_string(id.length) + ": " +
-                                obstacle);
-  }
   Kernel kernel{id, Graph(id.precision, id.direction)};
   if (body.width == kScalar) {
     makeScalar(kernel.graph, body.recipe);
   } else {
     makePacked(kernel.graph, body.recipe, body.width);
   }
+  kernel.graph = kernel.graph.pruned();
   return kernel;
 }
 

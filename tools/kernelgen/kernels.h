@@ -32,7 +32,6 @@ struct Kernel {
 // Every kernel that is built, in the order of the header.
 std::vector<KernelId> kernelList();
 
-// Throws std::invalid_argument, naming row and reason, if the row cannot be built.
 Kernel makeKernel(const KernelId& id);
 
 // The kernel of that name; throws std::invalid_argument if there is none.

@@ -5,6 +5,11 @@
 #include <stdexcept>
 
 namespace kernelgen {
+namespace {
+
+bool isZero(const Ref& r) { return r.node == kNoNode && r.lane == kNoElement; }
+
+}  // namespace
 
 NodeId Spread::inHalves(NodeId a, NodeId b, int laneA, int laneB) {
   const int width = graph_[a].lanes;
@@ -36,6 +41,7 @@ NodeId Spread::pair(Ref low, Ref high, int& half) {
 NodeId Spread::packUnturned(const std::vector<Ref>& refs) {
   const int reals = static_cast<int>(2 * lanes_);
   std::vector<Ref> at = refs;
+  if (std::all_of(at.begin(), at.end(), isZero)) return kNoNode;
   if (std::all_of(at.begin(), at.end(), [](Ref r) { return r.node == kNoNode; })) {
     std::vector<int> elements(lanes_, kNoElement);
     for (std::size_t i = 0; i < at.size(); ++i) elements[i] = at[i].lane;
@@ -101,22 +107,66 @@ Columns<Ref> Spread::run(const Recipe& r, const Columns<Ref>& x) {
   return out;
 }
 
-// Every register rotated once, with the angles pending for its elements.
-Columns<Ref> Spread::settled(Columns<Ref> x) {
-  std::map<NodeId, std::vector<Turn>> angles;
+// An element in a certain lane, zero in the others.
+NodeId Spread::isolated(const Ref& ref, int lane) {
+  if (ref.node != kNoNode)
+    throw std::logic_error("a Rader step opened across lanes takes its input from memory");
+  std::vector<int> elements(lanes_, kNoElement);
+  elements[static_cast<std::size_t>(lane)] = ref.lane;
+  return graph_.load(elements, static_cast<int>(2 * lanes_));
+}
+
+Columns<Ref> Spread::weigh(Columns<Ref> x, const std::vector<Factor>& factors) {
+  std::map<NodeId, std::vector<Factor>> ofNode;
   for (const Column<Ref>& column : x) {
-    for (const Ref& ref : column) {
-      std::vector<Turn>& lanes = angles.try_emplace(ref.node, lanes_).first->second;
-      lanes[static_cast<std::size_t>(ref.lane)] = ref.pending;
+    for (std::size_t k = 0; k < column.size(); ++k) {
+      auto& lanes = ofNode.try_emplace(column[k].node, lanes_, kOne).first->second;
+      lanes[static_cast<std::size_t>(column[k].lane)] = factors[k];
     }
   }
+  std::map<NodeId, NodeId> weighted;
+  for (const auto& [node, lanes] : ofNode) {
+    weighted[node] = product(Packed{&graph_, node}, lanes).node;
+  }
   for (Column<Ref>& column : x) {
-    for (Ref& ref : column) ref = {turned(ref.node, angles.at(ref.node)), ref.lane};
+    for (Ref& ref : column) ref.node = weighted.at(ref.node);
+  }
+  return x;
+}
+
+RaderMiddle<Ref> Spread::convolve(Columns<Ref> a, const Column<Ref>& x0,
+                                  const RaderNumbers& numbers) {
+  RaderMiddle<Ref> z{{}, weigh(a, numbers.factors)};
+  for (std::size_t c = 0; c < a.size(); ++c) {
+    const Ref a0 = a[c][0];
+    const NodeId plain = product(Packed{&graph_, isolated(x0[c], a0.lane)}, kOne).node;
+    z.zero.push_back({graph_.add(plain, a0.node), a0.lane, {}});
+    // The other lanes of x[0] are zero, so what shares a register with a[0] goes with it.
+    const NodeId without = z.rest[c][0].node, with = graph_.add(plain, without);
+    for (Ref& ref : z.rest[c]) {
+      if (ref.node == without) ref.node = with;
+    }
+  }
+  return z;
+}
+
+Columns<Ref> Spread::settled(Columns<Ref> x) {
+  // By row, since a transform with zero inputs may have one register for several outputs.
+  for (std::size_t k = 0; k < x[0].size(); ++k) {
+    std::map<NodeId, std::vector<Turn>> angles;
+    for (const Column<Ref>& column : x) {
+      std::vector<Turn>& lanes = angles.try_emplace(column[k].node, lanes_).first->second;
+      lanes[static_cast<std::size_t>(column[k].lane)] = column[k].pending;
+    }
+    for (Column<Ref>& column : x) {
+      column[k] = {turned(column[k].node, angles.at(column[k].node)), column[k].lane, {}};
+    }
   }
   return x;
 }
 
 NodeId Spread::turned(NodeId node, const std::vector<Turn>& angles) {
+  if (node == kNoNode) return node;
   const auto zero = [](Turn t) { return t.isZero(); };
   if (std::all_of(angles.begin(), angles.end(), zero)) return node;
   return rotated(Packed{&graph_, node}, angles).node;

@@ -48,20 +48,21 @@ Recipe R(int p) {
   return Recipe(Step::Rader, p);
 }
 
-Recipe R(int p, Recipe inner) {
+Recipe R(int p, Recipe first, Recipe second) {
   Recipe r = R(p);
-  require(inner.n() == p - 1, "the transforms of R(" + std::to_string(p) + ") have length " +
-                                  std::to_string(p - 1) + ", not " + std::to_string(inner.n()));
-  r.first_ = std::make_shared<const Recipe>(std::move(inner));
+  require(first.n() == p - 1 && second.n() == p - 1,
+          "the transforms of R(" + std::to_string(p) + ") have length " + std::to_string(p - 1) +
+              ", not " + first.print() + " and " + second.print());
+  r.first_ = std::make_shared<const Recipe>(std::move(first));
+  r.second_ = std::make_shared<const Recipe>(std::move(second));
   return r;
 }
 
-Recipe B(int p, int padded) {
-  require(isPrime(p) && padded >= 2 * p - 1,
-          "a chirp of length " + std::to_string(p) + " does not fit " + std::to_string(padded));
-  Recipe r(Step::Chirp, p);
-  r.padded_ = padded;
-  return r;
+Recipe B(int p, Recipe first, Recipe second) {
+  require(isPrime(p) && first.n() == second.n() && first.n() >= 2 * p - 1,
+          "a chirp of length " + std::to_string(p) + " does not fit transforms " + first.print() +
+              " and " + second.print());
+  return Recipe::twoStages(Step::Chirp, p, std::move(first), std::move(second));
 }
 
 Recipe Recipe::secondForm() const {
@@ -85,21 +86,13 @@ std::string Recipe::print() const {
     case Step::Direct: return n + (secondForm_ ? "'" : "") + (widened_ ? " widened" : "");
     case Step::GoodThomas: return "GT(" + first().print() + "," + second().print() + ")";
     case Step::CooleyTukey: return "CT(" + first().print() + "," + second().print() + ")";
-    case Step::Rader: return "R(" + n + (first_ ? ", inner " + first().print() : "") + ")";
-    case Step::Chirp: return "B(" + n + "," + std::to_string(padded_) + ")";
+    case Step::Rader:
+      return "R(" + n + (first_ ? ": " + first().print() + " " + second().print() : "") + ")";
+    case Step::Chirp:
+      return "B(" + n + "," + std::to_string(first().n()) + ": " + first().print() + " " +
+             second().print() + ")";
   }
   return {};
-}
-
-std::string Recipe::obstacle() const {
-  switch (step_) {
-    case Step::Direct: return {};
-    case Step::Rader: return "Rader steps are not built: " + print();
-    case Step::Chirp: return "chirp steps are not built: " + print();
-    default: break;
-  }
-  const std::string why = first().obstacle();
-  return why.empty() ? second().obstacle() : why;
 }
 
 }  // namespace kernelgen

@@ -30,8 +30,6 @@ class Recipe {
   bool isSecondForm() const { return secondForm_; }
   // 3 and 5 points in single precision: constant products in double, each sum rounded once.
   bool isWidened() const { return widened_; }
-  // Chirp: the padded length.
-  int padded() const { return padded_; }
 
   Recipe secondForm() const;
   Recipe widened() const;
@@ -39,15 +37,12 @@ class Recipe {
   // "GT(4,3)", the way the tables write it.
   std::string print() const;
 
-  // Empty, or why no body can be made of it.
-  std::string obstacle() const;
-
  private:
   friend Recipe GT(Recipe, Recipe);
   friend Recipe CT(Recipe, Recipe);
   friend Recipe R(int);
-  friend Recipe R(int, Recipe);
-  friend Recipe B(int, int);
+  friend Recipe R(int, Recipe, Recipe);
+  friend Recipe B(int, Recipe, Recipe);
 
   Recipe(Step step, int n) : step_(step), n_(n) {}
   static Recipe twoStages(Step step, int n, Recipe first, Recipe second);
@@ -57,18 +52,18 @@ class Recipe {
   std::shared_ptr<const Recipe> first_, second_;
   bool secondForm_ = false;
   bool widened_ = false;
-  int padded_ = 0;
 };
 
 // Good-Thomas: a and b coprime, no twiddles.
 Recipe GT(Recipe a, Recipe b);
 // Cooley-Tukey: a-point transforms first, twiddles, then b-point transforms.
 Recipe CT(Recipe a, Recipe b);
-// Rader: the prime p by a cyclic convolution of length p-1; inner is its first transform.
+// Rader: the prime p by a cyclic convolution of length p-1, with the trees of its two transforms,
+// or with those of the table of primes.
 Recipe R(int p);
-Recipe R(int p, Recipe inner);
-// Chirp: the prime p by a convolution of the padded length.
-Recipe B(int p, int padded);
+Recipe R(int p, Recipe first, Recipe second);
+// Chirp: the prime p by a convolution of a padded length, with the trees of its two transforms.
+Recipe B(int p, Recipe first, Recipe second);
 
 bool isPrime(int n);
 

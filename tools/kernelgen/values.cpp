@@ -3,6 +3,8 @@
 namespace kernelgen {
 namespace {
 
+bool isZero(Packed x) { return x.node == kNoNode; }
+
 // Real and imaginary part exchanged in every element.
 NodeId partsSwapped(Graph& g, NodeId x) {
   std::vector<int> select;
@@ -12,10 +14,18 @@ NodeId partsSwapped(Graph& g, NodeId x) {
 
 }  // namespace
 
-Packed operator+(Packed x, Packed y) { return {x.graph, x.graph->add(x.node, y.node)}; }
-Packed operator-(Packed x, Packed y) { return {x.graph, x.graph->sub(x.node, y.node)}; }
+Packed operator+(Packed x, Packed y) {
+  if (isZero(x)) return y;
+  return isZero(y) ? x : Packed{x.graph, x.graph->add(x.node, y.node)};
+}
+
+Packed operator-(Packed x, Packed y) {
+  if (isZero(x)) return turnedQuarters(y, 2);
+  return isZero(y) ? x : Packed{x.graph, x.graph->sub(x.node, y.node)};
+}
 
 Packed scaled(Packed x, const Constant& c) {
+  if (isZero(x)) return x;
   Graph& g = *x.graph;
   const Node& n = g[x.node];
   const std::vector<Constant> lanes(static_cast<std::size_t>(n.lanes), c);
@@ -23,6 +33,7 @@ Packed scaled(Packed x, const Constant& c) {
 }
 
 Packed crossed(Packed x, const Constant& c) {
+  if (isZero(x)) return x;
   Graph& g = *x.graph;
   const Node& n = g[x.node];
   const bool forward = g.direction() == Direction::Forward;
@@ -36,13 +47,13 @@ Packed crossed(Packed x, const Constant& c) {
 Packed turnedQuarters(Packed x, int k) { return rotated(x, Turn{k, 4}); }
 
 Packed rotated(Packed x, Turn t) {
+  if (isZero(x)) return x;
   const int elements = (*x.graph)[x.node].lanes / 2;
   return rotated(x, std::vector<Turn>(static_cast<std::size_t>(elements), t));
 }
 
 Packed rotated(Packed x, const std::vector<Turn>& angles) {
   Graph& g = *x.graph;
-  const Precision precision = g[x.node].precision;
   const bool forward = g.direction() == Direction::Forward;
   bool exact = true;
   for (Turn t : angles) exact = exact && t.isQuarterMultiple();
@@ -62,16 +73,27 @@ Packed rotated(Packed x, const std::vector<Turn>& angles) {
     const NodeId moved = g.shuffle(x.node, x.node, select);
     return {&g, anyFlip ? g.flip(moved, mask) : moved};
   }
-  std::vector<Constant> cosines, sines;
-  for (Turn t : angles) {
-    const Constant c = cosine(t);
-    const Constant s = sine(t);
-    cosines.insert(cosines.end(), {c, c});
-    sines.insert(sines.end(), {forward ? s : -s, forward ? -s : s});
+  std::vector<Factor> factors;
+  for (Turn t : angles) factors.push_back({cosine(t), -sine(t)});
+  return product(x, factors);
+}
+
+Packed product(Packed x, const std::vector<Factor>& factors) {
+  Graph& g = *x.graph;
+  const Precision precision = g[x.node].precision;
+  const bool forward = g.direction() == Direction::Forward;
+  std::vector<Constant> straight, across;
+  for (const Factor& f : factors) {
+    straight.insert(straight.end(), {f.re, f.re});
+    across.insert(across.end(), {forward ? -f.im : f.im, forward ? f.im : -f.im});
   }
-  const NodeId straight = g.mul(x.node, g.constant(cosines, precision));
-  const NodeId across = g.mul(partsSwapped(g, x.node), g.constant(sines, precision));
-  return {&g, g.add(straight, across)};
+  return {&g, g.add(g.mul(x.node, g.constant(straight, precision)),
+                    g.mul(partsSwapped(g, x.node), g.constant(across, precision)))};
+}
+
+Packed product(Packed x, const Factor& factor) {
+  const auto elements = static_cast<std::size_t>((*x.graph)[x.node].lanes / 2);
+  return product(x, std::vector<Factor>(elements, factor));
 }
 
 Pair operator+(Pair x, Pair y) {

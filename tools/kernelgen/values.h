@@ -25,9 +25,21 @@ Packed scaled(Packed x, const Constant& c);
 Packed crossed(Packed x, const Constant& c);
 // (-i)^k x, exact.
 Packed turnedQuarters(Packed x, int k);
-// exp(-2 pi i t) x as a full complex product, one angle per element lane.
+// exp(-2 pi i t) x, one angle per element lane: exact if all are quarter turns, else products.
 Packed rotated(Packed x, const std::vector<Turn>& angles);
 Packed rotated(Packed x, Turn t);
+
+// re + i im
+struct Factor {
+  Constant re;
+  Constant im;
+};
+
+const Factor kOne{{1, "one"}, {0, "zero"}};
+
+// A full complex product, one factor per element lane; no 1 and no 0 is left out.
+Packed product(Packed x, const std::vector<Factor>& factors);
+Packed product(Packed x, const Factor& factor);
 
 struct Pair {
   Graph* graph;

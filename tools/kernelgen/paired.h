@@ -1,0 +1,42 @@
+// Complex values over real signals.
+//
+// Each lane of a register is taken as the sample of a real signal of its own: real and imaginary
+// part of an element are two signals. A value is then complex with parts that are registers, or
+// zero, each with a sign and a power of two that are settled only when it is used. The transform of
+// a real signal is conjugate-symmetric, and with this its mirror values have the same registers:
+// sharing equal nodes does the pairing of k and n - k. It is what makes the double-precision Rader
+// steps cheap.
+#pragma once
+
+#include "algorithms.h"
+
+namespace kernelgen {
+
+// The value 2^exponent * node, negated if negative; zero without a node.
+struct Part {
+  NodeId node = kNoNode;
+  bool negative = false;
+  int exponent = 0;
+};
+
+struct Paired {
+  Graph* graph;
+  Part re;
+  Part im;
+};
+
+Paired operator+(Paired x, Paired y);
+Paired operator-(Paired x, Paired y);
+Paired scaled(Paired x, const Constant& c);
+Paired crossed(Paired x, const Constant& c);
+Paired turnedQuarters(Paired x, int k);
+Paired rotated(Paired x, Turn t);
+Paired product(Paired x, const Factor& factor);
+// 2^exponent x, exact and free.
+Paired shifted(Paired x, int exponent);
+
+// Elements as two real signals, and back.
+Paired asSignals(Packed x);
+Packed asElement(Paired x);
+
+}  // namespace kernelgen
