@@ -147,11 +147,7 @@ Columns<E> chirp(World& world, const Recipe& r, const Columns<E>& x) {
   Columns<E> padded = world.postpone(x, byChirp);
   for (Column<E>& c : padded) c.resize(l, world.zero());
   const Columns<E> z = world.weigh(world.run(r.first(), padded), numbers.factors);
-  Columns<E> reversed(x.size());
-  for (std::size_t c = 0; c < x.size(); ++c) {
-    for (std::size_t k = 0; k < l; ++k) reversed[c].push_back(z[c][(l - k) % l]);
-  }
-  Columns<E> d = world.run(r.second(), reversed);
+  Columns<E> d = world.exchanged(world.run(r.second(), world.exchanged(z)));
   for (Column<E>& c : d) c.resize(n, world.zero());
   return world.postpone(d, byChirp);
 }
@@ -164,7 +160,7 @@ Columns<E> split(World& world, const Recipe& r, const Columns<E>& x) {
     case Step::CooleyTukey: return cooleyTukey(world, r, x);
     case Step::Rader: return rader(world, r, x);
     case Step::Chirp:
-      if constexpr (requires { world.zero(); }) return chirp(world, r, x);
+      if constexpr (requires { world.exchanged(x); }) return chirp(world, r, x);
       [[fallthrough]];
     default: throw std::logic_error("not a step that splits: " + r.print());
   }

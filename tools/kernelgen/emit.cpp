@@ -1,5 +1,6 @@
 #include "emit.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <map>
@@ -109,7 +110,7 @@ class Statements {
     bool same = true;
     for (const RoundedConstant& c : n.constants) {
       lanes.push_back(literal(c.value, n.precision));
-      same = same && c.value == n.constants[0].value;
+      same = same && lanes.back() == lanes[0];  // as text: 0 is not -0
     }
     std::string v = lanes[0];
     if (n.lanes > 1) {
@@ -198,9 +199,12 @@ class Statements {
     return n.precision == Precision::Single ? shuffleSingle(n, a, b) : shuffleDouble(n, a, b);
   }
 
-  // Within each 128-bit half: two lanes of one operand, then two of the other.
+  // Within each 128-bit half: two lanes of one operand, then two of the other; or the low or the
+  // high lanes of both in turn.
   std::string shuffleSingle(const Node& n, const std::string& a, const std::string& b) {
     const int lanes = n.lanes;
+    if (n.index == std::vector<int>{0, 4, 1, 5}) return call(intrinsic(n, "unpacklo"), {a, b});
+    if (n.index == std::vector<int>{2, 6, 3, 7}) return call(intrinsic(n, "unpackhi"), {a, b});
     int control = 0;
     bool permute = true, fits = true;
     for (int i = 0; i < lanes; ++i) {
@@ -304,12 +308,23 @@ class Statements {
   std::string constants_, lines_;
 };
 
-// Parameters of an exported kernel.
-std::string signature(const KernelId& id) {
-  const char* element = id.precision == Precision::Single ? "Complex32" : "Complex64";
-  return "int32_t " + id.symbol() + "(const " + element + "* src, " + element +
-         "* dst, int32_t flag) ZVXG_NOEXCEPT";
+struct Parameter {
+  std::string type, name;
+};
+
+// How a kernel is called. A by-length entry takes the same with the selector before the flag.
+std::vector<Parameter> parameters(const KernelId& id) {
+  const std::string element = id.precision == Precision::Single ? "Complex32" : "Complex64";
+  return {{"const " + element + "* ", "src"}, {element + "* ", "dst"}, {"int32_t ", "flag"}};
 }
+
+std::string declaration(const std::string& symbol, const std::vector<Parameter>& parameters) {
+  std::vector<std::string> list;
+  for (const Parameter& p : parameters) list.push_back(p.type + p.name);
+  return call("int32_t " + symbol, list) + " ZVXG_NOEXCEPT";
+}
+
+std::string signature(const KernelId& id) { return declaration(id.symbol(), parameters(id)); }
 
 // 1/N to the nearest, and 1 over the rounded root, rounded to double and then to the precision.
 std::string factors(const KernelId& id) {
@@ -336,6 +351,29 @@ std::string head(const Kernel& kernel) {
          number(c.scales) + " by the scale, " + number(c.shuffles) + " shuffles, " +
          number(c.logic) + " flips and blends, " + number(c.converts) + " conversions, " +
          number(c.loads) + " loads, " + number(c.stores) + " stores\n";
+}
+
+// The name of the kernel without its number.
+std::string entrySymbol(const KernelId& id) {
+  std::string s = id.symbol();
+  const std::string selector = "_" + number(id.length);
+  return s.erase(s.find(selector + "_"), selector.size());
+}
+
+// The by-length entry of kernels that follow one another.
+std::string entry(const std::string& symbol, const std::vector<KernelId>& kernels) {
+  std::vector<Parameter> list = parameters(kernels.front());
+  std::vector<std::string> arguments = {"kKernels", "len"};
+  for (const Parameter& p : list) arguments.push_back(p.name);
+  list.insert(
+      std::find_if(list.begin(), list.end(), [](const Parameter& p) { return p.name == "flag"; }),
+      {"int32_t ", "len"});
+  std::string s = "extern \"C\" " + declaration(symbol, list) + " {\n";
+  s += "  static constexpr decltype(&" + kernels.front().symbol() + ") kKernels[] = {";
+  for (const KernelId& id : kernels) s += "\n      " + id.symbol() + ",";
+  s += "\n  };\n";
+  s += "  return " + call("enter<" + number(kernels.front().length) + ">", arguments) + ";\n}\n";
+  return s;
 }
 
 }  // namespace
@@ -382,6 +420,26 @@ std::string emitFile(const std::vector<KernelId>& kernels) {
       "#include \"zvxg.h\"\n\n"
       "using namespace zvxg;\n";
   for (const KernelId& id : kernels) s += "\n" + emitKernel(makeKernel(id));
+  return s;
+}
+
+std::string emitEntries(const std::vector<KernelId>& kernels) {
+  std::string s =
+      "// Made by kernelgen from its list of kernels; changes belong there.\n"
+      "#include \"frame/entry.h\"\n"
+      "#include \"zvxg.h\"\n\n"
+      "using namespace zvxg;\n";
+  std::vector<std::string> order;
+  std::map<std::string, std::vector<KernelId>> byEntry;
+  for (const KernelId& id : kernels) {
+    std::vector<KernelId>& served = byEntry[entrySymbol(id)];
+    if (served.empty()) order.push_back(entrySymbol(id));
+    if (!served.empty() && id.length != served.back().length + 1) {
+      throw std::logic_error(id.symbol() + " does not follow " + served.back().symbol());
+    }
+    served.push_back(id);
+  }
+  for (const std::string& symbol : order) s += "\n" + entry(symbol, byEntry[symbol]);
   return s;
 }
 

@@ -25,41 +25,39 @@ void makeScalar(Graph& g, const Recipe& recipe) {
   }
 }
 
-void makePacked(Graph& g, const Recipe& recipe, int width) {
-  const int lanes = width / kElementBits[static_cast<int>(g.precision())];
-  Column<Ref> x;
-  for (int n = 0; n < recipe.n(); ++n) x.push_back({kNoNode, n});
-  Spread spread(g, lanes);
-  const Column<Ref> y = spread.run(recipe, {x})[0];
+template <class Layout>
+void makeVector(Layout layout, const Recipe& recipe) {
+  using Element = typename Spread<Layout>::Element;
+  Spread<Layout> spread(layout);
+  Column<Element> x;
+  for (int n = 0; n < recipe.n(); ++n) x.push_back(spread.source(n));
+  const Column<Element> y = spread.run(recipe, {x})[0];
   // Elements that lie side by side already go out as they are. The others are put side by side
   // first: a store is dearer than the shuffle that saves one.
-  const NodeId scale = g.scale(2 * lanes);
-  const auto size = static_cast<std::size_t>(lanes);
+  const std::size_t lanes = layout.lanes();
   const auto inPlace = [&](std::size_t k) {
-    for (std::size_t i = 0; i < size; ++i) {
-      if (k + i >= y.size() || y[k + i].node != y[k].node) return false;
+    for (std::size_t i = 0; i < lanes; ++i) {
+      if (k + i >= y.size() || identity(y[k + i].value) != identity(y[k].value)) return false;
       if (y[k + i].lane != static_cast<int>(i)) return false;
     }
     return true;
   };
   for (std::size_t k = 0; k < y.size();) {
-    std::size_t count = size;
+    std::size_t count = lanes;
     if (!inPlace(k)) {
       count = 1;
-      while (count < size && k + count < y.size() && !inPlace(k + count)) ++count;
+      while (count < lanes && k + count < y.size() && !inPlace(k + count)) ++count;
     }
-    std::vector<int> elements(size, kNoElement);
-    NodeId value = kNoNode;
+    std::vector<int> elements(lanes, kNoElement);
     if (count == 1) {
-      value = spread.settled({{y[k]}})[0][0].node;
       elements[static_cast<std::size_t>(y[k].lane)] = static_cast<int>(k);
+      layout.store(spread.settled({{y[k]}})[0][0].value, elements);
     } else {
       const auto at = y.begin() + static_cast<std::ptrdiff_t>(k);
-      value = spread.pack({at, at + static_cast<std::ptrdiff_t>(count)});
-      std::iota(elements.begin(), elements.begin() + static_cast<std::ptrdiff_t>(count),
-                static_cast<int>(k));
+      const auto end = elements.begin() + static_cast<std::ptrdiff_t>(count);
+      std::iota(elements.begin(), end, static_cast<int>(k));
+      layout.store(spread.pack({at, at + static_cast<std::ptrdiff_t>(count)}), elements);
     }
-    g.store(g.mul(value, scale), elements);
     k += count;
   }
 }
@@ -91,8 +89,11 @@ Kernel makeKernel(const KernelId& id) {
   Kernel kernel{id, Graph(id.precision, id.direction)};
   if (body.width == kScalar) {
     makeScalar(kernel.graph, body.recipe);
+  } else if (body.recipe.step() == Step::Chirp) {
+    makeVector(Planar(kernel.graph), body.recipe);
   } else {
-    makePacked(kernel.graph, body.recipe, body.width);
+    const int elements = body.width / kElementBits[static_cast<int>(id.precision)];
+    makeVector(Interleaved(kernel.graph, elements), body.recipe);
   }
   kernel.graph = kernel.graph.pruned();
   return kernel;

@@ -1,4 +1,4 @@
-// How transforms are laid out in vector lanes; the only place that knows lanes and shuffles.
+// How transforms are laid out in vector lanes.
 //
 // Whole    an element is a whole value: each transform runs by itself, in all lanes at once.
 // Spread   an element is one lane of a register, or still in memory. Transforms of a batch are put
@@ -6,10 +6,12 @@
 //          own blocks, which fill lanes again.
 #pragma once
 
+#include <algorithm>
+#include <map>
 #include <type_traits>
 
 #include "algorithms.h"
-#include "paired.h"
+#include "layouts.h"
 
 namespace kernelgen {
 
@@ -88,67 +90,173 @@ struct Whole {
   }
 };
 
-// One complex element: a lane of a node, or element `lane` of the source if node is kNoNode; still
-// to be multiplied by exp(-2 pi i pending).
+// One complex element: a lane of a value, or element `lane` of the source if the value is zero,
+// zero if that is kNoElement; still to be multiplied by exp(-2 pi i pending).
+template <class Value>
 struct Ref {
-  NodeId node;
+  Value value;
   int lane;
   Turn pending = {};
-
-  bool operator==(const Ref&) const = default;
 };
 
+template <class Layout>
 class Spread {
  public:
+  using Value = typename Layout::Value;
+  using Element = Ref<Value>;
+
   static constexpr bool kCentred = false;
 
-  // lanes: complex elements in a vector.
-  Spread(Graph& graph, int lanes) : graph_(graph), lanes_(static_cast<std::size_t>(lanes)) {}
+  explicit Spread(Layout layout) : layout_(layout), lanes_(layout.lanes()) {}
 
-  Columns<Ref> run(const Recipe& r, const Columns<Ref>& x);
+  Element source(int element) const { return {layout_.zero(), element, {}}; }
+  Element zero() const { return source(kNoElement); }
 
-  // Rotates the registers as they are, or leaves it to the registers that the elements are put into
-  // for the columns across, whichever are fewer.
+  Columns<Element> run(const Recipe& r, const Columns<Element>& x) {
+    Columns<Element> out;
+    std::size_t done = 0;
+    const auto take = [&](const Columns<Element>& y) { out.insert(out.end(), y.begin(), y.end()); };
+    for (; done + lanes_ <= x.size(); done += lanes_) take(side(r, x, done, done + lanes_));
+    if (done == x.size()) return out;
+    const Columns<Element> rest(x.begin() + static_cast<std::ptrdiff_t>(done), x.end());
+    if (r.hasStages()) {
+      take(split(*this, r, rest));
+    } else if (r.n() == 4) {
+      take(split(*this, CT(2, 2), rest));  // the same sums; a quarter turn is its only twiddle
+    } else {
+      take(side(r, rest, 0, rest.size()));
+    }
+    return out;
+  }
+
+  // Rotates the values as they are, or leaves it to those that the elements are put into for the
+  // columns across, whichever are fewer.
   template <class Angle>
-  Columns<Ref> rotate(Columns<Ref> x, Angle angle) {
+  Columns<Element> rotate(Columns<Element> x, Angle angle) {
     x = postpone(std::move(x), angle);
-    const auto registers = [this](std::size_t count) { return (count + lanes_ - 1) / lanes_; };
+    const auto values = [this](std::size_t count) { return (count + lanes_ - 1) / lanes_; };
     const std::size_t rows = x[0].size(), columns = x.size();
-    const bool now = (rows - 1) * registers(columns) <= (columns - 1) * registers(rows);
+    const bool now = (rows - 1) * values(columns) <= (columns - 1) * values(rows);
     return now ? settled(std::move(x)) : x;
   }
 
   template <class Angle>
-  Columns<Ref> postpone(Columns<Ref> x, Angle angle) {
+  Columns<Element> postpone(Columns<Element> x, Angle angle) {
     for (std::size_t c = 0; c < x.size(); ++c) {
       for (std::size_t k = 0; k < x[c].size(); ++k) x[c][k].pending = angle(c, k);
     }
     return x;
   }
 
-  Ref zero() const { return {kNoNode, kNoElement}; }
+  // Every value rotated once, with the angles pending for its elements.
+  Columns<Element> settled(Columns<Element> x) {
+    // By row, since a transform with zero inputs may have one value for several outputs.
+    for (std::size_t k = 0; k < x[0].size(); ++k) {
+      std::map<Identity, std::vector<Turn>> angles;
+      for (const Column<Element>& column : x) {
+        laneOf(angles, column[k], Turn{}) = column[k].pending;
+      }
+      for (Column<Element>& column : x) {
+        const Element e = column[k];
+        column[k] = {turned(e.value, angles.at(identity(e.value))), e.lane, {}};
+      }
+    }
+    return x;
+  }
 
   // Element k of every column times factor k, as full products.
-  Columns<Ref> weigh(Columns<Ref> x, const std::vector<Factor>& factors);
+  Columns<Element> weigh(Columns<Element> x, const std::vector<Factor>& factors) {
+    std::map<Identity, std::vector<Factor>> ofValue;
+    for (const Column<Element>& column : x) {
+      for (std::size_t k = 0; k < column.size(); ++k) {
+        laneOf(ofValue, column[k], kOne) = factors[k];
+      }
+    }
+    for (Column<Element>& column : x) {
+      for (Element& e : column) e.value = product(e.value, ofValue.at(identity(e.value)));
+    }
+    return x;
+  }
 
-  RaderMiddle<Ref> convolve(Columns<Ref> a, const Column<Ref>& x0, const RaderNumbers& numbers);
+  // Real and imaginary parts exchanged, where that is free.
+  Columns<Element> exchanged(Columns<Element> x) requires std::is_same_v<Value, Paired> {
+    for (Column<Element>& column : x) {
+      for (Element& e : column) std::swap(e.value.re, e.value.im);
+    }
+    return x;
+  }
 
-  // The elements side by side in one vector; fewer than the lanes leave live data or zero behind.
-  NodeId pack(const std::vector<Ref>& refs);
+  RaderMiddle<Element> convolve(Columns<Element> a, const Column<Element>& x0,
+                                const RaderNumbers& numbers) {
+    RaderMiddle<Element> z{{}, weigh(a, numbers.factors)};
+    for (std::size_t c = 0; c < a.size(); ++c) {
+      const Element a0 = a[c][0];
+      const Value plain = product(isolated(x0[c], a0.lane), std::vector<Factor>(lanes_, kOne));
+      z.zero.push_back({plain + a0.value, a0.lane, {}});
+      // The other lanes of x[0] are zero, so what shares a value with a[0] goes with it.
+      const Value without = z.rest[c][0].value, with = plain + without;
+      for (Element& e : z.rest[c]) {
+        if (identity(e.value) == identity(without)) e.value = with;
+      }
+    }
+    return z;
+  }
 
-  // Every register rotated once, with the angles pending for its elements.
-  Columns<Ref> settled(Columns<Ref> x);
+  // The elements side by side in one value; fewer than the lanes leave live data or zero behind.
+  Value pack(const std::vector<Element>& elements) {
+    std::vector<Turn> angles(lanes_);
+    std::vector<Slot<Value>> slots;
+    std::vector<int> places(lanes_, kNoElement);
+    bool inMemory = true;
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+      angles[i] = elements[i].pending;
+      places[i] = elements[i].lane;
+      inMemory = inMemory && isZero(elements[i].value);
+      slots.push_back({elements[i].value, elements[i].lane});
+    }
+    return turned(inMemory ? layout_.load(places) : layout_.pack(slots), angles);
+  }
 
  private:
-  NodeId isolated(const Ref& ref, int lane);
-  NodeId turned(NodeId node, const std::vector<Turn>& angles);
-  NodeId packUnturned(const std::vector<Ref>& refs);
-  Columns<Ref> side(const Recipe& r, const Columns<Ref>& x, std::size_t begin, std::size_t end);
-  NodeId pair(Ref low, Ref high, int& half);
-  NodeId inHalves(NodeId a, NodeId b, int laneA, int laneB);
-  NodeId halves(NodeId a, NodeId b, int halfA, int halfB);
+  template <class T>
+  T& laneOf(std::map<Identity, std::vector<T>>& lanes, const Element& e, const T& idle) {
+    std::vector<T>& of = lanes.try_emplace(identity(e.value), lanes_, idle).first->second;
+    return of[static_cast<std::size_t>(std::max(e.lane, 0)) % lanes_];
+  }
 
-  Graph& graph_;
+  // Transforms of columns begin to end, side by side.
+  Columns<Element> side(const Recipe& r, const Columns<Element>& x, std::size_t begin,
+                        std::size_t end) {
+    Column<Value> column;
+    for (std::size_t k = 0; k < static_cast<std::size_t>(r.n()); ++k) {
+      std::vector<Element> elements;
+      for (std::size_t c = begin; c < end; ++c) elements.push_back(x[c][k]);
+      column.push_back(pack(elements));
+    }
+    const Columns<Value> y = Whole<Value>().run(r, {column});
+    Columns<Element> out(end - begin);
+    for (std::size_t c = 0; c < out.size(); ++c) {
+      for (const Value& v : y[0]) out[c].push_back({v, static_cast<int>(c), {}});
+    }
+    return out;
+  }
+
+  // An element in a certain lane, zero in the others.
+  Value isolated(const Element& e, int lane) {
+    if (!isZero(e.value)) {
+      throw std::logic_error("a Rader step opened across lanes takes its input from memory");
+    }
+    std::vector<int> places(lanes_, kNoElement);
+    places[static_cast<std::size_t>(lane)] = e.lane;
+    return layout_.load(places);
+  }
+
+  Value turned(Value v, const std::vector<Turn>& angles) {
+    const bool none = std::all_of(angles.begin(), angles.end(), [](Turn t) { return t.isZero(); });
+    return none || isZero(v) ? v : rotated(v, angles);
+  }
+
+  Layout layout_;
   std::size_t lanes_;
 };
 

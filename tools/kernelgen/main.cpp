@@ -17,6 +17,7 @@ constexpr const char* kUsage =
     "usage: kernelgen list               the kernels, one symbol a line\n"
     "       kernelgen header             include/zvxg_kernels.h\n"
     "       kernelgen source PART PARTS  C++ text of one of PARTS shares of the kernels\n"
+    "       kernelgen entries            C++ text of the by-length entries\n"
     "       kernelgen show SYMBOL        C++ text and operation counts of one kernel\n"
     "       kernelgen counts             operation counts of all kernels as CSV\n";
 
@@ -39,6 +40,8 @@ int run(const std::vector<std::string>& words) {
     std::cout << emitHeader(kernelList());
   } else if (command == "source" && words.size() == 3) {
     std::cout << emitFile(share(std::stoi(words[1]), std::stoi(words[2])));
+  } else if (command == "entries" && words.size() == 1) {
+    std::cout << emitEntries(kernelList());
   } else if (command == "show" && words.size() == 2) {
     std::cout << emitKernel(makeKernel(kernelOfSymbol(words[1])));
   } else if (command == "counts" && words.size() == 1) {

@@ -1,5 +1,7 @@
 #include "paired.h"
 
+#include <stdexcept>
+
 namespace kernelgen {
 namespace {
 
@@ -73,6 +75,37 @@ Paired rotated(Paired x, Turn t) {
 
 Paired product(Paired x, const Factor& factor) {
   return scaled(x, factor.re) + turnedQuarters(scaled(x, factor.im), 3);
+}
+
+Paired rotated(Paired x, const std::vector<Turn>& angles) {
+  std::vector<Factor> factors;
+  for (Turn t : angles) factors.push_back({cosine(t), -sine(t)});
+  return product(x, factors);
+}
+
+Paired product(Paired x, const std::vector<Factor>& factors) {
+  Graph& g = *x.graph;
+  std::vector<Constant> re, im;
+  for (const Factor& f : factors) {
+    re.push_back(f.re);
+    im.push_back(f.im);
+  }
+  const auto by = [&](Part a, const std::vector<Constant>& lanes) {
+    if (isZero(a)) return a;
+    return Part{g.mul(a.node, g.constant(lanes, g[a.node].precision)), a.negative, a.exponent};
+  };
+  return {&g, sum(g, by(x.re, re), negated(by(x.im, im))), sum(g, by(x.im, re), by(x.re, im))};
+}
+
+bool isZero(const Paired& x) { return isZero(x.re) && isZero(x.im); }
+
+NodeId settledPart(Graph& g, Part a) {
+  const Part settled = withExponent(g, a, 0);
+  if (isZero(settled)) {
+    throw std::logic_error("a zero part has no register");
+  }
+  if (!settled.negative) return settled.node;
+  return g.flip(settled.node, std::vector<int>(static_cast<std::size_t>(g[settled.node].lanes), 1));
 }
 
 Paired shifted(Paired x, int exponent) {

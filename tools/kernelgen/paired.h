@@ -32,8 +32,15 @@ Paired crossed(Paired x, const Constant& c);
 Paired turnedQuarters(Paired x, int k);
 Paired rotated(Paired x, Turn t);
 Paired product(Paired x, const Factor& factor);
+// One angle or factor per lane.
+Paired rotated(Paired x, const std::vector<Turn>& angles);
+Paired product(Paired x, const std::vector<Factor>& factors);
+bool isZero(const Paired& x);
 // 2^exponent x, exact and free.
 Paired shifted(Paired x, int exponent);
+
+// A part as a register, sign and power included.
+NodeId settledPart(Graph& g, Part a);
 
 // Elements as two real signals, and back.
 Paired asSignals(Packed x);

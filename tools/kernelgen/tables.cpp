@@ -31,7 +31,8 @@ Body w256(Recipe r) { return {std::move(r), 256, true}; }
 Body w256any(Recipe r) { return {std::move(r), 256, false}; }
 
 const Recipe kFiveAgain = Recipe(5).secondForm();
-const Recipe k32 = CT(4, CT(4, 2));
+const Recipe kEight = CT(4, 2);
+const Recipe kEightAgain = CT(2, 4);
 
 // The transforms of the Rader steps: the first meets the input in the order of the powers of the
 // primitive root, the second leaves the output in that order. In double precision the second ends
@@ -128,7 +129,7 @@ const Row kRows[] = {
     row(44, w128(GT(4, 11)), w256any(CT(GT(2, R(11)), 2))),  // the 11 by Rader only in double
     row(45, w128(CT(GT(5, 3), 3)), w128(GT(5, CT(3, 3)))),
     row(46, w128(CT(R(23), 2)), w128(GT(R(23), 2))),
-    row(47, w128(B(47, CT(3, k32), CT(k32, 3))),
+    row(47, w128(B(47, CT(GT(3, kEight), 4), CT(4, GT(3, kEight)))),
         w128(R(47))),  // 46 is twice a prime: the chirp only in single
     row(48, w256(CT(4, GT(4, 3))), w256any(CT(4, GT(4, 3)))),
     row(49, w128(CT(7, 7)), w128(CT(7, 7))),
@@ -141,7 +142,7 @@ const Row kRows[] = {
     row(56, w128(CT(GT(7, 2), 4)), w256any(CT(2, GT(7, 4)))),
     row(57, w128(GT(R(19), 3)), w128(GT(R(19), 3))),
     row(58, w128(GT(2, R(29))), w128(GT(R(29), 2))),
-    row(59, w128(B(59, CT(4, k32), CT(k32, 4))), w128(R(59))),
+    row(59, w128(B(59, CT(CT(kEight, 4), 4), CT(4, CT(4, kEightAgain)))), w128(R(59))),
     row(60, w128(CT(4, GT(5, 3))), w256any(CT(GT(2, 5), GT(2, 3)))),
     row(61, w128(R(61)), w128(R(61))),
     row(62, w128(CT(R(31), 2)), w128(GT(R(31), 2))),

@@ -3,8 +3,6 @@
 namespace kernelgen {
 namespace {
 
-bool isZero(Packed x) { return x.node == kNoNode; }
-
 // Real and imaginary part exchanged in every element.
 NodeId partsSwapped(Graph& g, NodeId x) {
   std::vector<int> select;
@@ -13,6 +11,8 @@ NodeId partsSwapped(Graph& g, NodeId x) {
 }
 
 }  // namespace
+
+bool isZero(Packed x) { return x.node == kNoNode; }
 
 Packed operator+(Packed x, Packed y) {
   if (isZero(x)) return y;

@@ -17,6 +17,7 @@ struct Packed {
   NodeId node;
 };
 
+bool isZero(Packed x);
 Packed operator+(Packed x, Packed y);
 Packed operator-(Packed x, Packed y);
 // c x, for a real constant.
