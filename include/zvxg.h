@@ -100,6 +100,14 @@ enum ZvxScaleFlag {
  *
  *  Threads. Every kernel may run at any time on any number of threads: none has state or locks. */
 
+/** @page entries  For a length known only at run time, a family has one function that takes it as
+ * an argument before the flag and goes to the kernel of that length:
+ *
+ *      int32_t zvxg<transform>_<element>(const T* src, T* dst, int32_t len, int32_t flag);
+ *
+ *  The length is tested first and alone: one that the family does not have gives zvxErrLength,
+ *  whatever the pointers and the flag are. All else is the kernel's, checks and status as well. */
+
 /* ---- Version -------------------------------------------------------------------------------- */
 
 /** Which build of the library this is. */
@@ -142,6 +150,16 @@ ZVXG_API void zvxFree(void* block) ZVXG_NOEXCEPT;
  *
  *  Accuracy, as the L2 norm of the error over that of the result for normally distributed data: at
  *  most 1.65e-7 in single and 3.8e-16 in double precision, at every length. */
+
+/** By length: the kernel of `len` points, 2 to 64. */
+ZVXG_API int32_t zvxgDFTFwd_CToC_32fc(const Complex32* src, Complex32* dst, int32_t len,
+                                      int32_t flag) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgDFTInv_CToC_32fc(const Complex32* src, Complex32* dst, int32_t len,
+                                      int32_t flag) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgDFTFwd_CToC_64fc(const Complex64* src, Complex64* dst, int32_t len,
+                                      int32_t flag) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgDFTInv_CToC_64fc(const Complex64* src, Complex64* dst, int32_t len,
+                                      int32_t flag) ZVXG_NOEXCEPT;
 
 #include "zvxg_kernels.h"
 
