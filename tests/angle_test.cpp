@@ -4,37 +4,14 @@
 #include "angle.h"  // kernelgen
 
 #include <gtest/gtest.h>
-#include <mpfr.h>
 
 #include <numeric>
-#include <type_traits>
 #include <vector>
+
+#include "real.h"
 
 namespace tests {
 namespace {
-
-// Far more than the 53 bits of a double, so that the second rounding cannot matter.
-constexpr int kBits = 200;
-
-class Real {
- public:
-  Real() { mpfr_init2(value_, kBits); }
-  ~Real() { mpfr_clear(value_); }
-  Real(const Real&) = delete;
-  Real& operator=(const Real&) = delete;
-  mpfr_ptr get() { return value_; }
-  template <class T>
-  T rounded() {
-    if constexpr (std::is_same_v<T, float>) {
-      return mpfr_get_flt(value_, MPFR_RNDN);
-    } else {
-      return mpfr_get_d(value_, MPFR_RNDN);
-    }
-  }
-
- private:
-  mpfr_t value_;
-};
 
 template <class T>
 void expectExact(const kernelgen::Turn& turn) {

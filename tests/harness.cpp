@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <numbers>
 #include <stdexcept>
 #include <type_traits>
@@ -34,29 +35,37 @@ class PrintSeed : public testing::Environment {
 const testing::Environment* const kPrintSeed =
     testing::AddGlobalTestEnvironment(new PrintSeed);  // NOLINT: GoogleTest owns it
 
-// cos and sin of 2 pi m / n, with the argument kept below a turn.
-long double cosineOfTurn(int m, int n) {
-  return std::cos(2 * std::numbers::pi_v<long double> * (m % n) / n);
-}
-long double sineOfTurn(int m, int n) {
-  return std::sin(2 * std::numbers::pi_v<long double> * (m % n) / n);
+// cos and sin of 2 pi m / n for m = 0 .. n-1.
+struct Roots {
+  explicit Roots(int n) {
+    for (int m = 0; m < n; ++m) {
+      const long double angle = 2 * std::numbers::pi_v<long double> * m / n;
+      cosines.push_back(std::cos(angle));
+      sines.push_back(std::sin(angle));
+    }
+  }
+  std::vector<long double> cosines, sines;
+};
+
+const Roots& rootsOf(int n) {
+  static std::map<int, Roots> tables;
+  return tables.try_emplace(n, n).first->second;
 }
 
 std::vector<long double> complexDft(const KernelId& id, const std::vector<long double>& x) {
   const int n = id.length;
+  const Roots& roots = rootsOf(n);
   const long double sign = id.direction == Direction::Forward ? -1 : 1;
-  std::vector<long double> cosines(n), sines(n);
-  for (int m = 0; m < n; ++m) {
-    cosines[m] = cosineOfTurn(m, n);
-    sines[m] = sign * sineOfTurn(m, n);
-  }
   std::vector<long double> result(2 * n);
   for (int k = 0; k < n; ++k) {
-    for (int j = 0; j < n; ++j) {
-      const long double c = cosines[j * k % n], s = sines[j * k % n];
-      result[2 * k] += x[2 * j] * c - x[2 * j + 1] * s;
-      result[2 * k + 1] += x[2 * j] * s + x[2 * j + 1] * c;
+    long double re = 0, im = 0;
+    for (int j = 0, turn = 0; j < n; ++j, turn = (turn + k) % n) {
+      const long double c = roots.cosines[turn], s = sign * roots.sines[turn];
+      re += x[2 * j] * c - x[2 * j + 1] * s;
+      im += x[2 * j] * s + x[2 * j + 1] * c;
     }
+    result[2 * k] = re;
+    result[2 * k + 1] = im;
   }
   return result;
 }

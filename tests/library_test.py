@@ -1,5 +1,5 @@
-"""The built library as a file: what it exports and imports, which instructions it holds, and
-whether the prototypes in the tree are those of the generator. Run with --help for the arguments;
+"""The built library as a file: what it exports and imports, which instructions it holds, how much
+stack it takes, and whether the prototypes in the tree are those of the generator. Run with --help for the arguments;
 what follows them goes to unittest, such as -k imports."""
 
 import argparse
@@ -10,6 +10,11 @@ import re
 import subprocess
 import sys
 import unittest
+
+
+def entry_of(kernel):
+    """The by-length entry of a kernel has its name without the number."""
+    return re.sub(r"_\d+(?=_\w+$)", "", kernel)
 
 
 def output_of(*command):
@@ -57,6 +62,7 @@ class Symbols(TestCase):
         kernels = set(output_of(options.kernelgen, "list").split())
         self.assertGreater(len(kernels), 0)
         self.expect_none(kernels - declared, "kernels not declared")
+        self.expect_none({entry_of(k) for k in kernels} - declared, "entries not declared")
         self.expect_none(declared - exported, "functions not exported")
         self.expect_none(exported - declared, "symbols that should be hidden")
         kinds = {kind for kind, _ in self.dynamic("defined")}
@@ -67,6 +73,13 @@ class Symbols(TestCase):
         imported = {name for kind, name in self.dynamic("undefined") if kind != "w"}
         other = {n for n in imported if n not in self.CORE and "@GLIBC_" not in n}
         self.expect_none(other, "symbols of other libraries")
+
+    def test_own_functions_are_bound(self):
+        # By address: no stub and no look-up stands between an entry and its kernel.
+        relocations = output_of("readelf", "-rW", options.library)
+        self.assertIn("R_X86_64_RELATIVE", relocations)
+        looked_up = set(re.findall(r"\b(zvx\w+)", relocations)) - self.CORE
+        self.expect_none(looked_up, "functions looked up by the loader")
 
     def test_needs_only_system_libraries_and_has_its_soname(self):
         dynamic = output_of("readelf", "-dW", options.library)
@@ -181,6 +194,19 @@ class MachineCode(TestCase):
                 found.add(f"{name}: loop at {min(error.args[1]):x}")
         self.expect_none(found, "ways out and loops")
 
+    def test_entries_compare_and_jump(self):
+        entries = {entry_of(kernel) for kernel in self.kernels}
+        self.expect_none(entries - self.functions.keys(), "entries without code")
+        found = set()
+        for name in entries:
+            body = self.functions[name]
+            work = [i for i in body if not re.match("nop|data16|cs", i.mnemonic)]  # no padding
+            jumps = [f"{i.mnemonic} {i.operands}" for i in work if re.match("j|call", i.mnemonic)]
+            to_kernel = [jump for jump in jumps if jump.startswith("jmp *")]
+            if len(jumps) != 2 or len(to_kernel) != 1 or len(work) > 10:
+                found.add(f"{name}: {len(work)} instructions with the jumps {jumps}")
+        self.expect_none(found, "entries that do more")
+
     def test_foreign_instructions_are_recognised(self):
         self.assertTrue(foreign(Instruction(0, "vfmadd231pd", "%ymm1,%ymm2,%ymm3")))
         self.assertTrue(foreign(Instruction(0, "vpaddd", "%ymm1,%ymm2,%ymm3")))
@@ -192,9 +218,31 @@ class MachineCode(TestCase):
         self.assertFalse(foreign(Instruction(0, "vpxor", "%xmm1,%xmm2,%xmm3")))
 
 
+class Frames(TestCase):
+    LIMIT = 3584  # bytes
+
+    def test_stack_frames_are_small(self):
+        # By the compiler, -fstack-usage: place:function, tab, bytes, tab, how it is allocated.
+        frames = {}
+        for file in options.objects.split(";"):
+            with open(re.sub(r"\.o$", ".su", file), encoding="utf-8") as report:
+                for line in report:
+                    function, size, kind = line.rstrip("\n").split("\t")
+                    name = re.sub(r"\(.*", "", function.split(":")[-1]).split()[-1]
+                    self.assertIn(kind, ("static", "dynamic,bounded"), function)
+                    frames[name] = max(frames.get(name, 0), int(size))
+        kernels = set(output_of(options.kernelgen, "list").split())
+        self.expect_none(kernels - frames.keys(), "kernels not reported")
+        largest = max(frames, key=frames.get)
+        print(f"largest frame: {frames[largest]} bytes of {largest}")
+        large = {f"{name}: {size}" for name, size in frames.items() if size > self.LIMIT}
+        self.expect_none(large, f"frames above {self.LIMIT} bytes")
+
+
 if __name__ == "__main__":
     parser = argparse.ArgumentParser(description="Tests the built library as a file.")
     parser.add_argument("--library", required=True, help="libzvxg.so")
+    parser.add_argument("--objects", required=True, help="its object files, joined by ;")
     parser.add_argument("--kernelgen", required=True, help="the generator")
     parser.add_argument("--include", required=True, help="directory of zvxg.h")
     parser.add_argument("--ledger", required=True, help="operation counts kept in the tree")

@@ -1,0 +1,119 @@
+// The constants of the Rader and chirp steps, which no table has, against MPFR: each number of such
+// a sum is the cosine or sine of one exact fraction of a turn.
+
+#include "convolutions.h"  // kernelgen
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "real.h"
+
+namespace tests {
+namespace {
+
+// The sum of exp(2 pi i num / den) over what was added, divided by a count in the end.
+class RootSum {
+ public:
+  RootSum() {
+    mpfr_set_zero(re_.get(), 1);
+    mpfr_set_zero(im_.get(), 1);
+  }
+  void add(long num, unsigned long den) {
+    Real argument, part;
+    mpfr_set_si(argument.get(), num, MPFR_RNDN);
+    mpfr_cosu(part.get(), argument.get(), den, MPFR_RNDN);
+    mpfr_add(re_.get(), re_.get(), part.get(), MPFR_RNDN);
+    mpfr_sinu(part.get(), argument.get(), den, MPFR_RNDN);
+    mpfr_add(im_.get(), im_.get(), part.get(), MPFR_RNDN);
+  }
+  void divideBy(long count) {
+    for (Real* part : {&re_, &im_}) {
+      mpfr_div_si(part->get(), part->get(), count, MPFR_RNDN);
+      // What cancels by symmetry leaves the rounding of these 200 bits.
+      const bool isRest = mpfr_regular_p(part->get()) && mpfr_get_exp(part->get()) < -150;
+      if (isRest) mpfr_set_zero(part->get(), 1);
+    }
+  }
+  Real re_, im_;
+};
+
+template <class T>
+void expectRounded(const kernelgen::Factor& actual, RootSum& expected) {
+  EXPECT_EQ(static_cast<T>(actual.re.exact), expected.re_.rounded<T>());
+  EXPECT_EQ(static_cast<T>(actual.im.exact), expected.im_.rounded<T>());
+}
+
+TEST(Convolutions, RaderFactors) {
+  struct Prime {
+    int p, smallestPrimitiveRoot;
+  };
+  constexpr Prime kPrimes[] = {{7, 3},  {11, 2}, {13, 2}, {17, 3}, {19, 2},
+                               {23, 5}, {29, 2}, {31, 3}, {37, 2}, {41, 6},
+                               {43, 3}, {47, 5}, {53, 2}, {59, 2}, {61, 2}};
+  for (const auto [p, g] : kPrimes) {
+    SCOPED_TRACE(p);
+    const long order = p - 1;
+    const kernelgen::RaderNumbers numbers(p);
+    ASSERT_EQ(numbers.factors.size(), order);
+    ASSERT_EQ(numbers.powers.size(), order);
+    std::vector<long> powers(order, 1);  // of g modulo p
+    for (long q = 1; q < order; ++q) powers[q] = powers[q - 1] * g % p;
+    for (long q = 0; q < order; ++q) EXPECT_EQ(numbers.powers[q], powers[q]) << q;
+    for (long k = 0; k < order; ++k) {
+      SCOPED_TRACE(k);
+      RootSum sum;
+      for (long m = 0; m < order; ++m) {
+        const long inverse = powers[(order - m) % order];  // g^-m
+        sum.add(-(inverse * order + k * m * p), p * order);
+      }
+      sum.divideBy(order);
+      expectRounded<float>(numbers.factors[k], sum);
+      expectRounded<double>(numbers.factors[k], sum);
+    }
+  }
+}
+
+// A witness for the test above: digits that were published with the method for p = 7.
+TEST(Convolutions, RaderFactorsOfSeven) {
+  constexpr double kPrinted[6][2] = {{-0.1666667, 0},         {0.4066889, -0.1704365},
+                                     {0.3950782, -0.1958510}, {0, -0.4409586},
+                                     {0.3950782, 0.1958510},  {-0.4066889, -0.1704365}};
+  const kernelgen::RaderNumbers numbers(7);
+  ASSERT_EQ(numbers.factors.size(), 6);
+  for (int k = 0; k < 6; ++k) {
+    EXPECT_NEAR(static_cast<double>(numbers.factors[k].re.exact), kPrinted[k][0], 0.5e-7) << k;
+    EXPECT_NEAR(static_cast<double>(numbers.factors[k].im.exact), kPrinted[k][1], 0.5e-7) << k;
+  }
+}
+
+TEST(Convolutions, ChirpFactors) {
+  struct Chirp {
+    long n, l;
+  };
+  for (const auto [n, l] : {Chirp{47, 96}, Chirp{59, 128}}) {
+    SCOPED_TRACE(n);
+    const kernelgen::ChirpNumbers numbers(static_cast<int>(n), static_cast<int>(l));
+    ASSERT_EQ(numbers.chirp.size(), n);
+    ASSERT_EQ(numbers.factors.size(), l);
+    const long half = (n + 1) / 2;
+    for (long m = 0; m < n; ++m) {
+      const kernelgen::Turn turn = numbers.chirp[m];
+      EXPECT_EQ((turn.num * n - half * m * m * turn.den) % (n * turn.den), 0) << m;
+    }
+    for (long k = 0; k < l; ++k) {
+      SCOPED_TRACE(k);
+      RootSum sum;  // of the conjugate chirp at 0 .. n-1 and, mirrored, at l-1 down to l-n+1
+      for (long m = 1 - n; m < n; ++m) {
+        const long place = (m + l) % l;
+        sum.add(half * m * m * l - k * place * n, n * l);
+      }
+      sum.divideBy(l);
+      expectRounded<float>(numbers.factors[k], sum);
+      expectRounded<double>(numbers.factors[k], sum);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,33 @@
+// A real number of MPFR, for constants that have to be right to the last bit.
+#pragma once
+
+#include <mpfr.h>
+
+#include <type_traits>
+
+namespace tests {
+
+// Far more than the 53 bits of a double, so that the second rounding cannot matter.
+inline constexpr int kBits = 200;
+
+class Real {
+ public:
+  Real() { mpfr_init2(value_, kBits); }
+  ~Real() { mpfr_clear(value_); }
+  Real(const Real&) = delete;
+  Real& operator=(const Real&) = delete;
+  mpfr_ptr get() { return value_; }
+  template <class T>
+  T rounded() {
+    if constexpr (std::is_same_v<T, float>) {
+      return mpfr_get_flt(value_, MPFR_RNDN);
+    } else {
+      return mpfr_get_d(value_, MPFR_RNDN);
+    }
+  }
+
+ private:
+  mpfr_t value_;
+};
+
+}  // namespace tests
