@@ -49,23 +49,41 @@ Batch fftwBatch(typename Fftw<T>::Plan* plan) {
   };
 }
 
+// One side of a case: a function of the library, if it is one, and what it is to do.
+struct Side {
+  void* function;
+  int selector;  // what the name of the kernel counts
+  int n;
+};
+
 template <class T, int kSign>
-Batch fftwDft(int n, Arrays arrays) {
+Batch fftwDft(const Side& side, Arrays arrays) {
   using Complex = typename Fftw<T>::Complex;
-  return fftwBatch<T>(Fftw<T>::planDft(n, static_cast<Complex*>(arrays.source),
+  return fftwBatch<T>(Fftw<T>::planDft(side.n, static_cast<Complex*>(arrays.source),
                                        static_cast<Complex*>(arrays.dest), kSign, FFTW_MEASURE));
 }
 
-// A kernel of fixed length. All element types share one calling sequence, so one type serves.
-Batch kernelBatch(void* function, Arrays arrays) {
-  using Kernel = std::int32_t (*)(const void* source, void* dest, std::int32_t flag);
-  const auto kernel = reinterpret_cast<Kernel>(function);
-  if (kernel(arrays.source, arrays.dest, zvxNoDiv) != zvxOk) {
-    throw std::runtime_error("a kernel refused its arguments");
+// A function of the library on fixed arguments; it has to take them.
+template <class... Arguments>
+Batch callBatch(void* address, Arguments... arguments) {
+  const auto function = reinterpret_cast<std::int32_t (*)(Arguments...)>(address);
+  if (function(arguments...) != zvxOk) {
+    throw std::runtime_error("a function refused its arguments");
   }
-  return [kernel, arrays](int calls) {
-    for (int i = 0; i < calls; ++i) kernel(arrays.source, arrays.dest, zvxNoDiv);
+  return [=](int calls) {
+    for (int i = 0; i < calls; ++i) function(arguments...);
   };
+}
+
+// All element types share one calling sequence, so void serves.
+Batch kernelBatch(const Side& side, Arrays arrays) {
+  return callBatch<const void*, void*, std::int32_t>(side.function, arrays.source, arrays.dest,
+                                                     zvxNoDiv);
+}
+
+Batch entryBatch(const Side& side, Arrays arrays) {
+  return callBatch<const void*, void*, std::int32_t, std::int32_t>(
+      side.function, arrays.source, arrays.dest, side.selector, zvxNoDiv);
 }
 
 // What the name of a function counts, and how many points that is.
@@ -75,14 +93,19 @@ struct Selectors {
 };
 
 const Selectors kLengths = {2, 64, [](int n) { return n; }};
+// A nanosecond is lost in the noise of a long kernel.
+const Selectors kShortLengths = {2, 16, kLengths.points};
+
+using Maker = Batch (*)(const Side&, Arrays);
 
 struct Family {
   const char* name;
   const char* symbol[2];  // single and double; %d is the selector
   const Selectors& selectors;
-  Batch (*ours)(void* function, Arrays arrays);
+  Maker ours;
   const char* peerName;
-  Batch (*peer[2])(int n, Arrays arrays);
+  Maker peer[2];
+  const char* peerSymbol[2] = {};  // a peer that is in the library as well
 };
 
 // clang-format off
@@ -91,6 +114,9 @@ const Family kFamilies[] = {
      kernelBatch, "FFTW", {fftwDft<float, FFTW_FORWARD>, fftwDft<double, FFTW_FORWARD>}},
     {"complex-inverse", {"zvxgDFTInv_CToC_%d_32fc", "zvxgDFTInv_CToC_%d_64fc"}, kLengths,
      kernelBatch, "FFTW", {fftwDft<float, FFTW_BACKWARD>, fftwDft<double, FFTW_BACKWARD>}},
+    {"entries", {"zvxgDFTFwd_CToC_32fc", "zvxgDFTFwd_CToC_64fc"}, kShortLengths,
+     entryBatch, "direct-call", {kernelBatch, kernelBatch},
+     {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}},
 };
 // clang-format on
 
@@ -102,6 +128,12 @@ bool matches(const std::string& label, const std::string& filter) {
   return true;
 }
 
+std::string named(const char* pattern, int selector) {
+  char symbol[64];
+  std::snprintf(symbol, sizeof symbol, pattern, selector);
+  return symbol;
+}
+
 }  // namespace
 
 CaseList listCases(const std::string& libraryPath, const std::string& filter) {
@@ -111,20 +143,23 @@ CaseList listCases(const std::string& libraryPath, const std::string& filter) {
   for (const Family& family : kFamilies) {
     for (int precision : {0, 1}) {
       for (int selector = family.selectors.first; selector <= family.selectors.last; ++selector) {
-        char symbol[64];
-        std::snprintf(symbol, sizeof symbol, family.symbol[precision], selector);
+        const std::string symbol = named(family.symbol[precision], selector);
         const char* const word = precision == 0 ? " single " : " double ";
         if (!matches(std::string(family.name) + word + symbol, filter)) continue;
-        void* const function = dlsym(library, symbol);
-        if (!function) {
+        const int n = family.selectors.points(selector);
+        const Side ours = {dlsym(library, symbol.c_str()), selector, n};
+        Side peer = {nullptr, selector, n};
+        const char* const peerSymbol = family.peerSymbol[precision];
+        if (peerSymbol) peer.function = dlsym(library, named(peerSymbol, selector).c_str());
+        if (!ours.function || (peerSymbol && !peer.function)) {
           ++list.missing;
           continue;
         }
-        const int n = family.selectors.points(selector);
         list.cases.push_back(
             {family.name, precision == 0 ? 32 : 64, n, symbol, family.peerName,
-             [ours = family.ours, function](Arrays arrays) { return ours(function, arrays); },
-             [peer = family.peer[precision], n](Arrays arrays) { return peer(n, arrays); }});
+             peerSymbol != nullptr,
+             [make = family.ours, ours](Arrays arrays) { return make(ours, arrays); },
+             [make = family.peer[precision], peer](Arrays arrays) { return make(peer, arrays); }});
       }
     }
   }

@@ -23,6 +23,7 @@ struct Case {
   int n;               // length in elements
   std::string symbol;
   std::string peerName;
+  bool oursCallsPeer;  // so that the difference is what ours adds, and not the ratio
   std::function<Batch(Arrays)> ours;
   std::function<Batch(Arrays)> peer;  // may overwrite the source while it is made
 };

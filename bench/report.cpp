@@ -24,6 +24,10 @@ double spreadPercent(std::vector<double> values) {
 
 double ratio(const Result& r) { return best(r.peerNs) / best(r.oursNs); }
 double overBound(const Result& r) { return best(r.oursNs) * r.clockGhz / r.boundCycles; }
+// What ours adds to the call that it makes.
+double overhead(const Result& r) {
+  return r.subject.oursCallsPeer ? best(r.oursNs) - best(r.peerNs) : NAN;
+}
 double toBeat(const Result& r) { return r.ratioToBeat; }
 
 // Screen and file show the same columns.
@@ -41,6 +45,7 @@ const Column kColumns[] = {
     {"peer_ns", 2, [](const Result& r) { return best(r.peerNs); }},
     {"peer_spread", 1, [](const Result& r) { return spreadPercent(r.peerNs); }},
     {"ratio", 3, ratio},
+    {"overhead_ns", 2, overhead},
     {"clock_ghz", 3, [](const Result& r) { return r.clockGhz; }},
     {"bound_cycles", 1, [](const Result& r) { return r.boundCycles; }},
     {"bound_ns", 2, [](const Result& r) { return r.boundCycles / r.clockGhz; }},
@@ -89,6 +94,13 @@ void printGroup(const std::vector<Result>& group) {
       std::printf("%*s", column.width(), cell(column, r).c_str());
     }
     std::printf("%s\n", ratio(r) < r.ratioToBeat ? " behind" : "");
+  }
+  if (known(overhead, group)) {
+    double sum = 0, most = overhead(group.front());
+    for (const Result& r : group) sum += overhead(r), most = std::max(most, overhead(r));
+    std::printf("overhead: mean of %zu %.2f ns, most %.2f ns\n", group.size(),
+                sum / static_cast<double>(group.size()), most);
+    return;
   }
   const Result& worst = *std::min_element(group.begin(), group.end(),
                                           [](auto& a, auto& b) { return ratio(a) < ratio(b); });
