@@ -12,6 +12,9 @@
 //   kCentred                 whether blocks and columns are numbered 0, 1, 2 .., -2, -1
 //
 // A direct body works on the elements of one column and needs only their arithmetic (values.h).
+//
+// No expression makes two new nodes in operands of one operator: which comes first would be up to
+// the compiler, and with it the numbers of the nodes, the order of statements and signs of zeros.
 #pragma once
 
 #include <stdexcept>
@@ -196,7 +199,8 @@ template <bool kWide, class E>
 Column<E> direct3(const Column<E>& x) {
   const Constant half{0.5, "half"};
   const E p = x[1] + x[2], m = x[1] - x[2];
-  const E a = down<kWide>(up<kWide>(x[0]) - scaled(up<kWide>(p), half));
+  const E x0 = up<kWide>(x[0]);
+  const E a = down<kWide>(x0 - scaled(up<kWide>(p), half));
   const E w = down<kWide>(crossed(up<kWide>(m), sine({1, 3})));
   return {p + x[0], a + w, a - w};
 }
@@ -210,10 +214,13 @@ Column<E> direct5(const Column<E>& x) {
   const E x0 = up<kWide>(x[0]);
   const E pA = up<kWide>(sumA), pB = up<kWide>(sumB);
   const E mA = up<kWide>(difA), mB = up<kWide>(difB);
-  const E a1 = down<kWide>((x0 + scaled(pA, c1)) - scaled(pB, c2));
-  const E a2 = down<kWide>((x0 - scaled(pA, c2)) + scaled(pB, c1));
-  const E w1 = down<kWide>(crossed(mA, s1) - crossed(mB, s2));
-  const E w2 = down<kWide>(crossed(mA, s2) + crossed(mB, s1));
+  const E pA1 = scaled(pA, c1), pA2 = scaled(pA, c2), pB1 = scaled(pB, c1), pB2 = scaled(pB, c2);
+  const E mA1 = crossed(mA, s1), mA2 = crossed(mA, s2), mB1 = crossed(mB, s1),
+          mB2 = crossed(mB, s2);
+  const E a1 = down<kWide>((x0 + pA1) - pB2);
+  const E a2 = down<kWide>((x0 - pA2) + pB1);
+  const E w1 = down<kWide>(mA1 - mB2);
+  const E w2 = down<kWide>(mA2 + mB1);
   const bool single = x[0].graph->precision() == Precision::Single;
   const E zero = single ? (sumA + x[0]) + sumB : x[0] + (sumA + sumB);
   return {zero, a1 + w1, a2 + w2, a2 - w2, a1 - w1};
@@ -231,8 +238,9 @@ Column<E> direct5SecondForm(const Column<E>& x) {
   const E w = x[0] - scaled(t, mean);
   const E v = scaled(sumA - sumB, halfDifference);
   const E a = w + v, b = w - v;
-  const E w1 = crossed(difA, s1) + crossed(difB, s2);
-  const E w2 = crossed(difA, s2) - crossed(difB, s1);
+  const E mA1 = crossed(difA, s1), mA2 = crossed(difA, s2);
+  const E mB1 = crossed(difB, s1), mB2 = crossed(difB, s2);
+  const E w1 = mA1 + mB2, w2 = mA2 - mB1;
   return {x[0] + t, a + w1, b + w2, b - w2, a - w1};
 }
 

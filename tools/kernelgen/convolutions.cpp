@@ -13,11 +13,16 @@ std::vector<std::size_t> powersOf(int g, int p) {
   return powers;
 }
 
-// Factor k of length n, with the scale of the convolution folded in.
+// Factor k of length n, with the scale of the convolution folded in. Parts that vanish, as those of
+// factors that are their own mirror, come out of the sum as its rounding; no other part is so
+// small.
 Factor named(Quad re, Quad im, std::size_t k, int n, std::size_t size) {
   const std::string place = std::to_string(k) + "of" + std::to_string(n);
-  const auto scale = static_cast<Quad>(size);
-  return {{re / scale, "re" + place}, {im / scale, "im" + place}};
+  const auto part = [&](Quad sum) {
+    const Quad rounding = static_cast<Quad>(1e-30);
+    return sum < rounding && -sum < rounding ? Quad{0} : sum / static_cast<Quad>(size);
+  };
+  return {{part(re), "re" + place}, {part(im), "im" + place}};
 }
 
 std::vector<CosSin> roots(std::size_t n) {
@@ -42,10 +47,6 @@ RaderNumbers::RaderNumbers(int p) {
       re += a.cosine * b.cosine - a.sine * b.sine;
       im -= a.cosine * b.sine + a.sine * b.cosine;
     }
-    // The two that are their own mirror are real or imaginary, exactly.
-    const bool mirror = k == 0 || 2 * k == order;
-    if (mirror && k % 2 == 0) im = 0;
-    if (mirror && k % 2 == 1) re = 0;
     factors.push_back(named(re, im, k, p, order));
   }
 }

@@ -74,7 +74,8 @@ Paired rotated(Paired x, Turn t) {
 }
 
 Paired product(Paired x, const Factor& factor) {
-  return scaled(x, factor.re) + turnedQuarters(scaled(x, factor.im), 3);
+  const Paired straight = scaled(x, factor.re), across = scaled(x, factor.im);
+  return straight + turnedQuarters(across, 3);
 }
 
 Paired rotated(Paired x, const std::vector<Turn>& angles) {
@@ -94,7 +95,8 @@ Paired product(Paired x, const std::vector<Factor>& factors) {
     if (isZero(a)) return a;
     return Part{g.mul(a.node, g.constant(lanes, g[a.node].precision)), a.negative, a.exponent};
   };
-  return {&g, sum(g, by(x.re, re), negated(by(x.im, im))), sum(g, by(x.im, re), by(x.re, im))};
+  const Part reRe = by(x.re, re), imIm = by(x.im, im), imRe = by(x.im, re), reIm = by(x.re, im);
+  return {&g, sum(g, reRe, negated(imIm)), sum(g, imRe, reIm)};
 }
 
 bool isZero(const Paired& x) { return isZero(x.re) && isZero(x.im); }

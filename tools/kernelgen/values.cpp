@@ -41,7 +41,9 @@ Packed crossed(Packed x, const Constant& c) {
   for (int i = 0; i < n.lanes; ++i) {
     lanes.push_back((i % 2 == 0) == forward ? c : -c);
   }
-  return {&g, g.mul(partsSwapped(g, x.node), g.constant(lanes, n.precision))};
+  const Precision precision = n.precision;
+  const NodeId swapped = partsSwapped(g, x.node);
+  return {&g, g.mul(swapped, g.constant(lanes, precision))};
 }
 
 Packed turnedQuarters(Packed x, int k) { return rotated(x, Turn{k, 4}); }
@@ -87,8 +89,9 @@ Packed product(Packed x, const std::vector<Factor>& factors) {
     straight.insert(straight.end(), {f.re, f.re});
     across.insert(across.end(), {forward ? -f.im : f.im, forward ? f.im : -f.im});
   }
-  return {&g, g.add(g.mul(x.node, g.constant(straight, precision)),
-                    g.mul(partsSwapped(g, x.node), g.constant(across, precision)))};
+  const NodeId swapped = partsSwapped(g, x.node);
+  const NodeId byRe = g.mul(x.node, g.constant(straight, precision));
+  return {&g, g.add(byRe, g.mul(swapped, g.constant(across, precision)))};
 }
 
 Packed product(Packed x, const Factor& factor) {
