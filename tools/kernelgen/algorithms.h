@@ -38,6 +38,19 @@ struct RaderMiddle {
   Columns<E> rest;  // a[k] B[k], with x0 added at k = 0
 };
 
+// From blocks to columns: of each transform, element j of column u is element u of block j.
+template <class E>
+Columns<E> across(const Columns<E>& y, std::size_t a, std::size_t b) {
+  Columns<E> columns;
+  for (std::size_t c = 0; c < y.size() / b; ++c) {
+    for (std::size_t u = 0; u < a; ++u) {
+      Column<E>& column = columns.emplace_back();
+      for (std::size_t j = 0; j < b; ++j) column.push_back(y[c * b + j][u]);
+    }
+  }
+  return columns;
+}
+
 // Good-Thomas, n = a b with a and b coprime: the index maps i, j -> b i + a j and
 // k -> (k mod a, k mod b) leave two independent dimensions and no twiddles.
 // I. J. Good, J. Roy. Statist. Soc. B 20 (1958); L. H. Thomas (1963).
@@ -52,14 +65,7 @@ Columns<E> goodThomas(World& world, const Recipe& r, const Columns<E>& x) {
     }
   }
   const Columns<E> y = world.run(r.first(), blocks);
-  Columns<E> across;
-  for (std::size_t c = 0; c < x.size(); ++c) {
-    for (std::size_t u = 0; u < a; ++u) {
-      Column<E>& column = across.emplace_back();
-      for (std::size_t j = 0; j < b; ++j) column.push_back(y[c * b + j][u]);
-    }
-  }
-  const Columns<E> z = world.run(r.second(), across);
+  const Columns<E> z = world.run(r.second(), across(y, a, b));
   Columns<E> out(x.size());
   for (std::size_t c = 0; c < x.size(); ++c) {
     for (std::size_t k = 0; k < n; ++k) out[c].push_back(z[c * a + k % a][k % b]);
@@ -95,14 +101,7 @@ Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
   y = world.rotate(y, [&](std::size_t block, std::size_t u) {
     return Turn{number(block % b, b) * number(u, a), static_cast<long>(n)};
   });
-  Columns<E> across;
-  for (std::size_t c = 0; c < x.size(); ++c) {
-    for (std::size_t u = 0; u < a; ++u) {
-      Column<E>& column = across.emplace_back();
-      for (std::size_t j = 0; j < b; ++j) column.push_back(y[c * b + j][u]);
-    }
-  }
-  const Columns<E> z = world.run(r.second(), across);
+  const Columns<E> z = world.run(r.second(), across(y, a, b));
   Columns<E> out(x.size(), x[0]);
   for (std::size_t c = 0; c < x.size(); ++c) {
     for (std::size_t u = 0; u < a; ++u) {

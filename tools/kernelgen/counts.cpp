@@ -6,13 +6,6 @@
 namespace kernelgen {
 namespace {
 
-bool contiguous(const std::vector<int>& elements, std::size_t begin, std::size_t end) {
-  for (std::size_t i = begin; i < end; ++i) {
-    if (elements[i] != elements[begin] + static_cast<int>(i - begin)) return false;
-  }
-  return elements[begin] != kNoElement;
-}
-
 int accessesIn(const std::vector<int>& elements, std::size_t begin, std::size_t end) {
   if (contiguous(elements, begin, end)) return 1;
   if (end - begin == 1) return 0;
@@ -29,6 +22,13 @@ double bound(const Counts& c, bool scalar) {
 }
 
 }  // namespace
+
+bool contiguous(const std::vector<int>& elements, std::size_t begin, std::size_t end) {
+  for (std::size_t i = begin; i < end; ++i) {
+    if (elements[i] != elements[begin] + static_cast<int>(i - begin)) return false;
+  }
+  return elements[begin] != kNoElement;
+}
 
 bool isBlend(const Node& shuffle) {
   for (int i = 0; i < shuffle.lanes; ++i) {

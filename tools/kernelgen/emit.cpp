@@ -241,13 +241,6 @@ class Statements {
 
   // ---- Memory
 
-  static bool contiguous(const std::vector<int>& e, std::size_t begin, std::size_t end) {
-    for (std::size_t i = begin; i < end; ++i) {
-      if (e[i] == kNoElement || e[i] != e[begin] + static_cast<int>(i - begin)) return false;
-    }
-    return true;
-  }
-
   std::string place(const char* array, int element) const {
     return element == 0 ? array : std::string(array) + " + " + number(2 * element);
   }
