@@ -1,4 +1,4 @@
-// What is measured: one case per function of the library, with a peer that does the same work.
+// What is measured: one case per function of the library, with the peers that do the same work.
 // The families are the rows of a table in cases.cpp; listCases() is the entry.
 #pragma once
 
@@ -11,10 +11,15 @@ namespace bench {
 // Runs one transform `calls` times in a row on fixed arrays.
 using Batch = std::function<void(int calls)>;
 
-// The arrays of one side. `source` holds normal numbers and is written by nobody but a planner.
+// The arrays of one side. `source` holds normal numbers, whenever neither a maker nor a batch runs.
 struct Arrays {
   void* source;
   void* dest;
+};
+
+struct Peer {
+  std::string name;
+  std::function<Batch(Arrays)> make;
 };
 
 struct Case {
@@ -22,10 +27,9 @@ struct Case {
   int bits;            // of a real number: 32 or 64
   int n;               // length in elements
   std::string symbol;
-  std::string peerName;
   bool oursCallsPeer;  // so that the difference is what ours adds, and not the ratio
   std::function<Batch(Arrays)> ours;
-  std::function<Batch(Arrays)> peer;  // may overwrite the source while it is made
+  std::vector<Peer> peers;  // the fastest at this length counts
 };
 
 struct CaseList {
@@ -33,8 +37,9 @@ struct CaseList {
   int missing = 0;  // functions that match the filter and are not in the library
 };
 
-// The cases of a shared library that match `filter`: words joined by '-', each of them a part of
-// "<family> <single|double> <symbol>". Throws std::runtime_error with one line on failure.
-CaseList listCases(const std::string& libraryPath, const std::string& filter);
+// The cases of a shared library that match one of the filters, or all if there is none. A filter is
+// words joined by '-', each of them a part of "<family> <single|double> <symbol>". Throws
+// std::runtime_error with one line on failure.
+CaseList listCases(const std::string& libraryPath, const std::vector<std::string>& filters);
 
 }  // namespace bench

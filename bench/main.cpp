@@ -1,4 +1,4 @@
-// zvxg_bench: every function of the library against a peer, in one run on one core.
+// zvxg_bench: every function of the library against its peers, in one run on one core.
 //
 // The program starts itself as a worker several times over and keeps, per case and side, the
 // smallest time of all workers: a worker has one placement of code and data in memory and one
@@ -28,9 +28,9 @@ using namespace bench;
 constexpr int kOffsetBytes = 8;  // one element of 32fc and 64f; takes 64fc off its 16 bytes
 
 constexpr char kUsage[] =
-    R"(usage: zvxg_bench [OPTION...] [FILTER]
+    R"(usage: zvxg_bench [OPTION...] [FILTER...]
 FILTER is words joined by '-', each of them a part of "<family> <single|double> <symbol>",
-such as complex, complex-single, inverse-64fc, CToC_12_.
+such as complex, complex-single, inverse-64fc, CToC_12_. One match suffices.
   --quick          the same as --processes 4 --ms 5, for a first look
   --processes K    number of worker processes (12)
   --ms T           milliseconds per case in each of them (16)
@@ -42,7 +42,8 @@ such as complex, complex-single, inverse-64fc, CToC_12_.
 )";
 
 struct Options {
-  std::string filter, library = ZVXG_LIBRARY, beat, csv;
+  std::vector<std::string> filters;
+  std::string library = ZVXG_LIBRARY, beat, csv;
   int processes = 12, budgetMs = 16, core = -1, offsetBytes = 0;
   bool worker = false;
 };
@@ -91,10 +92,8 @@ Options parse(int argc, char** argv) {
       }
     } else if (word.starts_with("-")) {
       throw std::runtime_error("unknown option " + word + ", see --help");
-    } else if (options.filter.empty()) {
-      options.filter = word;
     } else {
-      throw std::runtime_error("more than one filter: " + word);
+      options.filters.push_back(word);
     }
   }
   if (options.core < 0) options.core = lastAllowedCore();
@@ -111,11 +110,13 @@ void pinToCore(int core) {
   }
 }
 
-// Prints "<index> <ours> <peer> <clock>" per case for the driver.
+// Prints "<index> <ours> <clock> <peer>..." per case for the driver.
 void work(const std::vector<Case>& cases, const Options& options) {
   for (std::size_t i = 0; i < cases.size(); ++i) {
     const Times times = measure(cases[i], options.budgetMs, options.offsetBytes);
-    std::printf("%zu %.6g %.6g %.6g\n", i, times.oursNs, times.peerNs, times.clockGhz);
+    std::printf("%zu %.6g %.6g", i, times.oursNs, times.clockGhz);
+    for (double ns : times.peerNs) std::printf(" %.6g", ns);
+    std::printf("\n");
     std::fflush(stdout);
   }
 }
@@ -139,15 +140,18 @@ void collectFromWorker(int argc, char** argv, std::vector<Result>& results) {
   close(ends[1]);
   FILE* const lines = fdopen(ends[0], "r");
   std::size_t index, received = 0;
-  Times times;
+  double oursNs, clockGhz;
   while (received < results.size() &&
-         std::fscanf(lines, "%zu %lf %lf %lf", &index, &times.oursNs, &times.peerNs,
-                     &times.clockGhz) == 4 &&
-         index == received) {
-    Result& result = results[received++];
-    result.oursNs.push_back(times.oursNs);
-    result.peerNs.push_back(times.peerNs);
-    result.clockGhz = std::max(result.clockGhz, times.clockGhz);
+         std::fscanf(lines, "%zu %lf %lf", &index, &oursNs, &clockGhz) == 3 && index == received) {
+    Result& result = results[received];
+    const bool complete =
+        std::all_of(result.peerNs.begin(), result.peerNs.end(), [&](std::vector<double>& ofPeer) {
+          return std::fscanf(lines, "%lf", &ofPeer.emplace_back()) == 1;
+        });
+    if (!complete) break;
+    result.oursNs.push_back(oursNs);
+    result.clockGhz = std::max(result.clockGhz, clockGhz);
+    ++received;
   }
   std::fclose(lines);
   int status;
@@ -181,33 +185,36 @@ std::vector<std::string> describeRun(const Options& options) {
   char date[32];
   const std::time_t now = std::time(nullptr);
   std::strftime(date, sizeof date, "%Y-%m-%d %H:%M UTC", std::gmtime(&now));
-  return {
-      std::string("date: ") + date,
-      "cpu: " + cpuInfo("model name") + ", family " + cpuInfo("cpu family") + ", model " +
-          cpuInfo("model") + "; clock_ghz by a chain of additions in the same run",
-      "library: " + options.library,
-      "bench built with: " ZVXG_COMPILER,
-      std::string("FFTW: ") + fftwf_version + ", " + fftw_version + ", FFTW_MEASURE",
-      "best of " + std::to_string(options.processes) + " processes on core " +
-          std::to_string(options.core) + ", our arrays " +
-          (options.offsetBytes ? "off their alignment" : "aligned"),
-      "ns: shortest of all; spread: percent from there to the median process; ratio: peer / ours"};
+  return {std::string("date: ") + date,
+          "cpu: " + cpuInfo("model name") + ", family " + cpuInfo("cpu family") + ", model " +
+              cpuInfo("model") + "; clock_ghz by a chain of additions in the same run",
+          "library: " + options.library,
+          "bench built with: " ZVXG_COMPILER,
+          std::string("FFTW: ") + fftwf_version + ", " + fftw_version +
+              ", FFTW_MEASURE, and may destroy a spectrum",
+          "best of " + std::to_string(options.processes) + " processes on core " +
+              std::to_string(options.core) + ", our arrays " +
+              (options.offsetBytes ? "off their alignment" : "aligned"),
+          "ns: shortest of all; spread: percent from there to the median process",
+          "ratio: peer / ours, of several peers the fastest at that length; first_ratio, to_beat: "
+          "of the one named first"};
 }
 
 int run(int argc, char** argv) {
   const Options options = parse(argc, argv);
-  const CaseList list = listCases(options.library, options.filter);
+  const CaseList list = listCases(options.library, options.filters);
   if (options.worker) {
     work(list.cases, options);
     return 0;
   }
-  if (list.cases.empty()) throw std::runtime_error("no case matches '" + options.filter + "'");
+  if (list.cases.empty()) throw std::runtime_error("no case matches a filter");
   std::map<std::string, double> toBeat;
   if (!options.beat.empty()) toBeat = readRatiosToBeat(options.beat);
   std::vector<Result> results;
   for (const Case& subject : list.cases) {
     Result& result = results.emplace_back();
     result.subject = subject;
+    result.peerNs.resize(subject.peers.size());
     const auto at = toBeat.find(subject.family + "," + std::to_string(subject.bits) + "," +
                                 std::to_string(subject.n));
     if (at != toBeat.end()) result.ratioToBeat = at->second;

@@ -79,17 +79,20 @@ Times measure(const Case& subject, double budgetMs, int offsetBytes) {
   std::byte* const source = block.get();
   std::byte* const dest = source + destAt;
 
-  Side peer(subject.peer({source, dest}));
   subject.bits == 32 ? fillSource<float>(source, bytes) : fillSource<double>(source, bytes);
+  std::vector<Side> peers;
+  for (const Peer& peer : subject.peers) peers.emplace_back(peer.make({source, dest}));
   Side ours(subject.ours({source + offsetBytes, dest + offsetBytes}));
   Side chain(additionChain);
   const auto start = Clock::now();
   do {
     ours.run();
-    peer.run();
+    for (Side& peer : peers) peer.run();
     chain.run();
   } while (nsSince(start) < budgetMs * 1e6);
-  return {ours.bestNs(), peer.bestNs(), kChainCycles / chain.bestNs()};
+  Times times = {ours.bestNs(), {}, kChainCycles / chain.bestNs()};
+  for (const Side& peer : peers) times.peerNs.push_back(peer.bestNs());
+  return times;
 }
 
 }  // namespace bench

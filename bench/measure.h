@@ -1,6 +1,6 @@
-// Times one case in this process: short bursts of ours, of the peer and of a chain of additions,
+// Times one case in this process: short bursts of ours, of each peer and of a chain of additions,
 // which shows the clock, take turns, and the shortest burst of each counts. A change of clock or a
-// busy neighbour then meets all three alike, and enough bursts escape it.
+// busy neighbour then meets all of them alike, and enough bursts escape it.
 #pragma once
 
 #include "cases.h"
@@ -9,7 +9,7 @@ namespace bench {
 
 struct Times {
   double oursNs;  // per call
-  double peerNs;
+  std::vector<double> peerNs;
   double clockGhz;
 };
 

@@ -28,7 +28,7 @@ set rmargin 2
 
 do for [family in families] {
   ofFamily = rows." | grep '^".family.",' | cut -d, -f"
-  peer = system(ofFamily."4 | head -1")
+  peer = system(ofFamily."4 | head -1 | cut -d' ' -f1")  # without its variant
   precisions = system(ofFamily."2 | sort -u")
   set terminal svg size 600 * words(precisions),760 dynamic font "sans-serif,13" background "white"
   set output ARG2."/".family.".svg"

@@ -12,14 +12,16 @@ namespace bench {
 
 struct Result {
   Case subject;
-  std::vector<double> oursNs, peerNs;  // per process, the shortest burst
-  double clockGhz = 0;                 // the highest of the processes
-  double boundCycles = NAN;            // NAN: not known
-  double ratioToBeat = NAN;            // NAN: not given
+  std::vector<double> oursNs;               // per process, the shortest burst
+  std::vector<std::vector<double>> peerNs;  // the same of each peer
+  double clockGhz = 0;                      // the highest of the processes
+  double boundCycles = NAN;                 // NAN: not known
+  double ratioToBeat = NAN;                 // NAN: not given
 };
 
-// What FFTW's time over ours must exceed, by "family,bits,n". Read from a CSV file whose first
-// line names at least the columns family, bits, n and ratio_to_beat; an empty ratio says nothing.
+// What the first peer's time over ours must exceed, by "family,bits,n". Read from a CSV file whose
+// first line names at least the columns family, bits, n and ratio_to_beat; an empty ratio says
+// nothing.
 std::map<std::string, double> readRatiosToBeat(const std::string& path);
 
 void printTables(const std::vector<Result>& results);
