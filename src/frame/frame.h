@@ -33,6 +33,12 @@ constexpr Factors<Real> inverseFactors(Real byN, Real bySqrtN) {
   return factors<Real>(1, byN, bySqrtN);
 }
 
+// Without a direction, either of the two asks for the division.
+template <class Real>
+constexpr Factors<Real> undirectedFactors(Real byN, Real bySqrtN) {
+  return factors<Real>(byN, byN, bySqrtN);
+}
+
 inline bool isScaleFlag(int32_t flag) {
   constexpr uint32_t kFlags =
       1u << zvxDivFwdByN | 1u << zvxDivInvByN | 1u << zvxDivBySqrtN | 1u << zvxNoDiv;
@@ -51,7 +57,19 @@ inline bool onBoundary(const void* src, const void* dst) {
           (kBytes - 1)) == 0;
 }
 
-// Complex arrays as the arrays of reals that they are.
+// A constant that the compiler cannot look into. It would turn a product by 2 into a sum, and a
+// kernel has more sums already than fit beside its products.
+template <class Real>
+inline Real hidden(Real constant) {
+  asm("" : "+x"(constant));
+  return constant;
+}
+
+// Arrays as reals: complex ones are pairs of them.
+template <class Real>
+inline Real* reals(Real* x) {
+  return x;
+}
 inline const float* reals(const Complex32* x) { return reinterpret_cast<const float*>(x); }
 inline float* reals(Complex32* x) { return reinterpret_cast<float*>(x); }
 inline const double* reals(const Complex64* x) { return reinterpret_cast<const double*>(x); }

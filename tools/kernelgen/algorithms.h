@@ -9,7 +9,7 @@
 //   zero, postpone, weigh    what a chirp step needs besides: an element that is zero, a rotation
 //   that
 //                            is done wherever the elements are used, and products by constants
-//   kCentred                 whether blocks and columns are numbered 0, 1, 2 .., -2, -1
+//   centresBlocks, centresColumns   whether a Cooley-Tukey step numbers them 0, 1, 2 .., -2, -1
 //
 // A direct body works on the elements of one column and needs only their arithmetic (values.h).
 //
@@ -80,10 +80,12 @@ template <class World, class E>
 Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
   const std::size_t a = r.first().n(), b = r.second().n(), n = a * b;
   // Centred, a block or column and its mirror have conjugate twiddles.
-  const auto number = [](std::size_t i, std::size_t count) {
+  const auto number = [](bool centred, std::size_t i, std::size_t count) {
     const auto plain = static_cast<long>(i), size = static_cast<long>(count);
-    return World::kCentred && 2 * plain > size ? plain - size : plain;
+    return centred && 2 * plain > size ? plain - size : plain;
   };
+  const auto ofBlock = [&](std::size_t j) { return number(world.centresBlocks(), j, b); };
+  const auto ofColumn = [&](std::size_t u) { return number(world.centresColumns(), u, a); };
   const auto modN = [n](long i) {
     const auto size = static_cast<long>(n);
     return static_cast<std::size_t>((i % size + size) % size);
@@ -93,20 +95,20 @@ Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
     for (std::size_t j = 0; j < b; ++j) {
       Column<E>& block = blocks.emplace_back();
       for (std::size_t i = 0; i < a; ++i) {
-        block.push_back(c[modN(static_cast<long>(b * i) + number(j, b))]);
+        block.push_back(c[modN(static_cast<long>(b * i) + ofBlock(j))]);
       }
     }
   }
   Columns<E> y = world.run(r.first(), blocks);
   y = world.rotate(y, [&](std::size_t block, std::size_t u) {
-    return Turn{number(block % b, b) * number(u, a), static_cast<long>(n)};
+    return Turn{ofBlock(block % b) * ofColumn(u), static_cast<long>(n)};
   });
   const Columns<E> z = world.run(r.second(), across(y, a, b));
   Columns<E> out(x.size(), x[0]);
   for (std::size_t c = 0; c < x.size(); ++c) {
     for (std::size_t u = 0; u < a; ++u) {
       for (std::size_t v = 0; v < b; ++v) {
-        out[c][modN(number(u, a) + static_cast<long>(a * v))] = z[c * a + u][v];
+        out[c][modN(ofColumn(u) + static_cast<long>(a * v))] = z[c * a + u][v];
       }
     }
   }
@@ -307,7 +309,9 @@ Column<E> direct(const Recipe& r, const Column<E>& x) {
     case 3: return direct3<false>(x);
     case 4: return direct4(x);
     case 5: return r.isSecondForm() ? direct5SecondForm(x) : direct5<false>(x);
-    default: return directPrime(r.n(), x);
+    case 7:
+    case 11: return directPrime(r.n(), x);
+    default: throw std::logic_error("no complex body of length " + r.print());
   }
 }
 

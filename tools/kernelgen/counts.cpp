@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "real_kernels.h"
+
 namespace kernelgen {
 namespace {
 
@@ -11,6 +13,10 @@ int accessesIn(const std::vector<int>& elements, std::size_t begin, std::size_t 
   if (end - begin == 1) return 0;
   const std::size_t middle = (begin + end) / 2;
   return accessesIn(elements, begin, middle) + accessesIn(elements, middle, end);
+}
+
+bool isScale(const Graph& g, NodeId id) {
+  return g[id].op == Op::Scale || (g[id].op == Op::Widen && g[g[id].a].op == Op::Scale);
 }
 
 // Additions go to two pipes of four, shuffles partly to the same; two loads start in a cycle. The
@@ -49,9 +55,7 @@ Counts counts(const Kernel& kernel) {
       case Op::Store: c.stores += accesses(n.index); break;
       case Op::Add:
       case Op::Sub: ++c.adds; break;
-      case Op::Mul:
-        ++(g[n.a].op == Op::Scale || g[n.b].op == Op::Scale ? c.scales : c.products);
-        break;
+      case Op::Mul: ++(isScale(g, n.a) || isScale(g, n.b) ? c.scales : c.products); break;
       case Op::Shuffle: ++(isBlend(n) ? c.logic : c.shuffles); break;
       case Op::Flip: ++c.logic; break;
       case Op::Widen:
@@ -60,21 +64,24 @@ Counts counts(const Kernel& kernel) {
       case Op::Scale: break;
     }
   }
+  if (kernel.id.family != Family::Complex) c.stated = statedProducts(kernel.id);
   c.bound = bound(c, kernel.id.body().width == kScalar);
   return c;
 }
 
 std::string ledgerHead() {
-  return "symbol,row,width,adds,products,scales,shuffles,logic,converts,loads,stores,bound";
+  return "symbol,row,width,adds,products,stated,scales,shuffles,logic,converts,loads,stores,bound";
 }
 
 std::string ledgerLine(const Kernel& kernel) {
   const Counts c = counts(kernel);
   const Body& body = kernel.id.body();
+  const std::string stated = c.stated ? std::to_string(*c.stated) : "";
   char text[256];
-  std::snprintf(text, sizeof text, "%s,\"%s\",%d,%d,%d,%d,%d,%d,%d,%d,%d,%.1f",
+  std::snprintf(text, sizeof text, "%s,\"%s\",%d,%d,%d,%s,%d,%d,%d,%d,%d,%d,%.1f",
                 kernel.id.symbol().c_str(), body.recipe.print().c_str(), body.width, c.adds,
-                c.products, c.scales, c.shuffles, c.logic, c.converts, c.loads, c.stores, c.bound);
+                c.products, stated.c_str(), c.scales, c.shuffles, c.logic, c.converts, c.loads,
+                c.stores, c.bound);
   return text;
 }
 

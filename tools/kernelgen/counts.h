@@ -1,6 +1,8 @@
 // The ledger: what a kernel does, counted in its graph, and the bound that follows.
 #pragma once
 
+#include <optional>
+
 #include "kernels.h"
 
 namespace kernelgen {
@@ -14,6 +16,7 @@ struct Counts {
   int converts = 0;  // between single and double
   int loads = 0;     // memory accesses of the unaligned body, constants not counted
   int stores = 0;
+  std::optional<int> stated;  // products that the table states
   double bound = 0;  // cycles, by the ports of a core with two adders and four vector pipes
 };
 

@@ -113,6 +113,7 @@ class Statements {
       same = same && lanes.back() == lanes[0];  // as text: 0 is not -0
     }
     std::string v = lanes[0];
+    if (n.lanes == 1 && n.constants[0].value == 2) v = call("hidden", {v});
     if (n.lanes > 1) {
       v = same ? call(intrinsic(n, "set1"), {lanes[0]}) : call(intrinsic(n, "setr"), lanes);
     }
@@ -307,7 +308,9 @@ struct Parameter {
 
 // How a kernel is called. A by-length entry takes the same with the selector before the flag.
 std::vector<Parameter> parameters(const KernelId& id) {
-  const std::string element = id.precision == Precision::Single ? "Complex32" : "Complex64";
+  const bool single = id.precision == Precision::Single;
+  const std::string element = id.family == Family::Complex ? (single ? "Complex32" : "Complex64")
+                                                           : (single ? "float" : "double");
   return {{"const " + element + "* ", "src"}, {element + "* ", "dst"}, {"int32_t ", "flag"}};
 }
 
@@ -322,7 +325,9 @@ std::string signature(const KernelId& id) { return declaration(id.symbol(), para
 // 1/N to the nearest, and 1 over the rounded root, rounded to double and then to the precision.
 std::string factors(const KernelId& id) {
   const double byN = 1.0 / id.length, byRoot = 1.0 / std::sqrt(static_cast<double>(id.length));
-  const char* direction = id.direction == Direction::Forward ? "forwardFactors" : "inverseFactors";
+  const char* direction = id.family == Family::Hartley         ? "undirectedFactors"
+                          : id.direction == Direction::Forward ? "forwardFactors"
+                                                               : "inverseFactors";
   const float byNSingle = 1.0f / static_cast<float>(id.length);
   return std::string(direction) + "(" +
          literal(id.precision == Precision::Single ? static_cast<double>(byNSingle) : byN,
@@ -331,8 +336,12 @@ std::string factors(const KernelId& id) {
 }
 
 std::string bodyName(const KernelId& id) {
-  return (id.direction == Direction::Forward ? "forward" : "inverse") + number(id.length) +
-         (id.precision == Precision::Single ? "_32fc" : "_64fc");
+  constexpr const char* kSpectra[] = {"", "Ccs", "Pack", "Perm"};
+  const std::string direction = id.direction == Direction::Forward ? "forward" : "inverse";
+  const std::string name =
+      id.family == Family::Hartley ? "hartley" : direction + kSpectra[static_cast<int>(id.layout)];
+  const std::string symbol = id.symbol();
+  return name + number(id.length) + symbol.substr(symbol.rfind('_'));
 }
 
 std::string head(const Kernel& kernel) {
@@ -444,8 +453,7 @@ std::string emitHeader(const std::vector<KernelId>& kernels) {
       "#ifndef ZVXG_KERNELS_H\n#define ZVXG_KERNELS_H\n\n"
       "#ifndef ZVXG_H\n#error \"include zvxg.h\"\n#endif\n";
   for (std::size_t i = 0; i < kernels.size(); ++i) {
-    const bool newGroup = i == 0 || kernels[i].direction != kernels[i - 1].direction ||
-                          kernels[i].precision != kernels[i - 1].precision;
+    const bool newGroup = i == 0 || entrySymbol(kernels[i]) != entrySymbol(kernels[i - 1]);
     s += newGroup ? "\n" : "";
     s += "ZVXG_API " + signature(kernels[i]) + ";\n";
   }

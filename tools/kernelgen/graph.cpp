@@ -7,16 +7,16 @@
 namespace kernelgen {
 namespace {
 
-void append(std::string& key, const void* data, std::size_t size) {
+void appendBytes(std::string& key, const void* data, std::size_t size) {
   key.append(static_cast<const char*>(data), size);
 }
 
 std::string keyOf(const Node& n) {
   std::string key;
   const int head[] = {static_cast<int>(n.op), static_cast<int>(n.precision), n.lanes, n.a, n.b};
-  append(key, head, sizeof head);
-  append(key, n.index.data(), n.index.size() * sizeof(int));
-  for (const RoundedConstant& c : n.constants) append(key, &c.value, sizeof c.value);
+  appendBytes(key, head, sizeof head);
+  appendBytes(key, n.index.data(), n.index.size() * sizeof(int));
+  for (const RoundedConstant& c : n.constants) appendBytes(key, &c.value, sizeof c.value);
   return key;
 }
 
@@ -34,7 +34,7 @@ Constant operator-(const Constant& c) {
   return {-c.exact, c.name[0] == 'n' ? c.name.substr(1) : "n" + c.name};
 }
 
-NodeId Graph::intern(Node node) {
+NodeId Graph::append(Node node) {
   const auto [place, isNew] = shared_.try_emplace(keyOf(node), static_cast<NodeId>(nodes_.size()));
   if (isNew) nodes_.push_back(std::move(node));
   return place->second;
@@ -42,11 +42,11 @@ NodeId Graph::intern(Node node) {
 
 NodeId Graph::binary(Op op, NodeId a, NodeId b) {
   const Node& n = (*this)[a];
-  return intern({.op = op, .precision = n.precision, .lanes = n.lanes, .a = a, .b = b});
+  return append({.op = op, .precision = n.precision, .lanes = n.lanes, .a = a, .b = b});
 }
 
 NodeId Graph::load(std::vector<int> elements, int lanes) {
-  return intern(
+  return append(
       {.op = Op::Load, .precision = precision_, .lanes = lanes, .index = std::move(elements)});
 }
 
@@ -58,11 +58,17 @@ NodeId Graph::constant(const std::vector<Constant>& lanes, Precision precision) 
                              : static_cast<double>(static_cast<float>(c.exact));
     node.constants.push_back({value, c.name});
   }
-  return intern(std::move(node));
+  return append(std::move(node));
 }
 
 NodeId Graph::scale(int lanes) {
-  return intern({.op = Op::Scale, .precision = precision_, .lanes = lanes});
+  return append({.op = Op::Scale, .precision = precision_, .lanes = lanes});
+}
+
+bool Graph::holdsSub(NodeId a, NodeId b) const {
+  const Node& n = (*this)[a];
+  return shared_.contains(
+      keyOf({.op = Op::Sub, .precision = n.precision, .lanes = n.lanes, .a = a, .b = b}));
 }
 
 // A sum and a product are the same whichever operand comes first, so one order stands for both.
@@ -72,7 +78,7 @@ NodeId Graph::mul(NodeId a, NodeId b) { return binary(Op::Mul, std::min(a, b), s
 
 NodeId Graph::flip(NodeId a, std::vector<int> mask) {
   const Node& n = (*this)[a];
-  return intern({.op = Op::Flip,
+  return append({.op = Op::Flip,
                  .precision = n.precision,
                  .lanes = n.lanes,
                  .a = a,
@@ -84,7 +90,7 @@ NodeId Graph::shuffle(NodeId a, NodeId b, std::vector<int> select) {
   bool identity = true;
   for (int i = 0; i < n.lanes; ++i) identity = identity && select[static_cast<std::size_t>(i)] == i;
   if (identity) return a;
-  return intern({.op = Op::Shuffle,
+  return append({.op = Op::Shuffle,
                  .precision = n.precision,
                  .lanes = n.lanes,
                  .a = a,
@@ -93,18 +99,21 @@ NodeId Graph::shuffle(NodeId a, NodeId b, std::vector<int> select) {
 }
 
 NodeId Graph::widen(NodeId a) {
-  return intern(
+  return append(
       {.op = Op::Widen, .precision = Precision::Double, .lanes = (*this)[a].lanes, .a = a});
 }
 
-NodeId Graph::round(NodeId a) {
-  return intern(
-      {.op = Op::Round, .precision = Precision::Single, .lanes = (*this)[a].lanes, .a = a});
+NodeId Graph::round(NodeId a, bool kept) {
+  return append({.op = Op::Round,
+                 .precision = Precision::Single,
+                 .lanes = (*this)[a].lanes,
+                 .a = a,
+                 .index = {kept}});
 }
 
 NodeId Graph::store(NodeId a, std::vector<int> elements) {
   const Node& n = (*this)[a];
-  return intern({.op = Op::Store,
+  return append({.op = Op::Store,
                  .precision = n.precision,
                  .lanes = n.lanes,
                  .a = a,
@@ -129,7 +138,7 @@ Graph Graph::pruned() const {
     for (NodeId* o : {&n.a, &n.b}) {
       if (*o != kNoNode) *o = moved[static_cast<std::size_t>(*o)];
     }
-    moved[id] = kept.intern(std::move(n));
+    moved[id] = kept.append(std::move(n));
   }
   return kept;
 }

@@ -61,7 +61,7 @@ struct Node {
   NodeId a = kNoNode;
   NodeId b = kNoNode;
   // Load, Store: the array element of each element lane, kNoElement for none (scalars: the index of
-  // a real number). Shuffle: select. Flip: mask.
+  // a real number). Shuffle: select. Flip: mask. Round: whether it is kept.
   std::vector<int> index = {};
   std::vector<RoundedConstant> constants = {};
 };
@@ -86,14 +86,19 @@ class Graph {
   NodeId flip(NodeId a, std::vector<int> mask);
   NodeId shuffle(NodeId a, NodeId b, std::vector<int> select);
   NodeId widen(NodeId a);
-  NodeId round(NodeId a);
+  // A kept one stays a temporary: no constant is merged into what it rounds.
+  NodeId round(NodeId a, bool kept = false);
   NodeId store(NodeId a, std::vector<int> elements);
+
+  bool holdsSub(NodeId a, NodeId b) const;
+
+  // A node with operands of this graph.
+  NodeId append(Node node);
 
   // Without the nodes that no store depends on.
   Graph pruned() const;
 
  private:
-  NodeId intern(Node node);
   NodeId binary(Op op, NodeId a, NodeId b);
 
   Precision precision_;

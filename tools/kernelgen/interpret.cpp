@@ -29,7 +29,7 @@ template <class T>
 std::vector<T> interpret(const Kernel& kernel, std::span<const T> source, T scale) {
   const Graph& g = kernel.graph;
   std::vector<Lanes> value(g.size());
-  std::vector<T> destination(source.size());
+  std::vector<T> destination(static_cast<std::size_t>(kernel.id.destinationSize()));
   for (std::size_t id = 0; id < g.size(); ++id) {
     const Node& n = g[static_cast<NodeId>(id)];
     Lanes& out = value[id];

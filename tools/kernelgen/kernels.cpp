@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "lanes.h"
+#include "real_kernels.h"
 
 namespace kernelgen {
 namespace {
@@ -65,26 +66,57 @@ void makeVector(Layout layout, const Recipe& recipe) {
 }  // namespace
 
 std::string KernelId::symbol() const {
-  return std::string("zvxgDFT") + (direction == Direction::Forward ? "Fwd" : "Inv") + "_CToC_" +
-         std::to_string(length) + (precision == Precision::Single ? "_32fc" : "_64fc");
+  const bool forward = direction == Direction::Forward;
+  const std::string n = std::to_string(length);
+  const std::string real = precision == Precision::Single ? "_32f" : "_64f";
+  if (family == Family::Hartley) return "zvxgHartley_" + n + real;
+  const std::string dft = std::string("zvxgDFT") + (forward ? "Fwd_" : "Inv_");
+  if (family == Family::Complex) return dft + "CToC_" + n + real + "c";
+  constexpr const char* kNames[] = {"", "CCS", "Pack", "Perm"};
+  const std::string spectrum = kNames[static_cast<int>(layout)];
+  return dft + (forward ? "RTo" + spectrum : spectrum + "ToR") + "_" + n + real;
 }
 
-const Body& KernelId::body() const { return complexBody(length, precision); }
+const Body& KernelId::body() const {
+  if (family == Family::Complex) return complexBody(length, precision);
+  if (family == Family::Hartley) return realBody(length, realRow(length).hartley);
+  return realBody(length, direction == Direction::Forward ? Flow::ToSpectrum : Flow::ToSamples);
+}
+
+int KernelId::sourceSize() const {
+  if (family == Family::Complex) return 2 * length;
+  return direction == Direction::Forward ? length : SpectrumMap(*this).size();
+}
+
+int KernelId::destinationSize() const {
+  if (family == Family::Complex) return 2 * length;
+  return direction == Direction::Forward ? SpectrumMap(*this).size() : length;
+}
 
 std::vector<KernelId> kernelList() {
   std::vector<KernelId> list;
-  for (Precision precision : {Precision::Single, Precision::Double}) {
-    for (Direction direction : {Direction::Forward, Direction::Inverse}) {
-      for (int n = kMinLength; n <= kMaxLength; ++n) {
-        const KernelId id{Family::Complex, direction, n, precision};
-        list.push_back(id);
-      }
+  const auto addLengths = [&](Family family, Precision precision, Direction direction,
+                              Layout layout) {
+    for (int n = kMinLength; n <= kMaxLength; ++n) {
+      list.push_back({family, direction, n, precision, layout});
+    }
+  };
+  constexpr Precision kPrecisions[] = {Precision::Single, Precision::Double};
+  constexpr Direction kDirections[] = {Direction::Forward, Direction::Inverse};
+  for (Precision p : kPrecisions) {
+    for (Direction d : kDirections) addLengths(Family::Complex, p, d, Layout::None);
+  }
+  for (Precision p : kPrecisions) {
+    for (Direction d : kDirections) {
+      for (Layout l : {Layout::Ccs, Layout::Pack, Layout::Perm}) addLengths(Family::Real, p, d, l);
     }
   }
+  for (Precision p : kPrecisions) addLengths(Family::Hartley, p, Direction::Forward, Layout::None);
   return list;
 }
 
 Kernel makeKernel(const KernelId& id) {
+  if (id.family != Family::Complex) return makeRealKernel(id);
   const Body& body = id.body();
   Kernel kernel{id, Graph(id.precision, id.direction)};
   if (body.width == kScalar) {

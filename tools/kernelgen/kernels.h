@@ -9,7 +9,18 @@
 namespace kernelgen {
 
 enum class Family {
-  Complex
+  Complex,
+  Real,
+  Hartley
+};
+
+// How the half spectrum of a real kernel is stored; only CCS has places for the imaginary parts
+// that are always zero.
+enum class Layout {
+  None,
+  Ccs,
+  Pack,
+  Perm
 };
 
 struct KernelId {
@@ -17,9 +28,13 @@ struct KernelId {
   Direction direction;
   int length;
   Precision precision;
+  Layout layout = Layout::None;
 
   std::string symbol() const;
   const Body& body() const;
+  // Sizes of the arrays in real numbers.
+  int sourceSize() const;
+  int destinationSize() const;
 
   bool operator==(const KernelId&) const = default;
 };

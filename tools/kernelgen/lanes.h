@@ -17,7 +17,8 @@ namespace kernelgen {
 
 template <class E>
 struct Whole {
-  static constexpr bool kCentred = std::is_same_v<E, Paired>;
+  static bool centresBlocks() { return std::is_same_v<E, Paired>; }
+  static bool centresColumns() { return std::is_same_v<E, Paired>; }
 
   Columns<E> run(const Recipe& r, const Columns<E>& x) {
     if constexpr (std::is_same_v<E, Packed>) {
@@ -105,7 +106,8 @@ class Spread {
   using Value = typename Layout::Value;
   using Element = Ref<Value>;
 
-  static constexpr bool kCentred = false;
+  static bool centresBlocks() { return false; }
+  static bool centresColumns() { return false; }
 
   explicit Spread(Layout layout) : layout_(layout), lanes_(layout.lanes()) {}
 

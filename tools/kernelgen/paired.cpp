@@ -5,16 +5,26 @@
 namespace kernelgen {
 namespace {
 
-bool isZero(const Part& a) { return a.node == kNoNode; }
+Part negated(Part a) { return isZero(a) ? a : Part{a.node, !a.negative, a.exponent}; }
 
-Part negated(Part a) { return {a.node, !a.negative, a.exponent}; }
+// A scalar is a temporary in the precision of the kernel, or an expression still open, in double.
+// Products by constants open one; a plain sum takes temporaries and makes one.
+NodeId temporary(Graph& g, NodeId a) {
+  return g[a].lanes == 1 && g[a].precision != g.precision() ? g.round(a) : a;
+}
+
+NodeId opened(Graph& g, NodeId a) {
+  return g[a].lanes == 1 && g[a].precision != Precision::Double ? g.widen(a) : a;
+}
 
 Part times(Graph& g, Part a, const Constant& c) {
   if (isZero(a) || c.exact == 0) return {};
   const Constant magnitude = c.exact < 0 ? -c : c;
-  const Node& n = g[a.node];
+  const NodeId factor = opened(g, temporary(g, a.node));
+  const Node& n = g[factor];
   const std::vector<Constant> lanes(static_cast<std::size_t>(n.lanes), magnitude);
-  return {g.mul(a.node, g.constant(lanes, n.precision)), a.negative != (c.exact < 0), a.exponent};
+  const NodeId constant = g.constant(lanes, n.precision);
+  return {g.mul(factor, constant), a.negative != (c.exact < 0), a.exponent};
 }
 
 // The power of two made part of the register.
@@ -27,7 +37,8 @@ Part withExponent(Graph& g, Part a, int exponent) {
   return {settled.node, settled.negative, exponent};
 }
 
-Part sum(Graph& g, Part a, Part b) {
+// The sum of two parts that are in one precision.
+Part added(Graph& g, Part a, Part b) {
   if (isZero(a)) return b;
   if (isZero(b)) return a;
   const int exponent = std::max(a.exponent, b.exponent);
@@ -37,9 +48,19 @@ Part sum(Graph& g, Part a, Part b) {
   a = withExponent(g, a, exponent);
   b = withExponent(g, b, exponent);
   if (a.negative == b.negative) return {g.add(a.node, b.node), a.negative, exponent};
-  // One orientation for a - b and b - a, or mirror values would not be the same node.
-  if (a.node > b.node) std::swap(a, b);
+  // One orientation for a - b and b - a, that of whichever came first, or mirror values would not
+  // be the same node.
+  if (a.negative) std::swap(a, b);
+  if (g.holdsSub(b.node, a.node)) std::swap(a, b);
   return {g.sub(a.node, b.node), a.negative, exponent};
+}
+
+Part sum(Graph& g, Part a, Part b) {
+  if (isZero(a)) return b;
+  if (isZero(b)) return a;
+  a.node = temporary(g, a.node);
+  b.node = temporary(g, b.node);
+  return added(g, a, b);
 }
 
 // A part as a register, up to its sign.
@@ -74,9 +95,35 @@ Paired rotated(Paired x, Turn t) {
 }
 
 Paired product(Paired x, const Factor& factor) {
-  const Paired straight = scaled(x, factor.re), across = scaled(x, factor.im);
-  return straight + turnedQuarters(across, 3);
+  Graph& g = *x.graph;
+  const Paired straight = scaled(x, factor.re), across = turnedQuarters(scaled(x, factor.im), 3);
+  return {&g, added(g, straight.re, across.re), added(g, straight.im, across.im)};
 }
+
+Paired combined(const std::vector<Term>& terms, const Paired* plain) {
+  Graph& g = *terms[0].x.graph;
+  const auto part = [&](auto member) {
+    Part total;
+    for (const Term& t : terms) total = added(g, total, times(g, t.x.*member, t.c));
+    if (plain == nullptr || isZero(plain->*member)) return total;
+    Part last = plain->*member;
+    last.node = isZero(total) ? last.node : opened(g, temporary(g, last.node));
+    return added(g, total, last);
+  };
+  return {&g, part(&Paired::re), part(&Paired::im)};
+}
+
+Paired kept(Paired x) {
+  for (Part* part : {&x.re, &x.im}) {
+    if (isZero(*part) || (*x.graph)[part->node].precision == x.graph->precision()) continue;
+    part->node = x.graph->round(part->node, true);
+  }
+  return x;
+}
+
+Paired conjugate(Paired x) { return {x.graph, x.re, negated(x.im)}; }
+
+bool sameValue(const Paired& x, const Paired& y) { return x.re == y.re && x.im == y.im; }
 
 Paired rotated(Paired x, const std::vector<Turn>& angles) {
   std::vector<Factor> factors;
@@ -99,6 +146,7 @@ Paired product(Paired x, const std::vector<Factor>& factors) {
   return {&g, sum(g, reRe, negated(imIm)), sum(g, imRe, reIm)};
 }
 
+bool isZero(const Part& a) { return a.node == kNoNode; }
 bool isZero(const Paired& x) { return isZero(x.re) && isZero(x.im); }
 
 NodeId settledPart(Graph& g, Part a) {
@@ -111,7 +159,7 @@ NodeId settledPart(Graph& g, Part a) {
 }
 
 Paired shifted(Paired x, int exponent) {
-  for (Part* part : {&x.re, &x.im}) part->exponent += exponent;
+  for (Part* part : {&x.re, &x.im}) part->exponent += isZero(*part) ? 0 : exponent;
   return x;
 }
 

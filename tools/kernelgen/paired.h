@@ -17,6 +17,8 @@ struct Part {
   NodeId node = kNoNode;
   bool negative = false;
   int exponent = 0;
+
+  bool operator==(const Part&) const = default;
 };
 
 struct Paired {
@@ -35,9 +37,24 @@ Paired product(Paired x, const Factor& factor);
 // One angle or factor per lane.
 Paired rotated(Paired x, const std::vector<Turn>& angles);
 Paired product(Paired x, const std::vector<Factor>& factors);
+bool isZero(const Part& a);
 bool isZero(const Paired& x);
+Paired conjugate(Paired x);
+bool sameValue(const Paired& x, const Paired& y);
 // 2^exponent x, exact and free.
 Paired shifted(Paired x, int exponent);
+
+struct Term {
+  Constant c;
+  Paired x;
+};
+
+// The sum of the products, one after the other, and then of the plain value if there is one. Of
+// scalars it is one expression, evaluated in double.
+Paired combined(const std::vector<Term>& terms, const Paired* plain = nullptr);
+
+// Expressions still open made temporaries into which no later constant is merged.
+Paired kept(Paired x);
 
 // A part as a register, sign and power included.
 NodeId settledPart(Graph& g, Part a);

@@ -20,8 +20,10 @@ bool isPrime(int n) {
 }
 
 Recipe::Recipe(int n) : step_(Step::Direct), n_(n) {
-  require(n == 4 || (isPrime(n) && n <= 11),
-          "no direct body of length " + std::to_string(n) + "; there are 2, 3, 4, 5, 7 and 11");
+  const bool powerOfTwo = n > 1 && n <= 64 && (n & (n - 1)) == 0;
+  require(powerOfTwo || (isPrime(n) && n <= 11),
+          "no direct body of length " + std::to_string(n) +
+              "; there are 3, 5, 7, 11 and the powers of two to 64");
 }
 
 Recipe Recipe::twoStages(Step step, int n, Recipe first, Recipe second) {
@@ -58,6 +60,14 @@ Recipe R(int p, Recipe first, Recipe second) {
   return r;
 }
 
+Recipe R(int p, Recipe first, Recipe second, Recipe oddSecond) {
+  Recipe r = R(p, std::move(first), std::move(second));
+  require(oddSecond.n() == p - 1,
+          "R(" + std::to_string(p) + ") with odd bins by " + oddSecond.print());
+  r.oddSecond_ = std::make_shared<const Recipe>(std::move(oddSecond));
+  return r;
+}
+
 Recipe B(int p, Recipe first, Recipe second) {
   require(isPrime(p) && first.n() == second.n() && first.n() >= 2 * p - 1,
           "a chirp of length " + std::to_string(p) + " does not fit transforms " + first.print() +
@@ -87,7 +97,8 @@ std::string Recipe::print() const {
     case Step::GoodThomas: return "GT(" + first().print() + "," + second().print() + ")";
     case Step::CooleyTukey: return "CT(" + first().print() + "," + second().print() + ")";
     case Step::Rader:
-      return "R(" + n + (first_ ? ": " + first().print() + " " + second().print() : "") + ")";
+      return "R(" + n + (first_ ? ": " + first().print() + " " + second().print() : "") +
+             (oddSecond_ ? " " + oddSecond().print() : "") + ")";
     case Step::Chirp:
       return "B(" + n + "," + std::to_string(first().n()) + ": " + first().print() + " " +
              second().print() + ")";

@@ -25,6 +25,9 @@ class Recipe {
   // transforms here.
   const Recipe& first() const { return *first_; }
   const Recipe& second() const { return *second_; }
+  // The second transform of a Rader step for the odd bins, where they have one of their own.
+  const Recipe& oddSecond() const { return oddSecond_ ? *oddSecond_ : *second_; }
+  bool hasOwnOddSecond() const { return oddSecond_ != nullptr; }
   bool hasStages() const { return first_ != nullptr; }
   // 5 points: Rader's form with the mean of the cosines, one product less.
   bool isSecondForm() const { return secondForm_; }
@@ -42,6 +45,7 @@ class Recipe {
   friend Recipe CT(Recipe, Recipe);
   friend Recipe R(int);
   friend Recipe R(int, Recipe, Recipe);
+  friend Recipe R(int, Recipe, Recipe, Recipe);
   friend Recipe B(int, Recipe, Recipe);
 
   Recipe(Step step, int n) : step_(step), n_(n) {}
@@ -49,7 +53,7 @@ class Recipe {
 
   Step step_;
   int n_;
-  std::shared_ptr<const Recipe> first_, second_;
+  std::shared_ptr<const Recipe> first_, second_, oddSecond_;
   bool secondForm_ = false;
   bool widened_ = false;
 };
@@ -62,6 +66,7 @@ Recipe CT(Recipe a, Recipe b);
 // or with those of the table of primes.
 Recipe R(int p);
 Recipe R(int p, Recipe first, Recipe second);
+Recipe R(int p, Recipe first, Recipe second, Recipe oddSecond);
 // Chirp: the prime p by a convolution of a padded length, with the trees of its two transforms.
 Recipe B(int p, Recipe first, Recipe second);
 

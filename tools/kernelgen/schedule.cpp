@@ -1,6 +1,7 @@
 #include "schedule.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace kernelgen {
 namespace {
@@ -148,21 +149,13 @@ class ListScheduler {
   }
 
   Nodes order(Nodes base) {
-    std::erase_if(base, [this](NodeId n) { return isLoad(n); });
+    std::erase_if(base, [this](NodeId n) { return isSource(n); });
     Nodes out;
     while (!base.empty()) {
       const std::size_t pick = choose(base);
       const NodeId n = base[pick];
       base.erase(base.begin() + static_cast<std::ptrdiff_t>(pick));
-      // A load stands before its first user: the core starts it ahead of time by itself, and a
-      // register is not held for it.
-      for (NodeId o : edges_.operands[index(n)]) {
-        if (isLoad(o) && !scheduled_[index(o)]) {
-          scheduled_[index(o)] = true;
-          ++live_;
-          out.push_back(o);
-        }
-      }
+      for (NodeId o : edges_.operands[index(n)]) place(o, out);
       issue(n);
       out.push_back(n);
     }
@@ -175,19 +168,34 @@ class ListScheduler {
 
   static std::size_t index(NodeId n) { return static_cast<std::size_t>(n); }
 
-  bool isLoad(NodeId n) const { return g_[n].op == Op::Load; }
+  // A load, or the double of one.
+  bool isSource(NodeId n) const {
+    if (g_[n].op == Op::Load) return true;
+    const Nodes& operands = edges_.operands[index(n)];
+    return g_[n].op == Op::Mul && operands.size() == 1 && isSource(operands[0]);
+  }
+
+  // A source stands before its first user: the core starts it ahead of time by itself, and a
+  // register is not held for it.
+  void place(NodeId n, Nodes& out) {
+    if (!isSource(n) || scheduled_[index(n)]) return;
+    for (NodeId o : edges_.operands[index(n)]) place(o, out);
+    scheduled_[index(n)] = true;
+    ++live_;
+    out.push_back(n);
+  }
 
   bool ready(NodeId n) const {
     const Nodes& operands = edges_.operands[index(n)];
     return std::all_of(operands.begin(), operands.end(),
-                       [&](NodeId o) { return scheduled_[index(o)] || isLoad(o); });
+                       [&](NodeId o) { return scheduled_[index(o)] || isSource(o); });
   }
 
   // By how much the live values grow.
   int growth(NodeId n) const {
     int g = g_[n].op == Op::Store ? 0 : 1;
     for (NodeId o : edges_.operands[index(n)]) {
-      g += isLoad(o) && !scheduled_[index(o)];
+      g += isSource(o) && !scheduled_[index(o)];
       g -= usersLeft_[index(o)] == 1;
     }
     return g;
@@ -235,6 +243,18 @@ class ListScheduler {
   std::vector<char> scheduled_;
 };
 
+// Source and destination may be one array: no store stands before the last load.
+Nodes withLateStores(const Graph& g, const Nodes& order) {
+  const auto is = [&](Op op) { return [&g, op](NodeId n) { return g[n].op == op; }; };
+  const auto lastLoad = std::find_if(order.rbegin(), order.rend(), is(Op::Load)).base();
+  Nodes out, early;
+  std::copy_if(order.begin(), lastLoad, std::back_inserter(early), is(Op::Store));
+  std::remove_copy_if(order.begin(), lastLoad, std::back_inserter(out), is(Op::Store));
+  out.insert(out.end(), early.begin(), early.end());
+  out.insert(out.end(), lastLoad, order.end());
+  return out;
+}
+
 }  // namespace
 
 std::vector<NodeId> schedule(const Graph& graph) {
@@ -244,7 +264,7 @@ std::vector<NodeId> schedule(const Graph& graph) {
     if (isStatement(graph[static_cast<NodeId>(id)])) statements.push_back(static_cast<NodeId>(id));
   }
   Bisection(edges, graph.size()).order(statements, order);
-  return ListScheduler(graph, edges).order(order);
+  return withLateStores(graph, ListScheduler(graph, edges).order(order));
 }
 
 }  // namespace kernelgen

@@ -1,4 +1,4 @@
-// Which algorithm each complex kernel runs: one row per length, both precisions side by side.
+// Which algorithm each kernel runs: one row per length, both precisions side by side.
 #pragma once
 
 #include "recipe.h"
@@ -24,5 +24,24 @@ constexpr int kMinLength = 2;
 constexpr int kMaxLength = 64;
 
 const Body& complexBody(int n, Precision precision);
+
+// Which way a real transform goes: samples come in, or samples go out.
+enum class Flow {
+  ToSpectrum,
+  ToSamples
+};
+
+struct RealRow {
+  int n;
+  Recipe forward;
+  int forwardProducts;
+  Recipe inverse;
+  int inverseProducts;
+  Flow hartley;
+  int hartleyProducts;
+};
+
+const RealRow& realRow(int n);
+const Body& realBody(int n, Flow flow);
 
 }  // namespace kernelgen

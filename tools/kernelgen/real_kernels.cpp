@@ -1,0 +1,154 @@
+#include "real_kernels.h"
+
+#include <stdexcept>
+
+#include "precision.h"
+#include "real.h"
+
+namespace kernelgen {
+namespace {
+
+std::size_t index(int k) { return static_cast<std::size_t>(k); }
+
+class Builder {
+ public:
+  explicit Builder(const KernelId& id)
+      : id_(id), n_(id.length), g_(Precision::Single, id.direction) {}
+
+  Graph build() {
+    if (id_.family == Family::Hartley) {
+      storeHartley();
+    } else if (id_.direction == Direction::Forward) {
+      storeSpectrum(transformed(Flow::ToSpectrum, samples()));
+    } else {
+      storeSamples(transformed(Flow::ToSamples, spectrum()));
+    }
+    return withMergedConstants(g_.pruned());
+  }
+
+ private:
+  using Elements = Column<Paired>;
+
+  Elements transformed(Flow flow, const Elements& x) {
+    return Real(flow).run(realBody(n_, flow).recipe, x);
+  }
+
+  Part loaded(int element) { return {g_.load({element}, 1)}; }
+
+  Elements samples() {
+    Elements x;
+    for (int i = 0; i < n_; ++i) x.push_back({&g_, loaded(i), {}});
+    return x;
+  }
+
+  // From the real parts of bins 0 and n/2 and the doubled parts of those between.
+  template <class Plain, class DoubledRe, class DoubledIm>
+  Elements symmetric(const Plain& plain, const DoubledRe& re, const DoubledIm& im) {
+    Elements x(index(n_), Paired{&g_, {}, {}});
+    x[0].re = plain(0);
+    if (n_ % 2 == 0) x[index(n_ / 2)].re = plain(n_ / 2);
+    for (int k = 1; 2 * k < n_; ++k) {
+      // The sums over exp(-2 pi i k n / N) of the conjugate spectrum are the inverse transform.
+      const Part doubledRe = re(k), doubledIm = im(k);
+      x[index(n_ - k)] = shifted({&g_, doubledRe, doubledIm}, -1);
+      x[index(k)] = conjugate(x[index(n_ - k)]);
+    }
+    return x;
+  }
+
+  Elements spectrum() {
+    const SpectrumMap map(id_);
+    const auto doubled = [&](int element) {
+      const NodeId two = g_.constant({{2, "two"}}, Precision::Single);
+      return Part{g_.mul(g_.load({element}, 1), two)};
+    };
+    return symmetric([&](int k) { return loaded(map.re(k)); },
+                     [&](int k) { return doubled(map.re(k)); },
+                     [&](int k) { return doubled(map.im(k)); });
+  }
+
+  // The samples taken as a spectrum: sums and differences of mirror elements are its doubled bins.
+  Elements mirrored() {
+    const Elements x = samples();
+    return symmetric([&](int k) { return x[index(k)].re; },
+                     [&](int k) { return (x[index(k)] + x[index(n_ - k)]).re; },
+                     [&](int k) { return (x[index(n_ - k)] - x[index(k)]).re; });
+  }
+
+  // ---- Outputs
+
+  void store(Part value, int element, bool mayNegate) {
+    if (isZero(value) || value.exponent != 0) throw std::logic_error("an output is not settled");
+    const Node top = g_[value.node];
+    if (value.negative && top.op == Op::Sub) value = {g_.sub(top.b, top.a)};
+    if (value.negative && !mayNegate) throw std::logic_error("an output is left with a sign");
+    const NodeId scale = g_.scale(1);
+    const bool isOpen = top.precision == Precision::Double;
+    NodeId scaled = g_.mul(value.node, isOpen ? g_.widen(scale) : scale);
+    if (value.negative) scaled = g_.sub(g_.constant({{0, "zero"}}, top.precision), scaled);
+    g_.store(isOpen ? g_.round(scaled) : scaled, {element});
+  }
+
+  void storeSpectrum(const Elements& x) {
+    const SpectrumMap map(id_);
+    for (int k = 0; 2 * k <= n_; ++k) {
+      const Paired& bin = x[index(k)];
+      store(bin.re, map.re(k), false);
+      if (!isZero(bin.im)) {
+        store(bin.im, map.im(k), true);
+      } else if (map.im(k) != kNoElement) {
+        g_.store(g_.constant({{0, "zero"}}, Precision::Single), {map.im(k)});
+      }
+    }
+  }
+
+  void storeSamples(const Elements& x) {
+    for (int i = 0; i < n_; ++i) store(x[index(i)].re, i, false);
+  }
+
+  void storeHartley() {
+    if (realRow(n_).hartley == Flow::ToSamples) {
+      storeSamples(transformed(Flow::ToSamples, mirrored()));
+      return;
+    }
+    const Elements x = transformed(Flow::ToSpectrum, samples());
+    for (int k = 0; k < n_; ++k) {
+      const Paired re{&g_, x[index(k)].re, {}}, im{&g_, x[index(k)].im, {}};
+      store((re - im).re, k, false);
+    }
+  }
+
+  const KernelId id_;
+  const int n_;
+  Graph g_;
+};
+
+}  // namespace
+
+int SpectrumMap::size() const { return layout_ == Layout::Ccs ? 2 * (n_ / 2 + 1) : n_; }
+
+int SpectrumMap::re(int k) const {
+  if (k == 0) return 0;
+  if (layout_ == Layout::Ccs) return 2 * k;
+  if (layout_ == Layout::Perm && n_ % 2 == 0) return 2 * k == n_ ? 1 : 2 * k;
+  return 2 * k - 1;
+}
+
+int SpectrumMap::im(int k) const {
+  const bool isZero = k == 0 || 2 * k == n_;
+  if (isZero && layout_ != Layout::Ccs) return kNoElement;
+  return re(k) + 1;
+}
+
+Kernel makeRealKernel(const KernelId& id) {
+  const Graph g = Builder(id).build();
+  return {id, id.precision == Precision::Single ? g : inDouble(g).pruned()};
+}
+
+int statedProducts(const KernelId& id) {
+  const RealRow& row = realRow(id.length);
+  if (id.family == Family::Hartley) return row.hartleyProducts;
+  return id.direction == Direction::Forward ? row.forwardProducts : row.inverseProducts;
+}
+
+}  // namespace kernelgen
