@@ -60,6 +60,21 @@ TestKernel<T> loadKernel(const Library& library, const kernelgen::KernelId& id);
 std::vector<long double> definition(const kernelgen::KernelId& id,
                                     const std::vector<long double>& source);
 
+/// What the definition makes of a 1 in element `i` among zeros, all numbers that are zero but for
+/// rounding made so: an output depends on the element where this is not zero.
+std::vector<long double> impulseResponse(const kernelgen::KernelId& id, int i);
+
+/// Where a half spectrum of `length` samples keeps the parts of bin k: numbers of elements,
+/// kNowhere for an imaginary part that is always zero and has no place.
+struct BinPlace {
+  int re, im;
+};
+inline constexpr int kNowhere = -1;
+BinPlace binPlace(kernelgen::Layout layout, int length, int k);
+
+/// Whether bin k of a real signal is its own mirror, with no imaginary part.
+inline bool isOwnMirror(int length, int k) { return k == 0 || 2 * k == length; }
+
 /// The factor that `flag` stands for, rounded as the contract says.
 template <class T>
 T scaleFactor(const kernelgen::KernelId& id, int32_t flag);

@@ -142,6 +142,12 @@ def foreign(instruction):
     return None
 
 
+def packed_arithmetic(instruction):
+    """Whether it computes on several lanes; moves, and the zero of a logical one, do not."""
+    operation = r"v?(add|sub|mul|div|sqrt|min|max|h(add|sub)|addsub|dp|fn?m(add|sub)\w*)p[sd]"
+    return re.match(operation, instruction.mnemonic) is not None
+
+
 def control_flow(name, body):
     """The graph of the instructions of a function, and where it jumps or calls outside itself."""
     successors, others = {}, set()
@@ -194,6 +200,16 @@ class MachineCode(TestCase):
                 found.add(f"{name}: loop at {min(error.args[1]):x}")
         self.expect_none(found, "ways out and loops")
 
+    def test_real_kernels_are_scalar_and_whole(self):
+        real = {name for name in self.kernels if re.search(r"_\d\df$", name)}
+        self.assertGreater(len(real), 0)
+        found = set()
+        for name in real:
+            body = self.functions[name]
+            found |= {f"{name}: {i.mnemonic} {i.operands}" for i in body if packed_arithmetic(i)}
+            found |= {f"{name}: enters {other}" for other in control_flow(name, body)[1]}
+        self.expect_none(found, "vector operations and ways out of real kernels")
+
     def test_entries_compare_and_jump(self):
         entries = {entry_of(kernel) for kernel in self.kernels}
         self.expect_none(entries - self.functions.keys(), "entries without code")
@@ -206,6 +222,12 @@ class MachineCode(TestCase):
             if len(jumps) != 2 or len(to_kernel) != 1 or len(work) > 10:
                 found.add(f"{name}: {len(work)} instructions with the jumps {jumps}")
         self.expect_none(found, "entries that do more")
+
+    def test_packed_arithmetic_is_recognised(self):
+        for name in "vaddps", "vmulpd", "vhaddps", "vaddsubpd", "mulps":
+            self.assertTrue(packed_arithmetic(Instruction(0, name, "")), name)
+        for name in "vaddss", "vmulsd", "vmovaps", "vxorps", "vcvtss2sd", "vunpcklps":
+            self.assertFalse(packed_arithmetic(Instruction(0, name, "")), name)
 
     def test_foreign_instructions_are_recognised(self):
         self.assertTrue(foreign(Instruction(0, "vfmadd231pd", "%ymm1,%ymm2,%ymm3")))
