@@ -273,17 +273,22 @@ TEST(Frame, NoSpuriousExceptionsAndNoChangeOfControl) {
   });
 }
 
-// No constant result and no rounding of its own: the caller's mode decides the last bits.
+// No constant result and no rounding of its own: the caller's mode decides the last bits. The few
+// sums of a short kernel can all be exact, but not for every signal.
 TEST(Frame, RoundingModeIsTheCallers) {
   Random random = makeRandom();
   forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
-    const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
-    fesetround(FE_UPWARD);
-    const std::vector<T> up = kernel.run(source, 4);
-    fesetround(FE_DOWNWARD);
-    const std::vector<T> down = kernel.run(source, 4);
-    fesetround(FE_TONEAREST);
-    EXPECT_FALSE(sameBytes(up, down));
+    int differing = 0;
+    for (int trial = 0; trial < 16; ++trial) {
+      const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
+      fesetround(FE_UPWARD);
+      const std::vector<T> up = kernel.run(source, 4);
+      fesetround(FE_DOWNWARD);
+      const std::vector<T> down = kernel.run(source, 4);
+      fesetround(FE_TONEAREST);
+      differing += !sameBytes(up, down);
+    }
+    EXPECT_GT(differing, 0);
   });
 }
 

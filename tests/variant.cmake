@@ -25,3 +25,10 @@ if(NOT count EQUAL 1)
 endif()
 run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
   ${TESTS} --gtest_brief=1 --gtest_filter=Interpreter.*:ByHand.*:Frame.*)
+
+# Without optimisation nothing packs scalar statements into vectors.
+if(TYPE STREQUAL Release)
+  run(${PYTHON} ${SOURCE}/tests/library_test.py --library ${library}
+    --objects "" --kernelgen ${KERNELGEN} --include ${SOURCE}/include --ledger ""
+    MachineCode.test_real_kernels_are_scalar)
+endif()

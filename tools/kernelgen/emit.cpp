@@ -390,6 +390,8 @@ std::string emitKernel(const Kernel& kernel) {
   std::string s = head(kernel);
   s += "namespace {\n";
   s += body.split ? "template <class Memory>\n" : "";
+  // A kernel with one body is that body; clang would leave the longest ones outside.
+  s += body.width == kScalar ? "[[gnu::always_inline]] " : "";
   s += "inline int32_t " + bodyName(id) + parameters + " {\n";
   if (!body.split && body.width != kScalar) s += "  using Memory = Unaligned;\n";
   s += Statements(kernel).text();
