@@ -249,6 +249,105 @@ ZVXG_API int32_t zvxgHartley_32f(const float* src, float* dst, int32_t len,
 ZVXG_API int32_t zvxgHartley_64f(const double* src, double* dst, int32_t len,
                                  int32_t flag) ZVXG_NOEXCEPT;
 
+/* ---- Walsh-Hadamard ------------------------------------------------------------------------- */
+
+/** @page wht  zvxgWHT_<order>_32f and zvxgWHT_<order>_64f, orders 1 to 13, N = 2 to the order
+ *
+ *      y[k] = s * sum over i = 0 .. N-1 of (-1)^popcount(i & k) * x[i]
+ *
+ *  for k = 0 .. N-1, with x the source, y the destination, s the factor of the flag and popcount
+ *  the number of set bits. Both are in natural order, that of the Hadamard matrix built by
+ *  Sylvester's doubling: neither bits reversed nor by number of sign changes. y[1] takes the
+ *  numbers with alternating signs, y[N/2] the first half minus the second.
+ *
+ *  The transform has no direction: zvxDivFwdByN and zvxDivInvByN both divide by N, and to apply it
+ *  twice with zvxDivBySqrtN is the identity, but for rounding.
+ *
+ *  The result is that of the fast transform with radix 2, bit for bit: for h = 1, 2, 4 .. N/2 each
+ *  pair a = x[i], b = x[i + h], where i has bit h clear, becomes a + b, a - b, every result rounded
+ *  to the precision of the data. The multiplication by s comes last.
+ *
+ *  Buffer. Orders 8 to 13 work in `buffer`, whose size in bytes zvxgWHTGetBufferSize_32f() and
+ *  zvxgWHTGetBufferSize_64f() tell; orders 1 to 7 need none, their size is 0 and they ignore it. It
+ *  must lie on a 16-byte boundary, which is not tested, and must not overlap source or destination.
+ *  What it holds before and after a call means nothing. A null buffer is no failure: the call then
+ *  takes as many bytes from zvxMalloc(), after its checks, and returns them to zvxFree(). The
+ *  result of zvxMalloc() is not tested, so a program that can run out of memory passes a buffer;
+ *  so does one that calls often, as an allocation adds to every call.
+ *
+ *  Threads. Calls may run at once if each has a buffer of its own, or null. All else is as for
+ *  every kernel: checks, alignment of source and destination, in place. */
+
+ZVXG_API int32_t zvxgWHT_1_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_2_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_3_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_4_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_5_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_6_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_7_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_8_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_9_32f(const float* src, float* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_10_32f(const float* src, float* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_11_32f(const float* src, float* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_12_32f(const float* src, float* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_13_32f(const float* src, float* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+
+ZVXG_API int32_t zvxgWHT_1_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_2_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_3_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_4_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_5_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_6_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_7_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_8_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_9_64f(const double* src, double* dst, int32_t flag,
+                               uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_10_64f(const double* src, double* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_11_64f(const double* src, double* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_12_64f(const double* src, double* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_13_64f(const double* src, double* dst, int32_t flag,
+                                uint8_t* buffer) ZVXG_NOEXCEPT;
+
+/** By order: the kernel of `order`, 1 to 13. Any other order gives zvxErrLength, before all else.
+ */
+ZVXG_API int32_t zvxgWHT_32f(const float* src, float* dst, int32_t order, int32_t flag,
+                             uint8_t* buffer) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHT_64f(const double* src, double* dst, int32_t order, int32_t flag,
+                             uint8_t* buffer) ZVXG_NOEXCEPT;
+
+/** Stores the bytes of the buffer of `order` in `*size`, which is not tested for null. An order
+ *  outside 1 to 13 gives zvxErrLength and stores nothing.
+ *
+ *       order      1 to 7       8       9      10      11      12      13
+ *       single          0    1024    2048    4096    8192   18432   34816
+ *       double          0    2048    4096    8192   18432   34816   73728 */
+ZVXG_API int32_t zvxgWHTGetBufferSize_32f(int32_t order, uint32_t* size) ZVXG_NOEXCEPT;
+ZVXG_API int32_t zvxgWHTGetBufferSize_64f(int32_t order, uint32_t* size) ZVXG_NOEXCEPT;
+
 #include "zvxg_kernels.h"
 
 #ifdef __cplusplus

@@ -2,20 +2,14 @@
 // no access outside the arrays, and bits that depend on neither place nor alignment.
 
 #include <fenv.h>
-#include <setjmp.h>
-#include <signal.h>
-#include <sys/mman.h>
-#include <unistd.h>
 #include <xmmintrin.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <limits>
-#include <new>
-#include <stdexcept>
 
 #include "harness.h"
+#include "placement.h"
 
 namespace tests {
 namespace {
@@ -114,49 +108,6 @@ TEST(Frame, FlagsMultiplyTheUnscaledResult) {
 
 // ---- Memory ------------------------------------------------------------------------------------
 
-// Writable pages between two that no one may touch.
-class GuardedPages {
- public:
-  GuardedPages() {
-    base_ = static_cast<std::byte*>(
-        mmap(nullptr, 3 * kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
-    if (base_ == MAP_FAILED) throw std::bad_alloc();
-    protect(PROT_READ | PROT_WRITE);
-  }
-  ~GuardedPages() { munmap(base_, 3 * kPage); }
-  GuardedPages(const GuardedPages&) = delete;
-  GuardedPages& operator=(const GuardedPages&) = delete;
-
-  void protect(int protection) { mprotect(base_ + kPage, kPage, protection); }
-
-  // `count` numbers that end, or begin, at an untouchable page.
-  template <class T>
-  T* place(int count, bool atEnd) {
-    const std::size_t bytes = count * sizeof(T);
-    if (bytes > kPage) throw std::length_error("GuardedPages are too small for this kernel");
-    return reinterpret_cast<T*>(base_ + kPage + (atEnd ? kPage - bytes : 0));
-  }
-
- private:
-  static constexpr std::size_t kPage = 1 << 16;
-  std::byte* base_;
-};
-
-sigjmp_buf afterFault;
-
-// Whether `body` runs without touching a protected page, and with no aligned access off its
-// boundary.
-template <class Body>
-bool runsWithoutFault(const Body& body) {
-  struct sigaction caught = {}, before;
-  caught.sa_handler = [](int) { siglongjmp(afterFault, 1); };
-  sigaction(SIGSEGV, &caught, &before);
-  const bool faulted = sigsetjmp(afterFault, 1) != 0;
-  if (!faulted) body();
-  sigaction(SIGSEGV, &before, nullptr);
-  return !faulted;
-}
-
 TEST(Frame, NoAccessOutsideTheArrays) {
   GuardedPages sourcePages, destinationPages;
   // The check itself: a read before and a write behind have to be caught.
@@ -185,35 +136,6 @@ TEST(Frame, NoAccessOutsideTheArrays) {
     }
   });
 }
-
-// A cache line is the period of every alignment test and of every vector.
-constexpr std::size_t kLine = 64;
-
-// An array at a chosen distance from a cache line, with a poisoned line on either side.
-template <class T>
-class OffsetArray {
- public:
-  OffsetArray(int count, int offset) : whole_(count + 4 * kStep, poison<T>()), count_(count) {
-    const auto address = reinterpret_cast<std::uintptr_t>(whole_.data());
-    start_ = kStep + (kLine - address % kLine) / sizeof(T) % kStep + offset;
-  }
-  T* data() { return whole_.data() + start_; }
-  std::vector<T> numbers() { return {data(), data() + count_}; }
-  bool surroundingsUntouched() const {
-    const T untouched = poison<T>();
-    for (std::size_t i = 0; i < whole_.size(); ++i) {
-      const bool inside = i >= start_ && i < start_ + count_;
-      if (!inside && std::memcmp(&whole_[i], &untouched, sizeof(T)) != 0) return false;
-    }
-    return true;
-  }
-
-  static constexpr int kStep = kLine / sizeof(T);  // offsets within a line
-
- private:
-  std::vector<T> whole_;
-  std::size_t count_, start_;
-};
 
 TEST(Frame, SameBitsAtEveryOffset) {
   Random random = makeRandom();

@@ -1,0 +1,149 @@
+// The radix-2 stages of a Walsh-Hadamard transform on the lanes of vectors. A stage replaces the
+// values at the indices i and i + h, h a power of two and not a bit of i, by their sum and their
+// difference; the stages h = 1, 2, 4 ... in this order are the transform. Whatever is done here
+// forms the sums and differences of just these stages, so the bits do not depend on the grouping.
+// transform() is the entry.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <type_traits>
+#include <utility>
+
+#define ZVXG_INLINE __attribute__((always_inline))
+
+namespace zvxg::wht {
+
+template <int kCount>
+using Indices = std::make_integer_sequence<int, kCount>;
+
+template <class Body, int... i>
+ZVXG_INLINE inline void unrolled(const Body& body, std::integer_sequence<int, i...>) {
+  (body(std::integral_constant<int, i>()), ...);
+}
+
+// body(0), body(1) ... with constants for arguments, so that all indices are known.
+template <int kCount, class Body>
+ZVXG_INLINE inline void unrolled(const Body& body) {
+  unrolled(body, Indices<kCount>());
+}
+
+// Vectors of kBytes, in memory on a boundary of kAlignment bytes.
+template <class RealType, int kBytes, int kAlignment>
+struct Access {
+  using Real = RealType;
+  typedef Real Vector __attribute__((vector_size(kBytes)));
+  typedef Real InMemory __attribute__((vector_size(kBytes), may_alias, aligned(kAlignment)));
+  static constexpr int kLanes = kBytes / sizeof(Real);
+
+  static Vector load(const Real* p) { return *inMemory(p); }
+  static void store(Real* p, Vector v) { *reinterpret_cast<InMemory*>(p) = v; }
+  static const InMemory* inMemory(const Real* p) { return reinterpret_cast<const InMemory*>(p); }
+};
+
+// Single numbers, for transforms that are too short for vectors.
+template <class RealType>
+struct Number {
+  using Real = RealType;
+  static constexpr int kLanes = 1;
+  static Real load(const Real* p) { return *p; }
+  static void store(Real* p, Real v) { *p = v; }
+};
+
+// With more than one couple in a vector, each couple stays swapped after its stage until the
+// shuffles of the later stages, which are there anyway, put it right.
+template <int kLanes>
+inline constexpr bool kSwapped = kLanes > 2;
+
+// Loads a vector and does the stage h = 1, inside couples of neighbours: even + odd, even - odd,
+// from vectors that hold the even numbers twice and the odd ones twice.
+template <class From, int... i>
+ZVXG_INLINE inline auto loadCouples(const typename From::Real* p,
+                                    std::integer_sequence<int, i...>) {
+  using V = typename From::Vector;
+  V even, odd;
+  if constexpr (std::is_same_v<typename From::Real, float>) {
+    // As loads these two need no port that shuffles; from one load and two shuffles, as a compiler
+    // has it, they would hold up the additions.
+    asm("vmovsldup %1, %0" : "=x"(even) : "m"(*From::inMemory(p)));
+    asm("vmovshdup %1, %0" : "=x"(odd) : "m"(*From::inMemory(p)));
+  } else {
+    even = V{p[i & ~1]...};
+    odd = V{p[i | 1]...};
+  }
+  if constexpr (kSwapped<From::kLanes>) {
+    constexpr int kLanes = From::kLanes;
+    return __builtin_shufflevector(even - odd, even + odd, (i % 2 == 0 ? i : kLanes + i)...);
+  } else {
+    typedef int64_t Bits __attribute__((vector_size(16)));
+    return even + reinterpret_cast<V>(reinterpret_cast<Bits>(odd) ^ Bits{0, INT64_MIN});
+  }
+}
+
+// The couples kFirst, kFirst + 2 ... of two vectors in a row, swapped if told so.
+template <int kFirst, bool kSwap, class V, int... i>
+ZVXG_INLINE inline V everySecondCouple(V a, V b, std::integer_sequence<int, i...>) {
+  return __builtin_shufflevector(a, b, ((i / 2 * 2 + kFirst) * 2 + (i % 2 ^ kSwap))...);
+}
+
+// The stages h = 2 and above inside pairs of vectors and between the two. Couples at even places
+// meet their neighbours, sums go to the first vector and differences to the second. That rotates
+// the bits of a couple's place by one, so the next bit has its turn, and after the last of them all
+// are back in order (the constant geometry of M. C. Pease, J. ACM 15, 1968).
+template <int kLanes, int kStage = 2, class V, int kCount>
+ZVXG_INLINE inline void stagesOfPairs(V (&v)[kCount]) {
+  if constexpr (kStage <= kLanes) {
+    constexpr bool kSwap = kSwapped<kLanes> && kStage == kLanes;
+    unrolled<kCount / 2>([&](auto i) ZVXG_INLINE {
+      const V even = everySecondCouple<0, kSwap>(v[2 * i], v[2 * i + 1], Indices<kLanes>());
+      const V odd = everySecondCouple<1, kSwap>(v[2 * i], v[2 * i + 1], Indices<kLanes>());
+      v[2 * i] = even + odd;
+      v[2 * i + 1] = even - odd;
+    });
+    stagesOfPairs<kLanes, 2 * kStage>(v);
+  }
+}
+
+// The stages h = kFirst, 2 kFirst ... between whole vectors.
+template <int kFirst, class V, int kCount>
+ZVXG_INLINE inline void stagesBetween(V (&v)[kCount]) {
+  if constexpr (kFirst < kCount) {
+    unrolled<kCount / 2>([&](auto i) ZVXG_INLINE {
+      constexpr int kLow = i / kFirst * 2 * kFirst + i % kFirst;
+      const V a = v[kLow], b = v[kLow + kFirst];
+      v[kLow] = a + b;
+      v[kLow + kFirst] = a - b;
+    });
+    stagesBetween<2 * kFirst>(v);
+  }
+}
+
+// The stages on kCount vectors: load(i) gives vector i, store(i, v) takes its result. For
+// kLanes = 1 each lane is a transform of its own, else load() has done the stage inside couples.
+// Groups that registers can hold are finished first and then meet in columns, so that a vector is
+// put aside once at most.
+template <int kLanes, int kCount, class Load, class Store>
+ZVXG_INLINE inline void transform(const Load& load, const Store& store) {
+  using V = decltype(load(std::integral_constant<int, 0>()));
+  constexpr int kGroup = std::min(kCount, 8), kGroups = kCount / kGroup;
+  V aside[kCount];
+  unrolled<kGroups>([&](auto g) ZVXG_INLINE {
+    V group[kGroup];
+    unrolled<kGroup>([&](auto i) ZVXG_INLINE {
+      group[i] = load(std::integral_constant<int, g * kGroup + i>());
+    });
+    if constexpr (kLanes > 1) stagesOfPairs<kLanes>(group);
+    stagesBetween<kLanes == 1 ? 1 : 2>(group);
+    unrolled<kGroup>([&](auto i) ZVXG_INLINE { aside[g * kGroup + i] = group[i]; });
+  });
+  unrolled<kGroup>([&](auto i) ZVXG_INLINE {
+    V column[kGroups];
+    unrolled<kGroups>([&](auto g) ZVXG_INLINE { column[g] = aside[g * kGroup + i]; });
+    stagesBetween<1>(column);
+    unrolled<kGroups>([&](auto g) ZVXG_INLINE {
+      store(std::integral_constant<int, g * kGroup + i>(), column[g]);
+    });
+  });
+}
+
+}  // namespace zvxg::wht
