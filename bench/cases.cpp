@@ -8,13 +8,16 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <type_traits>
 
+#include "plain_wht.h"
 #include "zvxg.h"
 
 namespace bench {
@@ -171,6 +174,33 @@ Batch entryBatch(const Side& side, Arrays arrays) {
       side.function, arrays.source, arrays.dest, side.selector, zvxNoDiv);
 }
 
+// The buffer is at no equal offset into a page with source and destination, see measure.cpp.
+Batch whtBatch(const Side& side, Arrays arrays) {
+  constexpr std::size_t kPage = 4096, kOffset = 64 * 29;
+  const std::size_t bytes = kOffset + 2 * sizeof(double) * static_cast<std::size_t>(side.n);
+  const std::shared_ptr<void> block(std::aligned_alloc(kPage, (bytes + kPage - 1) & -kPage),
+                                    std::free);
+  void* const buffer = static_cast<std::byte*>(block.get()) + kOffset;
+  return [block, batch = callBatch<const void*, void*, std::int32_t, void*>(
+                     side.function, arrays.source, arrays.dest, zvxNoDiv, buffer)](int calls) {
+    batch(calls);
+  };
+}
+
+Batch whtBatchWithoutBuffer(const Side& side, Arrays arrays) {
+  return callBatch<const void*, void*, std::int32_t, void*>(side.function, arrays.source,
+                                                            arrays.dest, zvxNoDiv, nullptr);
+}
+
+template <class T>
+Batch plainWhtBatch(const Side& side, Arrays arrays) {
+  return [order = side.selector, arrays](int calls) {
+    for (int i = 0; i < calls; ++i) {
+      plainWht(static_cast<const T*>(arrays.source), static_cast<T*>(arrays.dest), order, T(1));
+    }
+  };
+}
+
 // What the name of a function counts, and how many points that is.
 struct Selectors {
   int first, last;
@@ -180,6 +210,8 @@ struct Selectors {
 const Selectors kLengths = {2, kMaxLength, [](int n) { return n; }};
 // A nanosecond is lost in the noise of a long kernel.
 const Selectors kShortLengths = {2, 16, kLengths.points};
+const Selectors kOrders = {1, 13, [](int order) { return 1 << order; }};
+const Selectors kOrdersWithBuffer = {8, 13, kOrders.points};
 
 using Maker = Batch (*)(const Side&, Arrays);
 
@@ -195,6 +227,7 @@ struct Family {
   const Selectors& selectors;
   Maker ours;
   std::vector<PeerRow> peers;
+  int (*additions)(int selector) = [](int) { return 0; };
 };
 
 // clang-format off
@@ -221,6 +254,13 @@ const Family kFamilies[] = {
      entryBatch,
      {{"direct-call", {kernelBatch, kernelBatch},
        {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
+    {"wht", {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, kOrders,
+     whtBatch,
+     {{"plain-loop", {plainWhtBatch<float>, plainWhtBatch<double>}}},
+     [](int order) { return order << order; }},
+    {"wht-null-buffer", {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, kOrdersWithBuffer,
+     whtBatchWithoutBuffer,
+     {{"own-buffer", {whtBatch, whtBatch}, {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}}}},
 };
 // clang-format on
 
@@ -264,6 +304,7 @@ CaseList listCases(const std::string& libraryPath, const std::vector<std::string
                         .n = n,
                         .symbol = symbol,
                         .oursCallsPeer = false,
+                        .additions = family.additions(selector),
                         .ours = [make = family.ours, ours](Arrays a) { return make(ours, a); },
                         .peers = {}};
         for (const PeerRow& row : family.peers) {

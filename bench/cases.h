@@ -28,6 +28,7 @@ struct Case {
   int n;               // length in elements
   std::string symbol;
   bool oursCallsPeer;  // so that the difference is what ours adds, and not the ratio
+  int additions;       // of numbers, in a transform that consists of them; otherwise 0
   std::function<Batch(Arrays)> ours;
   std::vector<Peer> peers;  // the fastest at this length counts
 };

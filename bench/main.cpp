@@ -164,6 +164,9 @@ void collectFromWorker(int argc, char** argv, std::vector<Result>& results) {
 }
 
 void addBounds(std::vector<Result>& results) {
+  for (Result& r : results) {  // two additions per cycle, of 128 bits
+    if (r.subject.additions) r.boundCycles = r.subject.additions / (128.0 / r.subject.bits) / 2;
+  }
   for (const kernelgen::KernelId& id : kernelgen::kernelList()) {
     const std::string symbol = id.symbol();
     const auto at = std::find_if(results.begin(), results.end(),

@@ -43,6 +43,10 @@ double overBound(const Result& r) { return best(r.oursNs) * r.clockGhz / r.bound
 double overhead(const Result& r) {
   return r.subject.oursCallsPeer ? best(r.oursNs) - best(peerNs(r)) : NAN;
 }
+double additionsPerNs(const Result& r) {
+  return r.subject.additions ? r.subject.additions / best(r.oursNs) : NAN;
+}
+double sharePercent(const Result& r) { return r.subject.additions ? 100 / overBound(r) : NAN; }
 double toBeat(const Result& r) { return r.ratioToBeat; }
 
 // Screen and file show the same columns.
@@ -66,6 +70,8 @@ const Column kColumns[] = {
     {"bound_cycles", 1, [](const Result& r) { return r.boundCycles; }},
     {"bound_ns", 2, [](const Result& r) { return r.boundCycles / r.clockGhz; }},
     {"over_bound", 2, overBound},
+    {"adds_per_ns", 2, additionsPerNs},
+    {"share_of_adds", 1, sharePercent},
     {"to_beat", 2, toBeat},
 };
 

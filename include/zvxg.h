@@ -2,13 +2,14 @@
  *
  * This header is the manual of the library. It reads as C11 and as C++17, and has the types, the
  * status codes, the scale flags and, told once for all kernels, the contract of a call. The
- * prototypes of the kernels are in zvxg_kernels.h, which this header includes at its end.
+ * prototypes of most kernels are in zvxg_kernels.h, which this header includes at its end.
  *
  *     Complex32 x[12], y[12];
  *     int32_t status = zvxgDFTFwd_CToC_12_32fc(x, y, zvxNoDiv);
  *
- * Link with -lzvxg -lzvxcore. The second holds zvxMalloc and zvxFree and is not needed by a program
- * that defines these two itself.
+ * Link with -lzvxg -lzvxcore. The second holds the default zvxMalloc and zvxFree, which libzvxg.so
+ * loads; a program that defines these two itself has its own called instead, and can do without the
+ * second where it links the archive libzvxg.a.
  */
 #ifndef ZVXG_H
 #define ZVXG_H
@@ -76,7 +77,8 @@ enum ZvxScaleFlag {
  *
  *      int32_t zvxg<transform>_<N>_<element>(const T* src, T* dst, int32_t flag);
  *
- *  `<element>` is 32fc for Complex32, 64fc for Complex64, 32f for float and 64f for double.
+ *  `<element>` is 32fc for Complex32, 64fc for Complex64, 32f for float and 64f for double. The
+ *  Walsh-Hadamard transform has its order in place of N and one argument more, a work buffer.
  *
  *  Checks. In this order, all before the data are touched:
  *    1. a null `src` or `dst` gives zvxErrNullPointer, whatever the flag is;
@@ -85,7 +87,8 @@ enum ZvxScaleFlag {
  *
  *  Memory. The caller owns both arrays. `src` is only read and `dst` only written, and nothing
  *  outside their elements is touched. `dst` may equal `src`; arrays that overlap in part are not
- *  supported. Nothing is allocated, kept between calls, or needs to be set up before the first one.
+ *  supported. Nothing is kept between calls or needs to be set up before the first one. Nothing is
+ *  allocated, but for a Walsh-Hadamard transform that needs a buffer and is given none.
  *
  *  Alignment. None is demanded beyond that of the float or double inside an element. Arrays that
  *  both start on a 32-byte boundary are served fastest, many kernels need only 16 bytes for that.
@@ -273,7 +276,9 @@ ZVXG_API int32_t zvxgHartley_64f(const double* src, double* dst, int32_t len,
  *  What it holds before and after a call means nothing. A null buffer is no failure: the call then
  *  takes as many bytes from zvxMalloc(), after its checks, and returns them to zvxFree(). The
  *  result of zvxMalloc() is not tested, so a program that can run out of memory passes a buffer;
- *  so does one that calls often, as an allocation adds to every call.
+ *  so does one that calls often, as an allocation takes as long as a transform of order 8. The
+ *  longest transforms take up to half as long again where buffer and destination start within a
+ *  cache line of the same offset into a page of 4096 bytes.
  *
  *  Threads. Calls may run at once if each has a buffer of its own, or null. All else is as for
  *  every kernel: checks, alignment of source and destination, in place. */

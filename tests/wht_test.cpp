@@ -113,24 +113,39 @@ TEST(Wht, WellKnownValues) {
   EXPECT_EQ(Wht<float>(1).run({1, 2}, 4), (std::vector<float>{2.1213202f, -0.70710677f}));
 }
 
+constexpr std::size_t kPageBytes = 4096;
+
+// From `from` up to the place in a page that `to` has, or up to 15 bytes less: a multiple of 16.
+std::size_t distanceInPage(const void* from, const void* to) {
+  const auto distance =
+      reinterpret_cast<std::uintptr_t>(to) - reinterpret_cast<std::uintptr_t>(from);
+  return distance % kPageBytes / 16 * 16;
+}
+
 TEST(Wht, BitsOfTheStagedLoopAtEveryOffset) {
   Random random = makeRandom();
   forEachOrder([&]<class T>(Wht<T> wht) {
     const std::vector<T> data = numbersWithZeros<T>(random, wht.n);
+    std::vector<uint8_t> large(wht.buffer.size() + 2 * kPageBytes);
     for (const int32_t flag : kFlags) {
       const std::vector<T> expected = staged(data, flag);
       for (int sourceOffset = 0; sourceOffset < OffsetArray<T>::kStep; ++sourceOffset) {
         OffsetArray<T> source(wht.n, sourceOffset);
         for (int offset = 0; offset < OffsetArray<T>::kStep; ++offset) {
-          for (uint8_t* const buffer : {wht.buffer.data(), static_cast<uint8_t*>(nullptr)}) {
-            OffsetArray<T> destination(wht.n, offset);
+          OffsetArray<T> destination(wht.n, offset);
+          // At the place of the destination in a page, the two compete for the cache.
+          uint8_t* const competing =
+              large.data() + distanceInPage(large.data(), destination.data());
+          for (uint8_t* const buffer :
+               {wht.buffer.data(), competing, static_cast<uint8_t*>(nullptr)}) {
+            std::fill_n(destination.data(), wht.n, poison<T>());
             std::copy(data.begin(), data.end(), source.data());
             ASSERT_TRUE(runsWithoutFault(
                 [&] { wht.function(source.data(), destination.data(), flag, buffer); }));
             ASSERT_TRUE(sameNumbers(expected, destination.numbers()) &&
                         destination.surroundingsUntouched() && sameNumbers(data, source.numbers()))
                 << "flag " << flag << ", source offset " << sourceOffset << ", destination offset "
-                << offset << (buffer ? ", buffer given" : ", no buffer");
+                << offset << ", buffer " << static_cast<void*>(buffer);
           }
         }
         ASSERT_EQ(wht.function(source.data(), source.data(), flag, wht.buffer.data()), 0);

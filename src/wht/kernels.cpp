@@ -37,7 +37,7 @@ int32_t kernel(const Real* src, Real* dst, int32_t flag, uint8_t* buffer) {
   if constexpr (kBlockingOf<Real, kOrder>.points() < 4 * Aligned<Real>::kLanes) {
     return body<kOrder, Number<Real>>(src, dst, flag, buffer);
   } else {
-    if (!onBoundary<kVectorBytes>(src, dst)) return unalignedBody<kOrder>(src, dst, flag, buffer);
+    if (!onBoundary<kBoundaryBytes>(src, dst)) return unalignedBody<kOrder>(src, dst, flag, buffer);
     return body<kOrder, Aligned<Real>>(src, dst, flag, buffer);
   }
 }
