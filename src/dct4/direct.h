@@ -1,0 +1,99 @@
+// DCT-IV of the direct lengths, 2 to 64: scalar straight-line code. The length N is split by a
+// radix r, m = N / (2r), which is the factorisation of the long lengths too: column c, made of
+// element c from both ends of each block of 2r, goes through an odd transform of length 2m, is
+// rotated by e(pi (2c+1)(2k+1) / (4N)), and for each k the r columns go through an odd synthesis of
+// length 2r.
+#pragma once
+
+#include <cstdint>
+
+#include "dct4/pieces.h"
+#include "dct4/records.h"
+
+namespace zvxg::dct4 {
+
+constexpr int directRadix(int length) {
+  switch (length) {
+    case 2: return 1;
+    case 16: return 4;
+    default: return 2;
+  }
+}
+
+// The column transforms of 32 and 64 points are split into transforms of length 4 at once.
+template <class T>
+ZVXG_INLINE std::array<Complex<T>, 8> directColumn(const std::array<T, 16>& z) {
+  return oddTransformBySplit<4>(z);
+}
+template <class T>
+ZVXG_INLINE std::array<Complex<T>, 16> directColumn(const std::array<T, 32>& z) {
+  return oddTransformBySplit<8>(z);
+}
+template <class T, std::size_t kLength>
+requires(kLength <= 4)
+    ZVXG_INLINE std::array<Complex<T>, kLength / 2> directColumn(const std::array<T, kLength>& z) {
+  return oddTransform(z);
+}
+
+template <class T, int kLength>
+void directDct4(const T* src, T* dst) {
+  constexpr int r = directRadix(kLength), m = kLength / (2 * r);
+  std::array<std::array<Complex<T>, m>, r> w;
+  unroll<r>([&](auto c) __attribute__((always_inline)) {
+    std::array<T, 2 * m> z;
+    unroll<2 * m>([&](auto i) __attribute__((always_inline)) {
+      constexpr int q = i - m;
+      z[i] = src[q >= 0 ? 2 * r * q + c : -2 * r * q - 1 - c];
+    });
+    w[c] = directColumn(z);
+  });
+  // From here on src is not read, as dst may be the same.
+  unroll<m>([&](auto k) __attribute__((always_inline)) {
+    std::array<Complex<T>, r> z;
+    unroll<r>([&](auto c) __attribute__((always_inline)) {
+      z[c] = rotated<(2 * c + 1) * (2 * k + 1), 4 * kLength>(w[c][k]);
+    });
+    const auto y = oddSynthesis(z);
+    unroll<r>([&](auto l) __attribute__((always_inline)) {
+      dst[2 * m * l + k] = y[r + l];
+      dst[2 * m * l + 2 * m - 1 - k] = y[r - 1 - l];
+    });
+  });
+}
+
+// Length 4 rotates (x0, x3) by 7 pi/16 and (x1, x2) by 5 pi/16 in three lifting steps of one
+// product each; real and imaginary parts come out exchanged.
+template <class T>
+void directDct4Lifted(const T* x, T* dst) {
+  constexpr T t1 = static_cast<T>(tanPi(7, 32)), s1 = static_cast<T>(sinPi(7, 16));
+  constexpr T t2 = static_cast<T>(tanPi(5, 32)), s2 = static_cast<T>(sinPi(5, 16));
+  constexpr T h = kHalfRoot<T>;
+  const T a = x[0] - t1 * x[3], b = a * s1 + x[3], a2 = a - b * t1;
+  const T c = x[1] - t2 * x[2], d = c * s2 + x[2], c2 = c - d * t2;
+  const T e = (a2 + c2) * h, f = (b - d) * h;
+  dst[0] = b + d;
+  dst[1] = f + e;
+  dst[2] = f - e;
+  dst[3] = a2 - c2;
+}
+
+template <class T>
+using DirectKernel = void (*)(const T*, T*);
+
+template <class T, int kLength>
+constexpr DirectKernel<T> directKernel() {
+  if constexpr (kLength == 4) {
+    return directDct4Lifted<T>;
+  } else {
+    return directDct4<T, kLength>;
+  }
+}
+
+// By `state` - 1 of a direct length.
+template <class T>
+constexpr auto kDirectKernels = []<int... i>(std::integer_sequence<int, i...>) {
+  return std::array{directKernel<T, 2 << i>()...};
+}
+(std::make_integer_sequence<int, kDirectStates<T>>());
+
+}  // namespace zvxg::dct4

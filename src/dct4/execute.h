@@ -1,0 +1,26 @@
+// Runs a plan of the general case: column transforms from the source into a workspace, through the
+// splits from the innermost out, then the combination into the destination. Each stage works on all
+// columns before the next begins.
+#pragma once
+
+#include <cstddef>
+
+#include "dct4/records.h"
+#include "dct4/writing.h"
+
+namespace zvxg::dct4 {
+
+// How stages write. Results, and what is stored where, do not depend on it.
+struct Schedule {
+  Writing inner;  // column transforms and all splits but the outermost
+  Writing outer;  // the outermost split and the root
+};
+
+// The schedule for arrays of this many bytes, by measurement.
+Schedule chooseSchedule(std::size_t bytes);
+
+// A record that is in no state to be run is passed over, together with what is below it.
+template <class T>
+void execute(const Dct4Spec& spec, const T* src, T* dst, Schedule schedule);
+
+}  // namespace zvxg::dct4

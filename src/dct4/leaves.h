@@ -1,0 +1,151 @@
+// Column transforms of length 2 to 64, straight from the caller's array into a workspace.
+//
+// A workspace holds complex rows in pairs of real rows: W[k] of the column in lane j of position
+// `col` stands at out[w 2k + col + j] and out[w (2k+1) + col + j], with w the width of a row. At
+// the leaves, behind splits with radices of product S, w = r S, and column c of the decimation T is
+// at col = r T + c. It reads, for Q = 0 .. L/2 - 1,
+//
+//     y[Q]    = src[2r (S Q + T) + c]
+//     y[-Q-1] = src[n - 1 - c - 2r T - 2r S (L/2 - 1 - Q)]
+//
+// so neighbouring columns are neighbours in memory, ascending in y[Q] and descending in y[-Q-1].
+#pragma once
+
+#include "dct4/vector.h"
+
+namespace zvxg::dct4 {
+
+template <class T>
+struct LeafStage {
+  const T* src;
+  T* out;
+  std::ptrdiff_t length;  // n
+  std::ptrdiff_t radix;   // r
+  std::ptrdiff_t splits;  // S
+  Writing writing;
+};
+
+// The inputs of a group of columns.
+template <class T>
+struct LeafInputs {
+  const T* ascending;
+  const T* descending;  // first column of y[-1]
+  std::ptrdiff_t step;  // from y[Q] to y[Q+1], and from y[-1] to y[-2]
+
+  ZVXG_INLINE Vector<T> operator()(int q, int g) const {
+    return q >= 0 ? Simd<T>::loadAnywhere(ascending + q * step + g * kLanes<T>)
+                  : Simd<T>::loadDescending(descending + (-q - 1) * step - g * kLanes<T>);
+  }
+};
+
+// e(pi t (2k+1) / L) for k < 8 and t < s.
+template <class T, int kLength, int kRadix>
+struct SplitTurns {
+  T cos[8][kRadix], sin[8][kRadix];
+  static constexpr SplitTurns make() {
+    SplitTurns turns{};
+    for (int k = 0; k < 8; ++k) {
+      for (int t = 0; t < kRadix; ++t) {
+        turns.cos[k][t] = static_cast<T>(cosPi(t * (2 * k + 1), kLength));
+        turns.sin[k][t] = static_cast<T>(sinPi(t * (2 * k + 1), kLength));
+      }
+    }
+    return turns;
+  }
+};
+template <class T, int kLength, int kRadix>
+constexpr auto kSplitTurns = SplitTurns<T, kLength, kRadix>::make();
+
+// Real and imaginary part `distance` apart.
+template <class T>
+ZVXG_INLINE void storePair(T* re, std::ptrdiff_t distance, Complex<Vector<T>> z) {
+  Simd<T>::store(re, z.re);
+  Simd<T>::store(re + distance, z.im);
+}
+
+// `out` is where W[0] of the group goes, `width` the distance of rows there.
+template <class T, int kLength>
+void leafGroup(const LeafInputs<T>& in, T* out, std::ptrdiff_t width, int vectors) {
+  using V = Vector<T>;
+  if constexpr (kLength <= 16) {
+    for (int g = 0; g < vectors; ++g) {
+      std::array<V, kLength> z;
+      unroll<kLength>([&](auto i)
+                          __attribute__((always_inline)) { z[i] = in(i - kLength / 2, g); });
+      const auto w = oddTransform(z);
+      unroll<kLength / 2>([&](auto k) __attribute__((always_inline)) {
+        storePair(out + 2 * k * width + g * kLanes<T>, width, w[k]);
+      });
+    }
+  } else {
+    // By a split over transforms of length 16.
+    constexpr int kRadix = kLength / 16;
+    Tile<T, kRadix * 8> tile;
+    for (int t = 0; t < kRadix; ++t) {
+      const LeafInputs<T> part = {in.ascending + t * in.step,
+                                  in.descending + (kRadix - 1 - t) * in.step, kRadix * in.step};
+      for (int g = 0; g < vectors; ++g) {
+        std::array<V, 16> z;
+        unroll<16>([&](auto i) __attribute__((always_inline)) { z[i] = part(i - 8, g); });
+        const auto w = oddTransform(z);
+        unroll<8>([&](auto k) __attribute__((always_inline)) { tile.set(8 * t + k, g, w[k]); });
+      }
+    }
+    constexpr const auto& turns = kSplitTurns<T, kLength, kRadix>;
+    for (int k = 0; k < 8; ++k) {
+      T* row[kRadix];
+      for (int l = 0; l < kRadix; ++l) {
+        row[l] = out + 2 * splitPlace(kLength, kRadix, k, l) * width;
+      }
+      for (int g = 0; g < vectors; ++g) {
+        std::array<Complex<V>, kRadix> a;
+        a[0] = tile.get(k, g);
+        unroll<kRadix - 1>([&](auto i) __attribute__((always_inline)) {
+          constexpr int t = i + 1;
+          a[t] = rotated(tile.get(8 * t + k, g), turns.cos[k][t], turns.sin[k][t]);
+        });
+        const auto v = dftFolded(a);
+        unroll<kRadix>([&](auto l) __attribute__((always_inline)) {
+          storePair(row[l] + g * kLanes<T>, width, v[l]);
+        });
+      }
+    }
+  }
+}
+
+template <class T, int kLength>
+void runLeaves(const LeafStage<T>& stage) {
+  const std::ptrdiff_t r = stage.radix, width = r * stage.splits, step = 2 * width;
+  constexpr std::ptrdiff_t kStep = kGroup * kLanes<T>;
+  const auto run = [&](std::ptrdiff_t col, T* out, std::ptrdiff_t outWidth) {
+    const std::ptrdiff_t c = col % r, first = 2 * (col - c) + c;
+    const LeafInputs<T> in = {
+        stage.src + first, stage.src + stage.length - 1 - first - (kLength / 2 - 1) * step, step};
+    leafGroup<T, kLength>(in, out, outWidth, static_cast<int>(std::min(kStep, r - c) / kLanes<T>));
+  };
+  const std::ptrdiff_t groupStep = std::min(kStep, r);
+  if (stage.writing == Writing::Direct) {
+    for (std::ptrdiff_t col = 0; col < width; col += groupStep) run(col, stage.out + col, width);
+    return;
+  }
+  constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
+  Staging<T> staging;
+  for (std::ptrdiff_t start = 0; start < width; start += kRun) {
+    const std::ptrdiff_t count = std::min(kRun, width - start);
+    for (std::ptrdiff_t col = 0; col < count; col += groupStep) {
+      run(start + col, staging.elements + col, kRun);
+    }
+    for (int row = 0; row < kLength; ++row) {
+      staging.copyOut(stage.out + row * width + start, staging.run(row), count, stage.writing);
+    }
+  }
+}
+
+// By `state` - 1 of the record.
+template <class T>
+constexpr auto kLeaves = []<int... i>(std::integer_sequence<int, i...>) {
+  return std::array{runLeaves<T, 2 << i>...};
+}
+(std::make_integer_sequence<int, kLastLeafState>());
+
+}  // namespace zvxg::dct4

@@ -1,0 +1,189 @@
+// The output step of a split below the root, on all columns of a workspace: for each k the twiddle
+// factors of the table, then a complex transform of the length of the radix. Radix 16 and 32 take
+// two levels, with t = 4 t1 + t0 and l = l0 + (q/4) l1:
+//
+//     B_t0[l0]       = sum over t1 of P_(4 t1 + t0) e(4 pi t1 F) e(2 pi t1 l0 / (q/4)),  F =
+//     (2k+1)/m V[l0 + q/4 l1] = sum over t0 of B_t0[l0] e(pi t0 F) e(2 pi t0 l0 / q) e(2 pi t0 l1 /
+//     4)
+#pragma once
+
+#include "dct4/leaves.h"
+#include "dct4/tables.h"
+
+namespace zvxg::dct4 {
+
+template <class T>
+struct SplitStage {
+  const T* in;  // rows of width `width` * q
+  T* out;       // rows of width `width`
+  const T* table;
+  std::ptrdiff_t width;
+  std::ptrdiff_t count;  // p, the values of k
+  Writing writing;
+};
+
+// Where the outputs of one k go: V[l], l < q/2, to up + l step, the conjugate of V[q-1-l] to
+// down + l step, imaginary parts `toImaginary` behind.
+template <class T>
+struct SplitOutputs {
+  T *up, *down;
+  std::ptrdiff_t step, toImaginary;
+};
+
+template <class T>
+ZVXG_INLINE Complex<Vector<T>> loadPair(const T* re, const T* im) {
+  return {Simd<T>::load(re), Simd<T>::load(im)};
+}
+
+// Pairs of the table for t = 1 .. kCount - 1 applied to a[t].
+template <int kCount, class V, class T>
+ZVXG_INLINE void twiddle(std::array<Complex<V>, kCount>& a, const T* pairs) {
+  unroll<kCount - 1>([&](auto i) __attribute__((always_inline)) {
+    const T* const pair = pairs + 2 * i * kLanes<T>;
+    a[i + 1] = rotated(a[i + 1], Simd<T>::load(pair), Simd<T>::load(pair + kLanes<T>));
+  });
+}
+
+template <class V>
+ZVXG_INLINE std::array<Complex<V>, 4> dft(const std::array<Complex<V>, 4>& a) {
+  return dft4(a);
+}
+template <class V>
+ZVXG_INLINE std::array<Complex<V>, 8> dft(const std::array<Complex<V>, 8>& a) {
+  return dft8(a);
+}
+
+// `in` is P_0[k].
+template <class T, int kRadix>
+void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, std::ptrdiff_t k,
+                int vectors) {
+  using V = Vector<T>;
+  const std::ptrdiff_t width = stage.width, toImaginary = kRadix * width;
+  const auto input = [&](int t, int g) __attribute__((always_inline)) {
+    const T* const re = in + t * width + g * kLanes<T>;
+    return loadPair(re, re + toImaginary);
+  };
+  // Of kCount results the latter half belongs to `down`, in reverse order.
+  const auto store = [&]<std::size_t kCount>(T * up, T * down, std::ptrdiff_t step,
+                                             const std::array<Complex<V>, kCount>& v)
+      __attribute__((always_inline)) {
+    unroll<kCount / 2>([&](auto l) __attribute__((always_inline)) {
+      storePair(up + l * step, out.toImaginary, v[l]);
+      storePair(down + l * step, out.toImaginary, v[kCount - 1 - l]);
+    });
+  };
+  if constexpr (kRadix <= 8) {
+    const T* const pairs = stage.table + k * twiddleVectors(kRadix) * kLanes<T>;
+    for (int g = 0; g < vectors; ++g) {
+      std::array<Complex<V>, kRadix> a;
+      unroll<kRadix>([&](auto t) __attribute__((always_inline)) { a[t] = input(t, g); });
+      twiddle<kRadix>(a, pairs);
+      store(out.up + g * kLanes<T>, out.down + g * kLanes<T>, out.step, dftFolded(a));
+    }
+  } else {
+    constexpr int kFirst = kRadix / 4;  // radix of the first level
+    constexpr TwiddleLayout layout = twiddleLayout<T>(kRadix);
+    constexpr bool kFirstLeads = layout.sections[0].steps == 1;
+    constexpr std::ptrdiff_t kVectorsBefore = layout.sections[0].vectors();
+    const T* const other = stage.table + stage.count * kVectorsBefore * kLanes<T>;
+    const T* const pairs1 = (kFirstLeads ? stage.table : other) + k * 2 * (kFirst - 1) * kLanes<T>;
+    const T* const pairs2 = (kFirstLeads ? other : stage.table) + k * 6 * kFirst * kLanes<T>;
+
+    Tile<T, kRadix> tile;
+    for (int t0 = 0; t0 < 4; ++t0) {
+      for (int g = 0; g < vectors; ++g) {
+        std::array<Complex<V>, kFirst> a;
+        unroll<kFirst>([&](auto t1)
+                           __attribute__((always_inline)) { a[t1] = input(4 * t1 + t0, g); });
+        twiddle<kFirst>(a, pairs1);
+        const auto b = dft(a);
+        unroll<kFirst>([&](auto l0)
+                           __attribute__((always_inline)) { tile.set(4 * l0 + t0, g, b[l0]); });
+      }
+    }
+    for (int l0 = 0; l0 < kFirst; ++l0) {
+      // V[l0 + kFirst l1]: the two upper ones are mirrored from V[kFirst - 1 - l0 + kFirst l1].
+      T* const up = out.up + l0 * out.step;
+      T* const down = out.down + (kFirst - 1 - l0) * out.step;
+      for (int g = 0; g < vectors; ++g) {
+        std::array<Complex<V>, 4> a;
+        unroll<4>([&](auto t0)
+                      __attribute__((always_inline)) { a[t0] = tile.get(4 * l0 + t0, g); });
+        twiddle<4>(a, pairs2 + 6 * l0 * kLanes<T>);
+        store(up + g * kLanes<T>, down + g * kLanes<T>, kFirst * out.step, dftFolded(a));
+      }
+    }
+  }
+}
+
+template <class T, int kRadix>
+void runSplit(const SplitStage<T>& stage) {
+  constexpr std::ptrdiff_t kStep = kGroup * kLanes<T>, kRun = Staging<T>::kRun;
+  const std::ptrdiff_t width = stage.width, step = 4 * stage.count * width;
+  const auto run = [&](std::ptrdiff_t k, std::ptrdiff_t col, const SplitOutputs<T>& out) {
+    splitGroup<T, kRadix>(stage, stage.in + 2 * k * kRadix * width + col, out, k,
+                          static_cast<int>(std::min(kStep, width - col) / kLanes<T>));
+  };
+  const auto outputs = [&](std::ptrdiff_t k) -> SplitOutputs<T> {
+    return {stage.out + 2 * k * width, stage.out + 2 * (2 * stage.count - 1 - k) * width, step,
+            width};
+  };
+  if (stage.writing == Writing::Direct) {
+    for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
+      const SplitOutputs<T> out = outputs(k);
+      for (std::ptrdiff_t col = 0; col < width; col += kStep) {
+        run(k, col, {out.up + col, out.down + col, step, width});
+      }
+    }
+    return;
+  }
+  Staging<T> staging;
+  constexpr int kHalf = kRadix / 2;
+  if (width >= kRun) {
+    // Runs along a row.
+    for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
+      const SplitOutputs<T> out = outputs(k);
+      for (std::ptrdiff_t start = 0; start < width; start += kRun) {
+        const std::ptrdiff_t count = std::min(kRun, width - start);
+        for (std::ptrdiff_t col = 0; col < count; col += kStep) {
+          run(k, start + col, {staging.run(0) + col, staging.run(kRadix) + col, 2 * kRun, kRun});
+        }
+        for (int l = 0; l < kHalf; ++l) {
+          for (int part = 0; part < 2; ++part) {
+            const std::ptrdiff_t to = l * step + part * width + start;
+            staging.copyOut(out.up + to, staging.run(2 * l + part), count, stage.writing);
+            staging.copyOut(out.down + to, staging.run(kRadix + 2 * l + part), count,
+                            stage.writing);
+          }
+        }
+      }
+    }
+    return;
+  }
+  // Rows are short: the rows of several k together, real and imaginary ones in turn, make a run.
+  const std::ptrdiff_t most = kRun / width;
+  for (std::ptrdiff_t first = 0; first < stage.count; first += most) {
+    const std::ptrdiff_t many = std::min(most, stage.count - first), count = 2 * many * width;
+    for (std::ptrdiff_t i = 0; i < many; ++i) {
+      T* const up = staging.run(0) + 2 * i * width;
+      T* const down = staging.run(kRadix) + 2 * (many - 1 - i) * width;
+      for (std::ptrdiff_t col = 0; col < width; col += kStep) {
+        run(first + i, col, {up + col, down + col, 2 * kRun, width});
+      }
+    }
+    const SplitOutputs<T> firstOut = outputs(first), lastOut = outputs(first + many - 1);
+    for (int l = 0; l < kHalf; ++l) {
+      staging.copyOut(firstOut.up + l * step, staging.run(2 * l), count, stage.writing);
+      staging.copyOut(lastOut.down + l * step, staging.run(kRadix + 2 * l), count, stage.writing);
+    }
+  }
+}
+
+// By `state` - 1 of the record.
+template <class T>
+constexpr auto kSplits = []<int... i>(std::integer_sequence<int, i...>) {
+  return std::array{runSplit<T, 2 << i>...};
+}
+(std::make_integer_sequence<int, 5>());
+
+}  // namespace zvxg::dct4
