@@ -20,28 +20,30 @@ namespace tests {
 // Writable pages between two that no one may touch.
 class GuardedPages {
  public:
-  GuardedPages() {
-    base_ = static_cast<std::byte*>(
-        mmap(nullptr, 3 * kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+  explicit GuardedPages(std::size_t bytes = kPage)
+      : size_((bytes + kPage - 1) / kPage * kPage),
+        base_(static_cast<std::byte*>(mmap(nullptr, size_ + 2 * kPage, PROT_NONE,
+                                           MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0))) {
     if (base_ == MAP_FAILED) throw std::bad_alloc();
     protect(PROT_READ | PROT_WRITE);
   }
-  ~GuardedPages() { munmap(base_, 3 * kPage); }
+  ~GuardedPages() { munmap(base_, size_ + 2 * kPage); }
   GuardedPages(const GuardedPages&) = delete;
   GuardedPages& operator=(const GuardedPages&) = delete;
 
-  void protect(int protection) { mprotect(base_ + kPage, kPage, protection); }
+  void protect(int protection) { mprotect(base_ + kPage, size_, protection); }
 
   // `count` numbers that end, or begin, at an untouchable page.
   template <class T>
-  T* place(int count, bool atEnd) {
+  T* place(std::size_t count, bool atEnd) {
     const std::size_t bytes = count * sizeof(T);
-    if (bytes > kPage) throw std::length_error("GuardedPages are too small for this array");
-    return reinterpret_cast<T*>(base_ + kPage + (atEnd ? kPage - bytes : 0));
+    if (bytes > size_) throw std::length_error("GuardedPages are too small for this array");
+    return reinterpret_cast<T*>(base_ + kPage + (atEnd ? size_ - bytes : 0));
   }
 
  private:
   static constexpr std::size_t kPage = 1 << 17;
+  std::size_t size_;
   std::byte* base_;
 };
 

@@ -25,6 +25,8 @@ if(NOT count EQUAL 1)
 endif()
 run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
   ${TESTS} --gtest_brief=1 --gtest_filter=Interpreter.*:ByHand.*:Frame.*:Wht.*)
+run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
+  ${DCT4_TESTS} --gtest_brief=1 --gtest_filter=Dct4Direct*:Dct4Run*.Same*)
 
 # Without optimisation nothing packs scalar statements into vectors.
 if(TYPE STREQUAL Release)
