@@ -4,10 +4,8 @@
 #include "cases.h"
 
 #include <dlfcn.h>
-#include <fftw3.h>
 
 #include <algorithm>
-#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -15,82 +13,16 @@
 #include <memory>
 #include <sstream>
 #include <stdexcept>
-#include <type_traits>
 
+#include "batches.h"
+#include "dct4_batches.h"
+#include "fftw.h"
 #include "plain_wht.h"
-#include "zvxg.h"
 
 namespace bench {
 namespace {
 
-template <class T>
-struct Fftw;
-
-template <>
-struct Fftw<float> {
-  using Complex = fftwf_complex;
-  using Plan = std::remove_pointer_t<fftwf_plan>;
-  static constexpr auto planDft = fftwf_plan_dft_1d;
-  static constexpr auto planR2c = fftwf_plan_dft_r2c_1d;
-  static constexpr auto planC2r = fftwf_plan_dft_c2r_1d;
-  static constexpr auto planR2r = fftwf_plan_r2r_1d;
-  static constexpr auto execute = fftwf_execute;
-  static constexpr auto destroy = fftwf_destroy_plan;
-};
-
-template <>
-struct Fftw<double> {
-  using Complex = fftw_complex;
-  using Plan = std::remove_pointer_t<fftw_plan>;
-  static constexpr auto planDft = fftw_plan_dft_1d;
-  static constexpr auto planR2c = fftw_plan_dft_r2c_1d;
-  static constexpr auto planC2r = fftw_plan_dft_c2r_1d;
-  static constexpr auto planR2r = fftw_plan_r2r_1d;
-  static constexpr auto execute = fftw_execute;
-  static constexpr auto destroy = fftw_destroy_plan;
-};
-
-// The passes of a transform that leave their result in the source make its norm greater, by a
-// factor of sqrt(2n) at most: 11.3 at 64. So many calls stay within the range of floats.
-constexpr int kCallsOnOneFill = 32;
-
-// Calls of the plan that `make` returns, each with `finish` behind it. The planner overwrites the
-// source, of `reals` numbers, and so may the plan: from spectra FFTW is up to three times as fast
-// if it may. A source that is destroyed is filled again so rarely that it costs the peer a few
-// tenths of a nanosecond per call, and it happens only at lengths that take it 30 and more.
-template <class T, class Make, class Finish = decltype([] {})>
-Batch fftwBatch(void* source, int reals, const Make& make, const Finish& finish = {}) {
-  auto* const from = static_cast<T*>(source);
-  const std::vector<T> numbers(from, from + reals);
-  const auto fill = [numbers, from] { std::copy(numbers.begin(), numbers.end(), from); };
-  auto* const plan = make();
-  if (!plan) throw std::runtime_error("FFTW made no plan");
-  const std::shared_ptr<typename Fftw<T>::Plan> owner(plan, Fftw<T>::destroy);
-  fill();
-  Fftw<T>::execute(plan);
-  const bool destroys = !std::equal(numbers.begin(), numbers.end(), from);
-  fill();
-  return [=](int calls) {
-    auto* const running = owner.get();
-    const int most = destroys ? kCallsOnOneFill : INT_MAX;
-    for (int left = calls; left > 0; left -= most) {
-      for (int i = std::min(left, most); i > 0; --i) {
-        Fftw<T>::execute(running);
-        finish();
-      }
-      if (destroys) fill();
-    }
-  };
-}
-
 constexpr int kMaxLength = 64;
-
-// One side of a case: a function of the library, if it is one, and what it is to do.
-struct Side {
-  void* function;
-  int selector;  // what the name of the kernel counts
-  int n;
-};
 
 template <class T, int kSign>
 Batch fftwDft(const Side& side, Arrays arrays) {
@@ -151,18 +83,6 @@ Batch fftwR2cAndSums(const Side& side, Arrays arrays) {
                       });
 }
 
-// A function of the library on fixed arguments; it has to take them.
-template <class... Arguments>
-Batch callBatch(void* address, Arguments... arguments) {
-  const auto function = reinterpret_cast<std::int32_t (*)(Arguments...)>(address);
-  if (function(arguments...) != zvxOk) {
-    throw std::runtime_error("a function refused its arguments");
-  }
-  return [=](int calls) {
-    for (int i = 0; i < calls; ++i) function(arguments...);
-  };
-}
-
 // All element types share one calling sequence, so void serves.
 Batch kernelBatch(const Side& side, Arrays arrays) {
   return callBatch<const void*, void*, std::int32_t>(side.function, arrays.source, arrays.dest,
@@ -212,6 +132,9 @@ const Selectors kLengths = {2, kMaxLength, [](int n) { return n; }};
 const Selectors kShortLengths = {2, 16, kLengths.points};
 const Selectors kOrders = {1, 13, [](int order) { return 1 << order; }};
 const Selectors kOrdersWithBuffer = {8, 13, kOrders.points};
+const Selectors kPowers = {1, 22, [](int k) { return 1 << k; }};
+const Selectors kLongPowers = {7, 22, kPowers.points};
+const Selectors kPlannedPowers = {6, 20, kPowers.points};
 
 using Maker = Batch (*)(const Side&, Arrays);
 
@@ -225,7 +148,7 @@ struct Family {
   const char* name;
   const char* symbol[2];  // %d is the selector
   const Selectors& selectors;
-  Maker ours;
+  Maker ours[2];
   std::vector<PeerRow> peers;
   int (*additions)(int selector) = [](int) { return 0; };
 };
@@ -233,34 +156,46 @@ struct Family {
 // clang-format off
 const Family kFamilies[] = {
     {"complex-forward", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kLengths,
-     kernelBatch,
+     {kernelBatch, kernelBatch},
      {{"FFTW", {fftwDft<float, FFTW_FORWARD>, fftwDft<double, FFTW_FORWARD>}}}},
     {"complex-inverse", {"zvxgDFTInv_CToC_%d_32fc", "zvxgDFTInv_CToC_%d_64fc"}, kLengths,
-     kernelBatch,
+     {kernelBatch, kernelBatch},
      {{"FFTW", {fftwDft<float, FFTW_BACKWARD>, fftwDft<double, FFTW_BACKWARD>}}}},
     {"real-forward-ccs", {"zvxgDFTFwd_RToCCS_%d_32f", "zvxgDFTFwd_RToCCS_%d_64f"}, kLengths,
-     kernelBatch,
+     {kernelBatch, kernelBatch},
      {{"FFTW r2c", {fftwR2c<float>, fftwR2c<double>}},
       {"FFTW r2hc", {fftwR2r<float, FFTW_R2HC>, fftwR2r<double, FFTW_R2HC>}}}},
     {"real-inverse-ccs", {"zvxgDFTInv_CCSToR_%d_32f", "zvxgDFTInv_CCSToR_%d_64f"}, kLengths,
-     kernelBatch,
+     {kernelBatch, kernelBatch},
      {{"FFTW c2r", {fftwC2r<float>, fftwC2r<double>}},
       {"FFTW hc2r", {fftwR2r<float, FFTW_HC2R>, fftwR2r<double, FFTW_HC2R>}}}},
     {"hartley", {"zvxgHartley_%d_32f", "zvxgHartley_%d_64f"}, kLengths,
-     kernelBatch,
+     {kernelBatch, kernelBatch},
      {{"FFTW dht", {fftwR2r<float, FFTW_DHT>, fftwR2r<double, FFTW_DHT>}},
       {"FFTW r2c+sums", {fftwR2cAndSums<float>, fftwR2cAndSums<double>}}}},
     {"entries", {"zvxgDFTFwd_CToC_32fc", "zvxgDFTFwd_CToC_64fc"}, kShortLengths,
-     entryBatch,
+     {entryBatch, entryBatch},
      {{"direct-call", {kernelBatch, kernelBatch},
        {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
     {"wht", {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, kOrders,
-     whtBatch,
+     {whtBatch, whtBatch},
      {{"plain-loop", {plainWhtBatch<float>, plainWhtBatch<double>}}},
      [](int order) { return order << order; }},
     {"wht-null-buffer", {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, kOrdersWithBuffer,
-     whtBatchWithoutBuffer,
+     {whtBatchWithoutBuffer, whtBatchWithoutBuffer},
      {{"own-buffer", {whtBatch, whtBatch}, {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}}}},
+    {"dct4", {"zvxgDCT4_32f", "zvxgDCT4_64f"}, kPowers,
+     {dct4Batch<float>, dct4Batch<double>},
+     {{"FFTW", {fftwDct4<float>, fftwDct4<double>}}}},
+    {"dct4-half", {"zvxgDCT4_32f", "zvxgDCT4_64f"}, kLongPowers,
+     {dct4Batch<float>, dct4Batch<double>},
+     {{"half-length-complex-FFTW", {halfLengthDct4<float>, halfLengthDct4<double>}}}},
+    {"dct4-copy", {"zvxgDCT4_32f", "zvxgDCT4_64f"}, kPowers,
+     {dct4Batch<float>, dct4Batch<double>},
+     {{"memcpy", {copyBatch<float>, copyBatch<double>}}}},
+    {"dct4-plan", {"zvxgDCT4Init_32f", "zvxgDCT4Init_64f"}, kPlannedPowers,
+     {dct4Planning<float>, dct4Planning<double>},
+     {{"FFTW-estimate", {fftwDct4Planning<float>, fftwDct4Planning<double>}}}},
 };
 // clang-format on
 
@@ -295,20 +230,23 @@ CaseList listCases(const std::string& libraryPath, const std::vector<std::string
       for (int selector = family.selectors.first; selector <= family.selectors.last; ++selector) {
         const std::string symbol = named(family.symbol[precision], selector);
         const char* const word = precision == 0 ? " single " : " double ";
-        if (!matches(std::string(family.name) + word + symbol, filters)) continue;
         const int n = family.selectors.points(selector);
-        const Side ours = {dlsym(library, symbol.c_str()), selector, n};
+        const std::string label =
+            std::string(family.name) + word + symbol + " " + std::to_string(n) + " ";
+        if (!matches(label, filters)) continue;
+        const Side ours = {dlsym(library, symbol.c_str()), selector, n, library};
         bool found = ours.function != nullptr;
-        Case subject = {.family = family.name,
-                        .bits = precision == 0 ? 32 : 64,
-                        .n = n,
-                        .symbol = symbol,
-                        .oursCallsPeer = false,
-                        .additions = family.additions(selector),
-                        .ours = [make = family.ours, ours](Arrays a) { return make(ours, a); },
-                        .peers = {}};
+        Case subject = {
+            .family = family.name,
+            .bits = precision == 0 ? 32 : 64,
+            .n = n,
+            .symbol = symbol,
+            .oursCallsPeer = false,
+            .additions = family.additions(selector),
+            .ours = [make = family.ours[precision], ours](Arrays a) { return make(ours, a); },
+            .peers = {}};
         for (const PeerRow& row : family.peers) {
-          Side peer = {nullptr, selector, n};
+          Side peer = {nullptr, selector, n, library};
           if (row.symbol[precision]) {
             peer.function = dlsym(library, named(row.symbol[precision], selector).c_str());
             found = found && peer.function;

@@ -39,8 +39,8 @@ struct CaseList {
 };
 
 // The cases of a shared library that match one of the filters, or all if there is none. A filter is
-// words joined by '-', each of them a part of "<family> <single|double> <symbol>". Throws
-// std::runtime_error with one line on failure.
+// words joined by '-', each of them a part of "<family> <single|double> <symbol> <length>".
+// Throws std::runtime_error with one line on failure.
 CaseList listCases(const std::string& libraryPath, const std::vector<std::string>& filters);
 
 }  // namespace bench

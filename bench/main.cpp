@@ -29,8 +29,8 @@ constexpr int kOffsetBytes = 8;  // one element of 32fc and 64f; takes 64fc off 
 
 constexpr char kUsage[] =
     R"(usage: zvxg_bench [OPTION...] [FILTER...]
-FILTER is words joined by '-', each of them a part of "<family> <single|double> <symbol>",
-such as complex, complex-single, inverse-64fc, CToC_12_. One match suffices.
+FILTER is words joined by '-', each of them a part of "<family> <single|double> <symbol> <length>",
+such as complex, complex-single, inverse-64fc, CToC_12_, dct4-4096. One match suffices.
   --quick          the same as --processes 4 --ms 5, for a first look
   --processes K    number of worker processes (12)
   --ms T           milliseconds per case in each of them (16)

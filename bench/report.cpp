@@ -54,7 +54,7 @@ struct Column {
   const char* name;
   int decimals;
   double (*value)(const Result&);
-  int width() const { return std::max(static_cast<int>(std::strlen(name)), 8) + 2; }
+  int width() const { return std::max(static_cast<int>(std::strlen(name)), 11) + 2; }
 };
 
 const Column kColumns[] = {

@@ -1,0 +1,103 @@
+#include "dct4_batches.h"
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "fftw.h"
+#include "half_length.h"
+
+namespace bench {
+
+template <class T>
+Batch fftwDct4(const Side& side, Arrays arrays) {
+  return fftwBatch<T>(arrays.source, side.n, [&] {
+    return Fftw<T>::planR2r(side.n, static_cast<T*>(arrays.source), static_cast<T*>(arrays.dest),
+                            FFTW_REDFT11, plannerFlags(side.n));
+  });
+}
+
+template <class T>
+Batch halfLengthDct4(const Side& side, Arrays arrays) {
+  const auto transform = std::make_shared<HalfLengthDct4<T>>(
+      side.n, static_cast<T*>(arrays.source), static_cast<T*>(arrays.dest), plannerFlags(side.n));
+  return [transform](int calls) {
+    for (int i = 0; i < calls; ++i) transform->run();
+  };
+}
+
+template <class T>
+Batch copyBatch(const Side& side, Arrays arrays) {
+  return [=](int calls) {
+    for (int i = 0; i < calls; ++i) std::memcpy(arrays.dest, arrays.source, sizeof(T) * side.n);
+  };
+}
+
+// A block for a plan, and the function that makes the plan.
+template <class T>
+struct Dct4Planner {
+  explicit Dct4Planner(const Side& side) : n(side.n) {
+    const std::string suffix = sizeof(T) == 4 ? "_32f" : "_64f";
+    const auto getSize = reinterpret_cast<decltype(&zvxgDCT4GetSize_32f)>(
+        dlsym(side.library, ("zvxgDCT4GetSize" + suffix).c_str()));
+    init = reinterpret_cast<decltype(init)>(dlsym(side.library, ("zvxgDCT4Init" + suffix).c_str()));
+    std::uint32_t size;
+    if (!getSize || !init || getSize(n, &size) != zvxOk) {
+      throw std::runtime_error("no plan of length " + std::to_string(n));
+    }
+    block.reset(std::aligned_alloc(64, (size + 63) / 64 * 64), &std::free);
+  }
+  Dct4Spec* make() const {
+    Dct4Spec* spec = nullptr;
+    if (init(&spec, n, block.get()) != zvxOk) throw std::runtime_error("a plan was refused");
+    return spec;
+  }
+  int n;
+  std::int32_t (*init)(Dct4Spec**, std::int32_t, void*);
+  std::shared_ptr<void> block;
+};
+
+template <class T>
+Batch dct4Batch(const Side& side, Arrays arrays) {
+  const Dct4Planner<T> planner(side);
+  const Batch batch = callBatch<const void*, void*, const Dct4Spec*>(side.function, arrays.source,
+                                                                     arrays.dest, planner.make());
+  return [planner, batch](int calls) { batch(calls); };
+}
+
+template <class T>
+Batch dct4Planning(const Side& side, Arrays) {
+  const Dct4Planner<T> planner(side);
+  return [planner](int calls) {
+    for (int i = 0; i < calls; ++i) planner.make();
+  };
+}
+
+// An estimated plan; FFTW keeps nothing of it but what it knows by then.
+template <class T>
+Batch fftwDct4Planning(const Side& side, Arrays arrays) {
+  return [=](int calls) {
+    for (int i = 0; i < calls; ++i) {
+      Fftw<T>::destroy(Fftw<T>::planR2r(side.n, static_cast<T*>(arrays.source),
+                                        static_cast<T*>(arrays.dest), FFTW_REDFT11, FFTW_ESTIMATE));
+    }
+  };
+}
+
+template Batch fftwDct4<float>(const Side&, Arrays);
+template Batch fftwDct4<double>(const Side&, Arrays);
+template Batch halfLengthDct4<float>(const Side&, Arrays);
+template Batch halfLengthDct4<double>(const Side&, Arrays);
+template Batch copyBatch<float>(const Side&, Arrays);
+template Batch copyBatch<double>(const Side&, Arrays);
+template Batch dct4Batch<float>(const Side&, Arrays);
+template Batch dct4Batch<double>(const Side&, Arrays);
+template Batch dct4Planning<float>(const Side&, Arrays);
+template Batch dct4Planning<double>(const Side&, Arrays);
+template Batch fftwDct4Planning<float>(const Side&, Arrays);
+template Batch fftwDct4Planning<double>(const Side&, Arrays);
+
+}  // namespace bench
