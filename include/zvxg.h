@@ -1,5 +1,5 @@
-/* zvxg: short signal transforms of fixed length, and a DCT-IV of any power of two by plans, in single
- * and double precision, for x86-64 with AVX.
+/* zvxg: short signal transforms of fixed length, and a DCT-IV of any power of two by plans, in
+ * single and double precision, for x86-64 with AVX.
  *
  * This header is the manual of the library. It reads as C11 and as C++17, and has the types, the
  * status codes, the scale flags and, told once for all kernels, the contract of a call. The
@@ -360,8 +360,8 @@ ZVXG_API int32_t zvxgWHTGetBufferSize_64f(int32_t order, uint32_t* size) ZVXG_NO
  *
  *      X[k] = sum over n = 0 .. N-1 of x[n] * cos(pi/N * (n + 1/2) * (k + 1/2)),   k = 0 .. N-1
  *
- *  There is no factor and no flag. The transform is its own inverse up to 2/N: applied twice it gives
- *  N/2 times the source.
+ *  There is no factor and no flag. The transform is its own inverse up to 2/N: applied twice it
+ *  gives N/2 times the source.
  *
  *  Unlike the transforms of fixed length it needs a plan, a Dct4Spec, made once for a length and a
  *  precision. The whole plan lies in one block of memory:
@@ -369,43 +369,42 @@ ZVXG_API int32_t zvxgWHTGetBufferSize_64f(int32_t order, uint32_t* size) ZVXG_NO
  *      uint32_t size;
  *      Dct4Spec* spec;
  *      int32_t status = zvxgDCT4GetSize_32f(4096, &size);
- *      void* block = aligned_alloc(64, (size + 63) / 64 * 64);
+ *      void* block = status == zvxOk ? aligned_alloc(64, (size + 63) / 64 * 64) : NULL;
  *      if (status == zvxOk) status = zvxgDCT4Init_32f(&spec, 4096, block);
  *      if (status == zvxOk) status = zvxgDCT4_32f(x, y, spec);   // as often as wanted
  *      free(block);                                              // and the plan is gone
  *
- *  or in one that zvxgDCT4InitAlloc_32f() gets from zvxMalloc() and zvxgDCT4Free_32f() gives back to
- *  zvxFree(). Drop a block of your own, as above, and do not call the free function, which would hand
- *  it to zvxFree(). The functions that end in _64f are the same for double. A plan of one precision
- *  must not be given to the functions of the other; nothing notices.
+ *  or in one that zvxgDCT4InitAlloc_32f() gets from zvxMalloc() and zvxgDCT4Free_32f() gives back
+ *  to zvxFree(). Drop a block of your own, as above, and do not call the free function, which would
+ *  hand it to zvxFree(). The functions that end in _64f are the same for double. A plan of one
+ *  precision must not be given to the functions of the other; nothing notices.
  *
  *  Lengths. Single precision takes 2, 4, ... 2^26, double precision 2, 4, ... 2^25. Any other is
- *  refused with zvxErrLength, but for these, which are accepted as they always have been and are of
- *  no use:
- *    - 2^k + 1 for k = 7 .. 26 in single and k = 5 .. 25 in double precision. The plan is that of 2^k
- *      and the call returns zvxOk, but what it writes is no DCT-IV, and it leaves some elements of
- *      `dst` as they were: two of each N / r (rounded down), r being the radix of the plan, such as
+ *  refused with zvxErrLength, but for these, which are accepted although they are of no use:
+ *    - 2^k + 1 for k = 7 .. 26 in single and k = 5 .. 25 in double precision. The plan is that of
+ *      2^k and the call returns zvxOk, but what it writes is no DCT-IV, and some elements of `dst`
+ *      stay as they were: two of each N / r (rounded down), r being the radix of the plan. They are
  *      those at 8 and 9 modulo 16 for N = 129 and 257 in single, and those at 4 and 5 modulo 8 for
  *      33 and 65 in double precision. Nothing outside `src` and `dst` is touched.
- *    - 2^30 and 2^30 + 1, in double precision 2^29 and 2^29 + 1 as well: their size wraps to a small
- *      number. Do not make such a plan, it would run over its block.
+ *    - 2^30 and 2^30 + 1, in double precision 2^29 and 2^29 + 1 as well. Their size wraps to one
+ *      that is too small: do not make such a plan, it would run over its block.
  *
- *  The block. Any address will do, but use a multiple of 64, as zvxMalloc() returns it: then all long
- *  stores hit whole cache lines, and the reported size always suffices. (At an address that is no
- *  multiple of 32 and has bit 31 set, a plan can end up to 31 bytes behind the reported size, if its
- *  length is one of the short ones that need no tables.) A plan of N elements takes 256 bytes up to N
- *  = 64 in single and 32 in double precision; above, three to six times the bytes of an array.
- *  A plan contains pointers into its block, so it cannot be copied or moved.
+ *  The block. Any address will do, but use a multiple of 64, as zvxMalloc() returns it: then all
+ *  long stores hit whole cache lines, and the reported size always suffices. (At an address that is
+ *  no multiple of 32 and has bit 31 set, a plan of the lengths that take 256 bytes can end up to 31
+ *  bytes behind them.) A plan takes 256 bytes up to N = 64 in single and N = 32 in double
+ *  precision, and from there on two to six times the bytes of an array. It contains pointers into
+ *  its block, so it cannot be copied or moved.
  *
  *  Memory and arithmetic of a call are those of the fixed lengths: `src` is only read, `dst` only
  *  written, they may be equal and have any alignment, products and sums are rounded one by one, and
- *  the result depends on the source and the length alone, bit for bit. The tables of a plan come from
- *  sine and cosine of the math library, so between systems whose math libraries differ there may be
- *  differences in last bits.
+ *  the result depends on the source and the length alone, bit for bit. The tables of a plan come
+ *  from sine and cosine of the math library, so last bits may differ between systems whose math
+ *  libraries differ.
  *
- *  Threads. A plan up to N = 64 in single and 32 in double precision is only read when it is run and
- *  may be shared. A longer one holds workspaces that a call writes: run it on one thread at a time,
- *  and make one plan per thread for more. Making and freeing different plans may happen at once.
+ *  Threads. A plan of 256 bytes is only read when it is run and may be shared. A longer one holds
+ *  workspaces that a call writes: run it on one thread at a time, and make one plan per thread for
+ *  more. Different plans may be made, run and freed at once.
  *
  *  Accuracy, as the L2 norm of the error over that of the result for normally distributed data: at
  *  most 1.8e-7 in single and 3.5e-16 in double precision up to N = 65536; above it grows like the
@@ -420,9 +419,9 @@ ZVXG_API int32_t zvxgDCT4GetSize_32f(int32_t length, uint32_t* size) ZVXG_NOEXCE
 ZVXG_API int32_t zvxgDCT4GetSize_64f(int32_t length, uint32_t* size) ZVXG_NOEXCEPT;
 
 /** Makes a plan in a block of the size that zvxgDCT4GetSize_32f() reports, and stores its address.
- *  zvxErrNullPointer if an argument is null; zvxErrLength for a length that has no plan, after which
- *  the block holds anything. A failed call does not write `*spec`. The block is trusted to be large
- *  enough; ask for the size first, also because it alone refuses lengths that are too large. */
+ *  zvxErrNullPointer if an argument is null; zvxErrLength for a length that has no plan, after
+ *  which the block holds anything. A failed call does not write `*spec`. The block is trusted to be
+ *  large enough. Ask for the size first: only that refuses lengths that are too large. */
 ZVXG_API int32_t zvxgDCT4Init_32f(Dct4Spec** spec, int32_t length, void* block) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDCT4Init_64f(Dct4Spec** spec, int32_t length, void* block) ZVXG_NOEXCEPT;
 
