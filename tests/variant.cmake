@@ -31,6 +31,6 @@ run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
 # Without optimisation nothing packs scalar statements into vectors.
 if(TYPE STREQUAL Release)
   run(${PYTHON} ${SOURCE}/tests/library_test.py --library ${library}
-    --objects "" --kernelgen ${KERNELGEN} --include ${SOURCE}/include --ledger ""
+    --kernelgen ${KERNELGEN} --include ${SOURCE}/include
     MachineCode.test_real_kernels_are_scalar)
 endif()
