@@ -1,9 +1,10 @@
-// DCT-IV of the direct lengths, 2 to 64: scalar straight-line code. The length N is split by a
-// radix r, m = N / (2r), which is the factorisation of the long lengths too: column c, made of
-// element c from both ends of each block of 2r, goes through an odd transform of length 2m, is
-// rotated by e(pi (2c+1)(2k+1) / (4N)), and for each k the r columns go through an odd synthesis of
-// length 2r.
+// DCT-IV of the direct lengths, 2 to 64: straight-line code. The length N is split by a radix r, m
+// = N / (2r), which is the factorisation of the long lengths too: column c, made of element c from
+// both ends of each block of 2r, goes through an odd transform of length 2m, is rotated by e(pi
+// (2c+1)(2k+1) / (4N)), and for each k the r columns go through an odd synthesis of length 2r.
 #pragma once
+
+#include <immintrin.h>
 
 #include <cstdint>
 
@@ -61,6 +62,63 @@ void directDct4(const T* src, T* dst) {
   });
 }
 
+// Lengths whose two columns are long enough go through their transforms as two lanes of a vector,
+// the others of which are zero. The synthesis, which joins the columns, then has four k in the
+// lanes.
+using ColumnPair __attribute__((vector_size(16))) = float;
+
+struct ColumnPairs {
+  // Lanes 0 and 1 are p[0] and p[1], or p[1] and p[0].
+  static ColumnPair load(const float* p) {
+    return _mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(p));
+  }
+  static ColumnPair loadSwapped(const float* p) {
+    const __m128 pair = load(p);
+    return _mm_permute_ps(pair, 0xe1);
+  }
+  // Lane 0, and lane 1, of four vectors.
+  static std::array<ColumnPair, 2> transposed(const ColumnPair* v) {
+    const __m128 low = _mm_unpacklo_ps(v[0], v[1]), high = _mm_unpacklo_ps(v[2], v[3]);
+    return {_mm_movelh_ps(low, high), _mm_movehl_ps(high, low)};
+  }
+};
+
+template <int kLength>
+void directDct4OfPairs(const float* src, float* dst) {
+  constexpr int r = 2, m = kLength / (2 * r);
+  std::array<ColumnPair, 2 * m> z;
+  unroll<2 * m>([&](auto i) __attribute__((always_inline)) {
+    constexpr int q = i - m;
+    if constexpr (q >= 0) {
+      z[i] = ColumnPairs::load(src + 2 * r * q);
+    } else {
+      z[i] = ColumnPairs::loadSwapped(src - 2 * r * q - 2);
+    }
+  });
+  const auto w = directColumn(z);
+  std::array<ColumnPair, m> re, im;
+  unroll<m>([&](auto k) __attribute__((always_inline)) {
+    constexpr int n = 2 * k + 1, d = 4 * kLength;
+    constexpr auto kOf = [](auto value) { return static_cast<float>(value); };
+    const ColumnPair cos = {kOf(cosPi(n, d)), kOf(cosPi(3 * n, d))};
+    const ColumnPair sin = {kOf(sinPi(n, d)), kOf(sinPi(3 * n, d))};
+    const Complex<ColumnPair> turned = rotated(w[k], cos, sin);
+    re[k] = turned.re;
+    im[k] = turned.im;
+  });
+  // From here on src is not read, as dst may be the same.
+  unroll<m / 4>([&](auto g) __attribute__((always_inline)) {
+    constexpr int k = 4 * g;
+    const auto partsRe = ColumnPairs::transposed(&re[k]), partsIm = ColumnPairs::transposed(&im[k]);
+    const auto y = oddSynthesis(std::array{Complex<ColumnPair>{partsRe[0], partsIm[0]},
+                                           Complex<ColumnPair>{partsRe[1], partsIm[1]}});
+    unroll<r>([&](auto l) __attribute__((always_inline)) {
+      _mm_storeu_ps(dst + 2 * m * l + k, y[r + l]);
+      _mm_storeu_ps(dst + 2 * m * l + 2 * m - 4 - k, _mm_permute_ps(y[r - 1 - l], 0x1b));
+    });
+  });
+}
+
 // Length 4 rotates (x0, x3) by 7 pi/16 and (x1, x2) by 5 pi/16 in three lifting steps of one
 // product each; real and imaginary parts come out exchanged.
 template <class T>
@@ -84,6 +142,8 @@ template <class T, int kLength>
 constexpr DirectKernel<T> directKernel() {
   if constexpr (kLength == 4) {
     return directDct4Lifted<T>;
+  } else if constexpr (sizeof(T) == 4 && kLength >= 32) {
+    return directDct4OfPairs<kLength>;
   } else {
     return directDct4<T, kLength>;
   }
