@@ -252,8 +252,7 @@ ZVXG_INLINE std::array<V, 2 * kHalf> oddSynthesisBySplit(const std::array<Comple
   return y;
 }
 
-// ---- Lengths that are split in one way everywhere
-// ------------------------------------------------
+// ---- Lengths that are split in one way everywhere -----------------------------------------------
 
 template <class V>
 ZVXG_INLINE std::array<Complex<V>, 4> oddTransform(const std::array<V, 8>& z) {
