@@ -11,7 +11,7 @@ namespace zvxg::dct4 {
 template <class T>
 int32_t planSize(int32_t length, uint32_t* size);
 
-// Builds a plan in a block that is large enough. The spec pointer is written on success only.
+// Builds a plan in a block that is large enough. `*spec` is written on success only.
 template <class T>
 int32_t planInit(Dct4Spec** spec, int32_t length, void* block);
 
