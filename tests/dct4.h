@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <numbers>
 #include <type_traits>
@@ -116,6 +117,21 @@ double relativeError(const std::vector<long double>& expected, const std::vector
     norm += expected[i] * expected[i];
   }
   return static_cast<double>(std::sqrt(error / norm));
+}
+
+/// An impulse shows each constant by itself, so that no wrong one hides in the norm of the rest.
+template <class T, class Reference>
+void expectImpulse(const Plan<T>& plan, int n, int place, const Reference& reference,
+                   double epsilons) {
+  std::vector<T> impulse(n);
+  impulse[place] = 1;
+  const std::vector<long double> expected = reference(widened(impulse));
+  const std::vector<T> actual = plan.run(impulse);
+  for (int k = 0; k < n; ++k) {
+    ASSERT_NEAR(actual[k], static_cast<double>(expected[k]),
+                epsilons * std::numeric_limits<T>::epsilon())
+        << n << ": impulse " << place << ", output " << k;
+  }
 }
 
 // What the header promises up to 65,536.

@@ -2,6 +2,7 @@
 // the formulas in long double; and every way of writing against the direct one.
 
 #include "dct4.h"
+#include "dct4/direct.h"
 #include "dct4/execute.h"
 #include "dct4/root.h"
 
@@ -202,6 +203,25 @@ TYPED_TEST(Dct4Bodies, SchedulesHaveTheSameBits) {
       }
     }
   }
+}
+
+// Two columns in the lanes of a vector are the scalar body in another arrangement.
+TEST(Dct4DirectBodies, LanesHaveTheBitsOfTheScalarBody) {
+  Random random = makeRandom();
+  const auto expectSame = [&](auto length) {
+    constexpr int kLength = length;
+    for (int trial = 0; trial < 200; ++trial) {
+      std::vector<float> data = numbersWithZeros<float>(random, kLength);
+      std::vector<float> scalar(kLength), lanes(kLength);
+      directDct4<float, kLength>(data.data(), scalar.data());
+      directDct4OfPairs<kLength>(data.data(), lanes.data());
+      ASSERT_TRUE(sameNumbers(scalar, lanes)) << kLength;
+      directDct4OfPairs<kLength>(data.data(), data.data());
+      ASSERT_TRUE(sameNumbers(scalar, data)) << kLength << " in place";
+    }
+  };
+  expectSame(std::integral_constant<int, 32>());
+  expectSame(std::integral_constant<int, 64>());
 }
 
 }  // namespace

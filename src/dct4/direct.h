@@ -99,9 +99,10 @@ void directDct4OfPairs(const float* src, float* dst) {
   std::array<ColumnPair, m> re, im;
   unroll<m>([&](auto k) __attribute__((always_inline)) {
     constexpr int n = 2 * k + 1, d = 4 * kLength;
-    constexpr auto kOf = [](auto value) { return static_cast<float>(value); };
-    const ColumnPair cos = {kOf(cosPi(n, d)), kOf(cosPi(3 * n, d))};
-    const ColumnPair sin = {kOf(sinPi(n, d)), kOf(sinPi(3 * n, d))};
+    constexpr ColumnPair cos = {static_cast<float>(cosPi(n, d)),
+                                static_cast<float>(cosPi(3 * n, d))};
+    constexpr ColumnPair sin = {static_cast<float>(sinPi(n, d)),
+                                static_cast<float>(sinPi(3 * n, d))};
     const Complex<ColumnPair> turned = rotated(w[k], cos, sin);
     re[k] = turned.re;
     im[k] = turned.im;

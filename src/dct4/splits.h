@@ -2,9 +2,9 @@
 // factors of the table, then a complex transform of the length of the radix. Radix 16 and 32 take
 // two levels, with t = 4 t1 + t0 and l = l0 + (q/4) l1:
 //
-//     B_t0[l0]       = sum over t1 of P_(4 t1 + t0) e(4 pi t1 F) e(2 pi t1 l0 / (q/4)),  F =
-//     (2k+1)/m V[l0 + q/4 l1] = sum over t0 of B_t0[l0] e(pi t0 F) e(2 pi t0 l0 / q) e(2 pi t0 l1 /
-//     4)
+//     F = (2k+1) / m
+//     B_t0[l0]       = sum over t1 of P_(4 t1 + t0) e(4 pi t1 F) e(2 pi t1 l0 / (q/4))
+//     V[l0 + q/4 l1] = sum over t0 of B_t0[l0] e(pi t0 F) e(2 pi t0 l0 / q) e(2 pi t0 l1 / 4)
 #pragma once
 
 #include "dct4/leaves.h"
