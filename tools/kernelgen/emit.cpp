@@ -448,18 +448,27 @@ std::string emitEntries(const std::vector<KernelId>& kernels) {
 }
 
 std::string emitHeader(const std::vector<KernelId>& kernels) {
+  static const std::map<Family, std::string> kGroups = {
+      {Family::Complex, "complex"}, {Family::Real, "real"}, {Family::Hartley, "hartley"}};
   std::string s =
-      "/* The prototypes of the kernels, written by `kernelgen header`: see zvxg.h, which "
+      "/** @file\n"
+      " *  The prototypes of the kernels, written by `kernelgen header`: see zvxg.h, which "
       "includes\n"
-      " * this file, for what they compute. */\n"
+      " *  this file, for what they compute. */\n"
       "#ifndef ZVXG_KERNELS_H\n#define ZVXG_KERNELS_H\n\n"
       "#ifndef ZVXG_H\n#error \"include zvxg.h\"\n#endif\n";
-  for (std::size_t i = 0; i < kernels.size(); ++i) {
-    const bool newGroup = i == 0 || entrySymbol(kernels[i]) != entrySymbol(kernels[i - 1]);
-    s += newGroup ? "\n" : "";
-    s += "ZVXG_API " + signature(kernels[i]) + ";\n";
+  std::string open;
+  for (const KernelId& id : kernels) {
+    const std::string entry = entrySymbol(id);
+    if (entry != open) {
+      if (!open.empty()) s += "/** @} */\n/** @} */\n";
+      s += "\n/** @addtogroup " + kGroups.at(id.family) + "\n *  @{ */\n/** @name Kernels of " +
+           entry + "()\n *  @{ */\n/** The transform of as many points as the name says. */\n";
+      open = entry;
+    }
+    s += "ZVXG_API " + signature(id) + ";\n";
   }
-  return s + "\n#endif\n";
+  return s + "/** @} */\n/** @} */\n\n#endif\n";
 }
 
 }  // namespace kernelgen
