@@ -6,6 +6,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cassert>
 #include <complex>
 #include <concepts>
 #include <cstddef>
@@ -30,16 +31,15 @@ inline constexpr std::size_t kDynamic = std::dynamic_extent;
 
 namespace detail {
 
+// Lengths that may be one: the same, or not both known.
+template <std::size_t kA, std::size_t kB>
+inline constexpr bool kAgree = kA == kB || kA == kDynamic || kB == kDynamic;
+
 template <class Array>
 using SpanOf = decltype(std::span(std::declval<std::remove_reference_t<Array>&>()));
 
 template <class Array>
 using ElementOf = typename SpanOf<Array>::element_type;
-
-template <class Array>
-concept Contiguous = requires {
-  typename SpanOf<Array>;
-};
 
 // The precision of an element and the type that the C functions have for it.
 template <class Element>
@@ -69,17 +69,76 @@ template <class Array>
 using TraitsOf = ElementTraits<std::remove_const_t<ElementOf<Array>>>;
 
 template <class Array>
-concept RealArray = Contiguous<Array> && requires {
-  typename TraitsOf<Array>::Number;
-} && !TraitsOf<Array>::kIsComplex;
+concept ComplexArray = requires {
+  requires TraitsOf<Array>::kIsComplex;
+};
 
 template <class Array>
-concept ComplexArray = Contiguous<Array> && requires {
-  typename TraitsOf<Array>::Number;
-} && TraitsOf<Array>::kIsComplex;
+concept RealArray = requires {
+  requires !TraitsOf<Array>::kIsComplex;
+};
 
-template <class Array>
-concept Writable = !std::is_const_v<ElementOf<Array>>;
+// ---- Operands: an array, or a half spectrum of spectrum.hpp ------------------------------------
+
+template <class Operand>
+concept AnySpectrum = requires(std::remove_reference_t<Operand>& operand) {
+  typename std::remove_cvref_t<Operand>::Number;
+  std::remove_cvref_t<Operand>::kLayout;
+  operand.view();
+};
+
+template <class Operand>
+struct OperandTraits {
+  using Number = typename TraitsOf<Operand>::Number;
+  static constexpr std::size_t kLength = SpanOf<Operand>::extent;
+};
+template <AnySpectrum Operand>
+struct OperandTraits<Operand> {
+  using Number = typename std::remove_cvref_t<Operand>::Number;
+  static constexpr std::size_t kLength = std::remove_cvref_t<Operand>::kLength;
+};
+
+template <class Operand>
+using NumberOf = typename OperandTraits<Operand>::Number;
+template <class Operand>
+inline constexpr std::size_t kLengthOf = OperandTraits<Operand>::kLength;
+
+template <class Operand>
+auto memoryOf(Operand& operand) {
+  if constexpr (AnySpectrum<Operand>) {
+    return operand.view().numbers();
+  } else {
+    return std::span(operand);
+  }
+}
+
+template <class Operand>
+std::size_t lengthOf(Operand& operand) {
+  if constexpr (AnySpectrum<Operand>) {
+    return operand.length();
+  } else {
+    return std::span(operand).size();
+  }
+}
+
+template <class Operand>
+concept Writable = !std::is_const_v<typename decltype(memoryOf(
+    std::declval<std::remove_reference_t<Operand>&>()))::element_type>;
+
+// The length of a transform as far as the compiler can tell: stated, or that of an operand.
+template <std::size_t N, class In, class Out>
+inline constexpr std::size_t kKnownLength = N != kDynamic               ? N
+                                            : kLengthOf<In> != kDynamic ? kLengthOf<In>
+                                                                        : kLengthOf<Out>;
+
+// Where this holds, nothing is left to be checked at run time.
+template <class In, class Out>
+inline constexpr bool kAllKnown = kLengthOf<In> != kDynamic&& kLengthOf<Out> != kDynamic;
+
+template <std::size_t N, class In, class Out>
+concept Matching = Writable<Out> && std::same_as<NumberOf<In>, NumberOf<Out>> &&
+    kAgree<kKnownLength<N, In, Out>, kLengthOf<In>> &&
+    kAgree<kKnownLength<N, In, Out>, kLengthOf<Out>>;
 
 // ---- Checks ------------------------------------------------------------------------------------
 
@@ -103,15 +162,27 @@ inline void checkSize(const char* function, const char* what, std::size_t size,
   }
 }
 
-// Two arrays may be one or apart.
-inline void checkOverlap(const char* function, std::span<const std::byte> a,
-                         std::span<const std::byte> b) {
-  // As integers: relational operators promise nothing for pointers into two arrays.
+// Whether two arrays share memory. As integers: an order of pointers into two arrays is not
+// defined.
+template <class A, std::size_t kA, class B, std::size_t kB>
+bool overlap(std::span<A, kA> a, std::span<B, kB> b) {
   const auto startA = reinterpret_cast<std::uintptr_t>(a.data());
   const auto startB = reinterpret_cast<std::uintptr_t>(b.data());
-  const bool apart = startA + a.size() <= startB || startB + b.size() <= startA;
-  if (!apart && startA != startB) [[unlikely]] {
-    fail(function, "source and destination overlap without being one");
+  return startA < startB + b.size_bytes() && startB < startA + a.size_bytes();
+}
+
+template <class A, std::size_t kA, class B, std::size_t kB>
+void checkApart(const char* function, std::span<A, kA> a, std::span<B, kB> b) {
+  if (overlap(a, b)) [[unlikely]] {
+    fail(function, "source and destination overlap");
+  }
+}
+
+template <class A, std::size_t kA, class B, std::size_t kB>
+void checkApartOrOne(const char* function, std::span<A, kA> a, std::span<B, kB> b) {
+  const bool one = static_cast<const void*>(a.data()) == static_cast<const void*>(b.data());
+  if (overlap(a, b) && !one) [[unlikely]] {
+    fail(function, "source and destination overlap without being one array");
   }
 }
 
@@ -130,9 +201,32 @@ inline void checkStatus(const char* function, int32_t status, std::size_t length
   }
 }
 
+// Where all is known to the compiler, only a flag that was forged by a cast can fail.
+template <bool kAllKnown>
+void checkResult(const char* function, int32_t status, std::size_t length) noexcept(kAllKnown) {
+  if constexpr (kAllKnown) {
+    assert(status == zvxOk);
+  } else {
+    checkStatus(function, status, length);
+  }
+}
+
 // The C functions count in int32_t; what is beyond is as little a length as the largest of these.
 inline int32_t saturated(std::size_t length) {
   return static_cast<int32_t>(std::min<std::size_t>(length, INT32_MAX));
+}
+
+// The length of a transform, with the operands checked as far as the compiler cannot.
+template <std::size_t N, class In, class Out>
+std::size_t checkedLength(const char* function, In& in, Out& out) noexcept(kAllKnown<In, Out>) {
+  constexpr std::size_t kKnown = kKnownLength<N, In, Out>;
+  const std::size_t length = kKnown != kDynamic ? kKnown : lengthOf(in);
+  if constexpr (!kAllKnown<In, Out>) {
+    checkSize(function, "the source", lengthOf(in), length);
+    checkSize(function, "the destination", lengthOf(out), length);
+    checkApartOrOne(function, memoryOf(in), memoryOf(out));
+  }
+  return length;
 }
 
 // ---- Memory ------------------------------------------------------------------------------------

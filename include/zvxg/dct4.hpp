@@ -61,7 +61,7 @@ class Dct4 {
   void operator()(std::span<const T> in, std::span<T> out) {
     detail::checkSize(kName, "the source", in.size(), length_);
     detail::checkSize(kName, "the destination", out.size(), length_);
-    detail::checkOverlap(kName, std::as_bytes(in), std::as_bytes(out));
+    detail::checkApartOrOne(kName, in, out);
     detail::checkStatus(kName, Functions::kDct4(in.data(), out.data(), spec_), length_);
   }
 
