@@ -31,11 +31,12 @@ namespace zvxg {
 template <class T, std::size_t N = kDynamic>
 class Signals {
  public:
-  /// Throws std::invalid_argument if the length is 0, and for a stride of 0 or, unless T is const,
-  /// below the length: signals that are written must not overlap.
+  /// Throws std::invalid_argument if the length is 0 or not N, and for a stride of 0 or, unless T
+  /// is const, below the length: signals that are written must not overlap.
   Signals(std::span<T> array, std::size_t length, std::size_t stride)
       : data_(array.data()), length_(length), stride_(stride) {
-    if (length == 0 || stride < (std::is_const_v<T> ? 1 : length)) {
+    const std::size_t least = std::is_const_v<T> ? 1 : length;
+    if (length == 0 || (N != kDynamic && length != N) || stride < least) {
       detail::fail("signals", "length " + std::to_string(length) + " at a stride of " +
                                   std::to_string(stride));
     }
