@@ -5,9 +5,7 @@
 #include <thread>
 #include <utility>
 
-#include "dct4.h"
-#include "harness.h"
-#include "zvxg.hpp"
+#include "companion.h"
 
 namespace tests {
 namespace {
@@ -22,16 +20,6 @@ struct CompanionMdct : testing::Test {
   }
 };
 TYPED_TEST_SUITE(CompanionMdct, Precisions);
-
-template <class Call>
-std::string complaint(const Call& call) {
-  try {
-    call();
-  } catch (const std::invalid_argument& error) {
-    return error.what();
-  }
-  return "none";
-}
 
 template <class T>
 std::vector<T> run(zvxg::Dct4<T>& dct4, const std::vector<T>& source) {
@@ -50,9 +38,6 @@ TYPED_TEST(CompanionMdct, PlansMoveAndClone) {
     zvxg::Dct4<T> clone = first.clone(), moved = std::move(first);
     EXPECT_EQ(moved.length(), std::size_t(n));
     EXPECT_LE(relativeError(dct4Definition(widened(x)), run(moved, x)), kDct4Accuracy<T>) << n;
-    EXPECT_EQ(complaint([&] { run(first, x); }),
-              "zvxg::Dct4: the source has " + std::to_string(n) + " elements instead of 0");
-    EXPECT_EQ(complaint([&] { run(first, {}); }), "zvxg::Dct4: the object was moved from");
     first = std::move(clone);
     EXPECT_TRUE(sameNumbers(run(moved, x), run(first, x))) << n;
     std::vector<T> inPlace = x;
@@ -84,19 +69,6 @@ TYPED_TEST(CompanionMdct, LengthsOfNoUseAreRefused) {
               "zvxg::Dct4: length " + std::to_string(length) + " is no power of two from 2 to 2^" +
                   (sizeof(T) == 4 ? "26" : "25"));
   }
-}
-
-TYPED_TEST(CompanionMdct, WrongArraysAreRefused) {
-  using T = TypeParam;
-  zvxg::Dct4<T> plan(8);
-  std::vector<T> x(16, T(1));
-  const std::span<T> all(x);
-  EXPECT_EQ(complaint([&] { plan(all.first(8), all.first(7)); }),
-            "zvxg::Dct4: the destination has 7 elements instead of 8");
-  EXPECT_EQ(complaint([&] { plan(all.first(8), all.subspan(7, 8)); }),
-            "zvxg::Dct4: source and destination overlap without being one array");
-  EXPECT_EQ(x, std::vector<T>(16, T(1)));
-  plan(all.first(8), all.subspan(8));  // neighbours
 }
 
 // A shared plan would mix the workspaces of the threads.
@@ -180,8 +152,6 @@ TYPED_TEST(CompanionMdct, BadWindowsAreRefused) {
             "zvxg::Imdct: the squares of elements 2 and 5 of the window do not add up to 1");
   EXPECT_EQ(complaint([] { zvxg::Mdct<T> mdct(zvxg::sineWindow<T>(12)); }).substr(0, 21),
             "zvxg::Dct4: length 12");
-  EXPECT_EQ(complaint([] { zvxg::kbdWindow<T>(8, -1); }),
-            "zvxg::kbdWindow: alpha -1.000000 is not from 0 to 1000");
 }
 
 // ---- MDCT --------------------------------------------------------------------------------------
@@ -209,7 +179,7 @@ constexpr std::size_t kBlocks = 5;  // of a signal, between silence before and a
 // again: at lengths with and without vectors.
 TYPED_TEST(CompanionMdct, FramesAndReconstruction) {
   using T = TypeParam;
-  for (std::size_t n = 2; n <= 512; n *= 2) {
+  for (std::size_t n = 2; n <= 128; n *= 2) {
     for (const std::vector<T>& window : this->windows(n)) {
       SCOPED_TRACE(n);
       zvxg::Mdct<T> analysis(window);
@@ -269,22 +239,25 @@ TYPED_TEST(CompanionMdct, InPlaceAndFromTheStart) {
 TYPED_TEST(CompanionMdct, RefusedBlocksLeaveTheStream) {
   using T = TypeParam;
   const std::vector<T> x = normalNumbers<T>(this->random, 8);
-  std::vector<T> expected(8), actual(8), shortOne(7);
-  zvxg::Mdct<T> undisturbed(zvxg::sineWindow<T>(8)), disturbed(zvxg::sineWindow<T>(8));
-  zvxg::Imdct<T> synthesis(zvxg::sineWindow<T>(8));
-  for (int i = 0; i < 2; ++i) {
-    undisturbed(x, expected);
-    EXPECT_EQ(complaint([&] { disturbed(shortOne, actual); }),
-              "zvxg::Mdct: the block of samples has 7 elements instead of 8");
-    EXPECT_EQ(complaint([&] { disturbed(x, shortOne); }),
-              "zvxg::Mdct: the array of coefficients has 7 elements instead of 8");
-    EXPECT_EQ(complaint([&] { synthesis(shortOne, actual); }),
-              "zvxg::Imdct: the array of coefficients has 7 elements instead of 8");
-    EXPECT_EQ(complaint([&] { synthesis(x, shortOne); }),
-              "zvxg::Imdct: the block of samples has 7 elements instead of 8");
-    disturbed(x, actual);
-    EXPECT_TRUE(sameNumbers(expected, actual));
-  }
+  std::vector<T> expected(8), actual(8), shorter(7);
+  const auto expectUndisturbed = [&]<class Object>(Object undisturbed, Object disturbed,
+                                                   const std::string& source,
+                                                   const std::string& destination) {
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_EQ(complaint([&] { disturbed(shorter, actual); }),
+                "zvxg::" + source + " has 7 elements instead of 8");
+      EXPECT_EQ(complaint([&] { disturbed(x, shorter); }),
+                "zvxg::" + destination + " has 7 elements instead of 8");
+      undisturbed(x, expected);
+      disturbed(x, actual);
+      EXPECT_TRUE(sameNumbers(expected, actual));
+    }
+  };
+  const std::vector<T> window = zvxg::sineWindow<T>(8);
+  expectUndisturbed(zvxg::Mdct<T>(window), zvxg::Mdct<T>(window), "Mdct: the block of samples",
+                    "Mdct: the array of coefficients");
+  expectUndisturbed(zvxg::Imdct<T>(window), zvxg::Imdct<T>(window),
+                    "Imdct: the array of coefficients", "Imdct: the block of samples");
 }
 
 }  // namespace
