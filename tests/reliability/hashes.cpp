@@ -40,7 +40,7 @@ class Integers {
 enum class Kind {
   Even,    // between -1 and 1
   Wide,    // over 40 binary orders
-  Sparse,  // a third zeros, of both signs
+  Sparse,  // three quarters zeros, of both signs
   Tiny     // about the smallest normal number
 };
 constexpr Kind kKinds[] = {Kind::Even, Kind::Wide, Kind::Sparse, Kind::Tiny};
@@ -58,7 +58,7 @@ std::vector<T> makeSource(Kind kind, std::size_t count) {
     if (kind == Kind::Wide) exponent += static_cast<int>(bits % 41) - 20;
     if (kind == Kind::Tiny) exponent += std::numeric_limits<T>::min_exponent;
     number = std::ldexp(static_cast<T>(integer), exponent);
-    if (kind == Kind::Sparse && bits % 3 == 0) number = integer < 0 ? T(-0.0) : T(0);
+    if (kind == Kind::Sparse && bits % 4 != 0) number = integer < 0 ? T(-0.0) : T(0);
   }
   return source;
 }

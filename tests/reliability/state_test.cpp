@@ -177,7 +177,9 @@ TEST(State, RoundingAndFlushingAreTheCallers) {
     const Runner runner(transform);
     const Reference reference = referenceOf(transform);
     bool roundingShows = false, flushingShows = false;
-    for (int trial = 0; trial < 2; ++trial) {
+    // The few sums of a short one can all be exact, but not for every signal.
+    const int trials = transform.sourceBytes <= 256 ? 4 : 1;
+    for (int trial = 0; trial < trials; ++trial) {
       for (const bool small : {false, true}) {
         const Bytes source = small ? nearUnderflow(transform, random) : midRange(transform, random);
         const std::int32_t flag = kFlags[random() % std::size(kFlags)];
