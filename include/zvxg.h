@@ -96,7 +96,7 @@ enum ZvxScaleFlag {
  *  supported. Nothing is kept between calls or needs to be set up before the first one. Nothing is
  *  allocated, but for a Walsh-Hadamard transform that needs a buffer and is given none.
  *
- *  Alignment. None is demanded beyond that of the float or double inside an element. Arrays that
+ *  Alignment. None is demanded, not even that of the float or double inside an element. Arrays that
  *  both start on a 32-byte boundary are served fastest, many kernels need only 16 bytes for that.
  *
  *  Arithmetic. Products and sums are rounded one by one, never fused. The result is multiplied by

@@ -23,6 +23,7 @@ list(LENGTH library count)
 if(NOT count EQUAL 1)
   message(FATAL_ERROR "not one libzvxg.so in ${BUILD}, but: ${library}")
 endif()
+run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library} ${HASHES} check ${SOURCE}/tests/hashes.csv)
 run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
   ${TESTS} --gtest_brief=1 --gtest_filter=Interpreter.*:ByHand.*:Frame.*:Wht.*)
 run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
