@@ -3,6 +3,14 @@
 
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
+
+# compress(FILE NAME)  the same bytes whenever and wherever
+function(compress file name)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  execute_process(COMMAND gzip -9nc ${file}
+    OUTPUT_FILE ${PROJECT_BINARY_DIR}/${name} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
 set(cmakeFiles ${CMAKE_INSTALL_LIBDIR}/cmake/zvxg)
 
 install(TARGETS zvxg zvxcore zvxg_static zvxcore_static EXPORT zvxg
@@ -27,10 +35,14 @@ if(TARGET zvxg-bench)
   file(RELATIVE_PATH fromTools /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(zvxg-bench PROPERTIES INSTALL_RPATH "$ORIGIN/${fromTools}")
   install(TARGETS zvxg-bench RUNTIME COMPONENT tools)
-  install(FILES ${PROJECT_SOURCE_DIR}/tools/zvxg-bench/zvxg-bench.1
+  compress(${PROJECT_SOURCE_DIR}/tools/zvxg-bench/zvxg-bench.1 zvxg-bench.1.gz)
+  install(FILES ${PROJECT_BINARY_DIR}/zvxg-bench.1.gz
     DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
 endif()
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples
+  TYPE DOC COMPONENT documentation
+  PATTERN CMakeLists.txt EXCLUDE
+  PATTERN *_test.* EXCLUDE)
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
   TYPE DOC COMPONENT documentation)
-install(FILES ${PROJECT_SOURCE_DIR}/README.md TYPE DOC COMPONENT documentation)
