@@ -59,7 +59,8 @@ def difference(declarations):
 
 class Interface(unittest.TestCase):
     def test_it_is_the_recorded_one(self):
-        self.assertEqual(difference(header()), "", "if this is meant, run: ./dev abi")
+        found = difference(header())
+        self.assertFalse(found, f"\n{found}If this is meant, run: ./dev abi")
 
     def test_changes_are_seen(self):
         declarations = header()
