@@ -36,19 +36,6 @@ def programs():
     return found
 
 
-def setUpModule():
-    global scratch, prefix, libraries
-    scratch = tempfile.TemporaryDirectory(prefix="zvxg-consume-")
-    installed, prefix = (os.path.join(scratch.name, name) for name in ("installed", "moved"))
-    run("cmake", "--install", options.build, "--prefix", installed)
-    os.rename(installed, prefix)
-    libraries = os.path.dirname(glob.glob(f"{prefix}/lib/**/libzvxg.so", recursive=True)[0])
-
-
-def tearDownModule():
-    scratch.cleanup()
-
-
 class TestCase(unittest.TestCase):
     def expect_output(self, *program, **environment):
         with open(os.path.join(SOURCE, "README.md"), encoding="utf-8") as readme:
@@ -66,13 +53,22 @@ class TestCase(unittest.TestCase):
 
 
 class Installed(TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = cls.enterClassContext(tempfile.TemporaryDirectory(prefix="zvxg-consume-"))
+        installed, cls.prefix = (os.path.join(cls.scratch, name) for name in ("installed", "moved"))
+        run("cmake", "--install", options.build, "--prefix", installed)
+        os.rename(installed, cls.prefix)
+        found = glob.glob(f"{cls.prefix}/lib/**/libzvxg.so", recursive=True)
+        cls.libraries = os.path.dirname(found[0])
+
     def compile(self, name, compiler, *arguments):
-        program = os.path.join(scratch.name, name)
+        program = os.path.join(self.scratch, name)
         run(*compiler, "-Werror", "-o", program, *arguments)
         return program
 
     def test_it_stands_alone(self):
-        files = [os.path.join(d, f) for d, _, files in os.walk(prefix) for f in files]
+        files = [os.path.join(d, f) for d, _, files in os.walk(self.prefix) for f in files]
         self.assertGreater(len(files), 5)
         for name in files:
             with open(name, "rb") as file:
@@ -81,20 +77,20 @@ class Installed(TestCase):
                 self.assertNotIn(place.encode(), content, f"{name} refers to {place}")
 
     def test_find_package(self):
-        build = os.path.join(scratch.name, "find_package")
+        build = os.path.join(self.scratch, "find_package")
         run("cmake", "-S", HERE, "-B", build, "-G", "Ninja",
-            f"-DCMAKE_PREFIX_PATH={prefix}", f"-DEXAMPLES={EXAMPLES}")
+            f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DEXAMPLES={EXAMPLES}")
         run("cmake", "--build", build)
         self.expect_programs(build)
 
     def flags(self, *arguments):
         return run("pkg-config", *arguments, "zvxg",
-                   PKG_CONFIG_PATH=os.path.join(libraries, "pkgconfig")).split()
+                   PKG_CONFIG_PATH=os.path.join(self.libraries, "pkgconfig")).split()
 
     def test_pkg_config(self):
         for source, compiler in programs().items():
             shared = self.compile("shared", compiler, source, *self.flags("--cflags", "--libs"))
-            self.expect_output(shared, LD_LIBRARY_PATH=libraries)
+            self.expect_output(shared, LD_LIBRARY_PATH=self.libraries)
             static = self.compile("static", compiler, source, "-static",
                                   *self.flags("--static", "--cflags", "--libs"))
             self.expect_output(static)
@@ -102,16 +98,16 @@ class Installed(TestCase):
     def test_compiler_alone(self):
         # The library finds zvxcore beside itself, so that a program has to name the first only.
         for source, compiler in programs().items():
-            program = self.compile("alone", compiler, source, f"-I{prefix}/include",
-                                   f"-L{libraries}", f"-Wl,-rpath,{libraries}", "-lzvxg")
+            program = self.compile("alone", compiler, source, f"-I{self.prefix}/include",
+                                   f"-L{self.libraries}", f"-Wl,-rpath,{self.libraries}", "-lzvxg")
             self.expect_output(program)
 
     def test_opened_at_run_time(self):
         source = os.path.join(HERE, "opened.c")
         for memory in [], ["-DOWN_MEMORY", "-rdynamic"]:
             program = self.compile("opened", ("cc", "-std=c11"), *memory, source,
-                                   f"-I{prefix}/include", "-ldl")
-            run(program, os.path.join(libraries, "libzvxg.so.6"))
+                                   f"-I{self.prefix}/include", "-ldl")
+            run(program, os.path.join(self.libraries, "libzvxg.so.6"))
 
 
 class Fetched(TestCase):
