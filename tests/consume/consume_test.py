@@ -1,6 +1,6 @@
 """The ways in which other projects use the library, from a tree that was installed and then moved.
-The programs are those that README.md shows, and have to print what it says. Run with --help for the
-arguments; what follows them goes to unittest."""
+The programs are those that README.md or a document shows, and have to print what stands there. Run
+with --help for the arguments; what follows them goes to unittest."""
 
 import argparse
 import glob
@@ -28,7 +28,7 @@ def run(*command, **environment):
 
 
 def programs():
-    """Sources of the programs in README.md, and how to compile each."""
+    """Sources of the programs, and how to compile each."""
     known = {"first.c": ("cc", "-std=c11"), "first.cpp": ("c++", "-std=c++20")}
     found = {os.path.join(EXAMPLES, name): compiler for name, compiler in known.items()
              if os.path.exists(os.path.join(EXAMPLES, name))}
@@ -36,18 +36,28 @@ def programs():
     return found
 
 
+def shown_with(source):
+    """The blocks of the document that shows this program."""
+    with open(source, encoding="utf-8") as file:
+        text = file.read()
+    for name in [f"{SOURCE}/README.md", *glob.glob(f"{SOURCE}/docs/*.md")]:
+        with open(name, encoding="utf-8") as document:
+            blocks = re.findall(r"^```\w*\n(.*?)^```$", document.read(), re.MULTILINE | re.DOTALL)
+        if text in blocks:
+            return blocks
+    raise AssertionError(f"no document shows {source}")
+
+
 class TestCase(unittest.TestCase):
-    def expect_output(self, *program, **environment):
-        with open(os.path.join(SOURCE, "README.md"), encoding="utf-8") as readme:
-            blocks = re.findall(r"^```\w*\n(.*?)^```$", readme.read(), re.MULTILINE | re.DOTALL)
-        self.assertIn(run(*program, **environment), blocks, f"{program[0]}: not as in README.md")
+    def expect_output(self, source, *program, **environment):
+        self.assertIn(run(*program, **environment), shown_with(source))
 
     def expect_programs(self, directory):
         """Runs first.*.zvxg and first.*.static, of which only the former loads the library."""
         for source in programs():
             for form in "zvxg", "static":
                 program = os.path.join(directory, f"{os.path.basename(source)}.{form}")
-                self.expect_output(program)
+                self.expect_output(source, program)
                 needed = re.findall(r"\(NEEDED\).*\[(libzvxg.*)\]", run("readelf", "-dW", program))
                 self.assertEqual(needed, ["libzvxg.so.6"] if form == "zvxg" else [])
 
@@ -90,17 +100,17 @@ class Installed(TestCase):
     def test_pkg_config(self):
         for source, compiler in programs().items():
             shared = self.compile("shared", compiler, source, *self.flags("--cflags", "--libs"))
-            self.expect_output(shared, LD_LIBRARY_PATH=self.libraries)
+            self.expect_output(source, shared, LD_LIBRARY_PATH=self.libraries)
             static = self.compile("static", compiler, source, "-static",
                                   *self.flags("--static", "--cflags", "--libs"))
-            self.expect_output(static)
+            self.expect_output(source, static)
 
     def test_compiler_alone(self):
         # The library finds zvxcore beside itself, so that a program has to name the first only.
         for source, compiler in programs().items():
             program = self.compile("alone", compiler, source, f"-I{self.prefix}/include",
                                    f"-L{self.libraries}", f"-Wl,-rpath,{self.libraries}", "-lzvxg")
-            self.expect_output(program)
+            self.expect_output(source, program)
 
     def test_opened_at_run_time(self):
         source = os.path.join(HERE, "opened.c")
