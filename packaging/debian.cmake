@@ -1,0 +1,60 @@
+# Debian packages, one for each component of cmake/install.cmake; `cpack` in the build directory.
+
+set(version ${PROJECT_VERSION}-1)
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/symbols.cmake)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
+set(CPACK_PACKAGE_CONTACT "The zvxg authors <maintainers@zvxg.invalid>")
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_PACKAGE_SOURCE zvxg)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+
+# package(COMPONENT NAME SECTION SUMMARY TEXT)
+function(package component name section summary text)
+  string(TOUPPER CPACK_DEBIAN_${component} prefix)
+  set(${prefix}_PACKAGE_NAME ${name} PARENT_SCOPE)
+  set(${prefix}_PACKAGE_SECTION ${section} PARENT_SCOPE)
+  set(${prefix}_DESCRIPTION "${summary}\n${text}" PARENT_SCOPE)
+  set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} ${component} PARENT_SCOPE)
+  # Only in the package, not where one installs everything.
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/copyright
+      ${PROJECT_BINARY_DIR}/changelog.Debian.gz
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${name} COMPONENT ${component} EXCLUDE_FROM_ALL)
+endfunction()
+
+compress(${CMAKE_CURRENT_LIST_DIR}/changelog changelog.Debian.gz)
+set(CPACK_COMPONENTS_ALL)
+package(runtime libzvxg6 libs "short signal transforms, shared libraries"
+"Discrete Fourier and Hartley transforms of 2 to 64 points, Walsh-Hadamard
+transforms of up to 8192 points and a DCT-IV of powers of two, in single and
+double precision, for processors with AVX.")
+package(development libzvxg-dev libdevel "short signal transforms, development files"
+"Headers, archives, and files for CMake and pkg-config.")
+package(documentation libzvxg-doc doc "short signal transforms, documentation"
+"Documents and examples.")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
+  ${PROJECT_BINARY_DIR}/symbols ${CMAKE_CURRENT_LIST_DIR}/triggers)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libzvxg6 (= ${version}), libc6-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libzvxg-doc)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/libzvxg6.lintian-overrides
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME libzvxg6
+  COMPONENT runtime EXCLUDE_FROM_ALL)
+
+if(TARGET zvxg-bench)
+  package(tools zvxg-tools utils "short signal transforms, measurements and checks"
+"The program zvxg-bench, which lists, measures and verifies the transforms.")
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libzvxg6 (= ${version})")
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+endif()
+
+include(CPack)

@@ -1,0 +1,140 @@
+"""The ways in which other projects use the library, from a tree that was installed and then moved.
+The programs are those that README.md or a document shows, and have to print what stands there. Run
+with --help for the arguments; what follows them goes to unittest."""
+
+import argparse
+import glob
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+SOURCE = os.path.dirname(os.path.dirname(HERE))
+EXAMPLES = os.path.join(SOURCE, "examples")
+# Without what would lead a program or a compiler to another build of the library.
+LEADING = ("LD_LIBRARY_PATH", "LD_PRELOAD", "CPATH", "LIBRARY_PATH", "PKG_CONFIG_PATH")
+ENVIRONMENT = {key: value for key, value in os.environ.items() if key not in LEADING}
+
+
+def run(*command, **environment):
+    done = subprocess.run(command, env=ENVIRONMENT | environment, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, text=True)
+    if done.returncode:
+        raise AssertionError(f"{' '.join(command)} returned {done.returncode}:\n{done.stdout}")
+    return done.stdout
+
+
+def programs():
+    """Sources of the programs, and how to compile each."""
+    known = {"first.c": ("cc", "-std=c11"), "first.cpp": ("c++", "-std=c++20")}
+    found = {os.path.join(EXAMPLES, name): compiler for name, compiler in known.items()
+             if os.path.exists(os.path.join(EXAMPLES, name))}
+    assert found, f"no program in {EXAMPLES}"
+    return found
+
+
+def shown_with(source):
+    """The blocks of the document that shows this program."""
+    with open(source, encoding="utf-8") as file:
+        text = file.read()
+    for name in [f"{SOURCE}/README.md", *glob.glob(f"{SOURCE}/docs/*.md")]:
+        with open(name, encoding="utf-8") as document:
+            blocks = re.findall(r"^```\w*\n(.*?)^```$", document.read(), re.MULTILINE | re.DOTALL)
+        if text in blocks:
+            return blocks
+    raise AssertionError(f"no document shows {source}")
+
+
+class TestCase(unittest.TestCase):
+    def expect_output(self, source, *program, **environment):
+        self.assertIn(run(*program, **environment), shown_with(source))
+
+    def expect_programs(self, directory):
+        """Runs first.*.zvxg and first.*.static, of which only the former loads the library."""
+        for source in programs():
+            for form in "zvxg", "static":
+                program = os.path.join(directory, f"{os.path.basename(source)}.{form}")
+                self.expect_output(source, program)
+                needed = re.findall(r"\(NEEDED\).*\[(libzvxg.*)\]", run("readelf", "-dW", program))
+                self.assertEqual(needed, ["libzvxg.so.6"] if form == "zvxg" else [])
+
+
+class Installed(TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.scratch = cls.enterClassContext(tempfile.TemporaryDirectory(prefix="zvxg-consume-"))
+        installed, cls.prefix = (os.path.join(cls.scratch, name) for name in ("installed", "moved"))
+        run("cmake", "--install", options.build, "--prefix", installed)
+        os.rename(installed, cls.prefix)
+        found = glob.glob(f"{cls.prefix}/lib/**/libzvxg.so", recursive=True)
+        cls.libraries = os.path.dirname(found[0])
+
+    def compile(self, name, compiler, *arguments):
+        program = os.path.join(self.scratch, name)
+        run(*compiler, "-Werror", "-o", program, *arguments)
+        return program
+
+    def test_it_stands_alone(self):
+        files = [os.path.join(d, f) for d, _, files in os.walk(self.prefix) for f in files]
+        self.assertGreater(len(files), 5)
+        for name in files:
+            with open(name, "rb") as file:
+                content = file.read()
+            for place in options.build, SOURCE, "/installed/":
+                self.assertNotIn(place.encode(), content, f"{name} refers to {place}")
+
+    def test_find_package(self):
+        build = os.path.join(self.scratch, "find_package")
+        run("cmake", "-S", HERE, "-B", build, "-G", "Ninja",
+            f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DEXAMPLES={EXAMPLES}")
+        run("cmake", "--build", build)
+        self.expect_programs(build)
+
+    def flags(self, *arguments):
+        return run("pkg-config", *arguments, "zvxg",
+                   PKG_CONFIG_PATH=os.path.join(self.libraries, "pkgconfig")).split()
+
+    def test_pkg_config(self):
+        for source, compiler in programs().items():
+            shared = self.compile("shared", compiler, source, *self.flags("--cflags", "--libs"))
+            self.expect_output(source, shared, LD_LIBRARY_PATH=self.libraries)
+            static = self.compile("static", compiler, source, "-static",
+                                  *self.flags("--static", "--cflags", "--libs"))
+            self.expect_output(source, static)
+
+    def test_compiler_alone(self):
+        # The library finds zvxcore beside itself, so that a program has to name the first only.
+        for source, compiler in programs().items():
+            program = self.compile("alone", compiler, source, f"-I{self.prefix}/include",
+                                   f"-L{self.libraries}", f"-Wl,-rpath,{self.libraries}", "-lzvxg")
+            self.expect_output(source, program)
+
+    def test_opened_at_run_time(self):
+        source = os.path.join(HERE, "opened.c")
+        for memory in [], ["-DOWN_MEMORY", "-rdynamic"]:
+            program = self.compile("opened", ("cc", "-std=c11"), *memory, source,
+                                   f"-I{self.prefix}/include", "-ldl")
+            run(program, os.path.join(self.libraries, "libzvxg.so.6"))
+
+
+class Fetched(TestCase):
+    """A project that has the library as a part of its own build, which the test is given."""
+
+    def test_programs(self):
+        self.expect_programs(options.build)
+
+    def test_nothing_is_installed_with_it(self):
+        with tempfile.TemporaryDirectory() as place:
+            run("cmake", "--install", options.build, "--prefix", place)
+            self.assertEqual(os.listdir(place), [])
+
+
+if __name__ == "__main__":
+    parser = argparse.ArgumentParser(description="Tests the ways to use the library.")
+    parser.add_argument("--build", required=True, help="build to install from; or the project's own")
+    options, rest = parser.parse_known_args()
+    options.build = os.path.abspath(options.build)
+    unittest.main(argv=sys.argv[:1] + rest)
