@@ -14,6 +14,10 @@ struct Color {
   std::uint8_t red, green, blue;
 };
 
+struct Area {
+  int left, top, width, height;
+};
+
 class Picture {
  public:
   Picture(int width, int height, Color background);
