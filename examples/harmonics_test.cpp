@@ -1,7 +1,7 @@
 // Runs the program harmonics on signals whose harmonics are known, and on a note of a trumpet.
 #include <cmath>
-#include <cstdio>
 #include <complex>
+#include <cstdio>
 #include <fstream>
 #include <numbers>
 #include <ostream>
@@ -69,7 +69,7 @@ TEST_P(HarmonicsOf, knownAmplitudesAndPhases) {
   const auto amplitude = [](int k) { return k % 5 == 4 ? 0 : 0.4 / std::pow(k, 1.5); };
   const auto phase = [](int k) { return 0.7 + 2.4 * k * k; };
   std::vector<float> samples;
-  for (int i = 0; i < 2 * signal.rate; ++i) {
+  for (int i = 0; i < signal.rate; ++i) {
     double sum = 0.1;  // a mean that is no harmonic
     for (int k = 1; k <= 50 && k * signal.hertz < 0.5 * signal.rate; ++k) {
       if (k > signal.last && k < 1.5 * signal.last) continue;  // where no filter is asked for

@@ -18,29 +18,19 @@
 // ASSP-34 (1986). With this factor the transform of a signal is orthogonal, so the energy of the
 // coefficients is that of the samples.
 //
-// It is computed as H. S. Malvar, "Signal Processing with Lapped Transforms" (1992), builds it: in
-// each block of N new samples a sample and its mirror are reflected,
-//
-//     p[n] = w[N-1-n] x[n] + w[n] x[N-1-n]
-//     q[n] = w[n] x[n] - w[N-1-n] x[N-1-n],    n = 0 .. N/2-1,
-//
-// and a frame is the DCT-IV of -p, reversed, of its second block, followed by q of its first. The
-// DCT-IV and the reflection, whose matrix is (s r; r -s) with s^2 + r^2 = 1, are their own
-// inverses, so the way back is the same in the other order. No rounding but that of these steps is
-// between a signal and its reconstruction.
+// lap.hpp has the algorithm.
 #pragma once
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 #include <numbers>
 #include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "zvxg/dct4.hpp"
+#include "zvxg/arrays.hpp"
+#include "zvxg/lap.hpp"
 
 namespace zvxg {
 
@@ -91,74 +81,6 @@ std::vector<T> kbdWindow(std::size_t length, double alpha) {
   for (std::size_t n = 0; n < length; ++n) window[n] = static_cast<T>(std::sqrt(sums[n] / sum));
   return window;
 }
-
-namespace detail {
-
-// What analysis and synthesis share: the plan, the window times sqrt(2/N), and half a block that is
-// kept from one call to the next.
-template <Real T>
-class Lap {
- public:
-  Lap(const char* name, std::span<const T> window)
-      : name_(name),
-        dct4_(window.size()),
-        rising_(window.size()),
-        carry_(window.size() / 2),
-        folded_(window.size()) {
-    const std::size_t last = window.size() - 1;
-    const long double gain = std::sqrt(2 / static_cast<long double>(window.size()));
-    for (std::size_t n = 0; n <= last; ++n) {
-      const long double r = window[n], s = window[last - n];
-      if (!(std::abs(r * r + s * s - 1) <= 16 * std::numeric_limits<T>::epsilon())) {
-        fail(name, "the squares of elements " + std::to_string(n) + " and " +
-                       std::to_string(last - n) + " of the window do not add up to 1");
-      }
-      rising_[n] = static_cast<T>(gain * r);
-    }
-  }
-
-  std::size_t length() const noexcept { return rising_.size(); }
-  void reset() noexcept { std::fill(carry_.begin(), carry_.end(), T(0)); }
-
-  void analyse(std::span<const T> samples, std::span<T> coefficients) {
-    check("the block of samples", samples.size());
-    check("the array of coefficients", coefficients.size());
-    const std::size_t half = carry_.size();
-    for (std::size_t n = 0; n < half; ++n) {
-      const auto [p, q] = reflected(n, samples[n], samples[length() - 1 - n]);
-      folded_[half - 1 - n] = -p;
-      folded_[half + n] = std::exchange(carry_[n], q);
-    }
-    dct4_(folded_, coefficients);
-  }
-
-  void synthesise(std::span<const T> coefficients, std::span<T> samples) {
-    check("the array of coefficients", coefficients.size());
-    check("the block of samples", samples.size());
-    const std::size_t half = carry_.size();
-    dct4_(coefficients, folded_);
-    for (std::size_t n = 0; n < half; ++n) {
-      const T p = std::exchange(carry_[n], -folded_[half - 1 - n]);
-      const auto [x, mirror] = reflected(n, p, folded_[half + n]);
-      samples[n] = x;
-      samples[length() - 1 - n] = mirror;
-    }
-  }
-
- private:
-  void check(const char* what, std::size_t size) const { checkSize(name_, what, size, length()); }
-
-  std::pair<T, T> reflected(std::size_t n, T a, T b) const {
-    const T r = rising_[n], s = rising_[length() - 1 - n];
-    return {s * a + r * b, r * a - s * b};
-  }
-
-  const char* name_;
-  Dct4<T> dct4_;
-  std::vector<T> rising_, carry_, folded_;
-};
-
-}  // namespace detail
 
 /** Analysis: samples to coefficients. Before the first block the signal is taken to be zero.
  *
