@@ -6,6 +6,7 @@
 #include <numbers>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "example_test.h"
@@ -41,34 +42,32 @@ TEST_F(Codec, withoutRoundingOnlySinglePrecisionIsLost) {
   }
 }
 
-// The ratio of the signal's energy to that of the rounding errors of all coefficients, which an
-// orthogonal transform does not change, by the definition of the MDCT of N new samples.
-double ratioByDefinition(const std::vector<float>& samples, const std::vector<double>& window,
-                         double step) {
+// Coded and decoded by the definition of the MDCT of N new samples.
+std::vector<float> codedByDefinition(const std::vector<float>& samples,
+                                     const std::vector<double>& window, double step) {
   const int length = static_cast<int>(window.size()) / 2;
-  std::vector<double> cosines(4 * 2 * length);  // over one turn
+  const int end = static_cast<int>(samples.size());
+  std::vector<double> cosines(8 * length);  // of one turn
   for (int i = 0; i < 8 * length; ++i) {
-    cosines[i] = std::cos(std::numbers::pi * i / (4 * length));
+    cosines[i] = std::sqrt(2.0 / length) * std::cos(std::numbers::pi * i / (4 * length));
   }
-  double signal = 0, noise = 0;
-  for (const float sample : samples) signal += static_cast<double>(sample) * sample;
-  for (int start = -length; start < static_cast<int>(samples.size()); start += length) {
+  std::vector<double> sums(samples.size());
+  for (int start = -length; start < end; start += length) {
     for (int k = 0; k < length; ++k) {
+      const auto cosine = [&](int n) {
+        return cosines[(2 * n + 1 + length) * (2 * k + 1) % (8 * length)];
+      };
+      const int first = std::max(0, -start), last = std::min(2 * length, end - start);
       double sum = 0;
-      for (int n = 0; n < 2 * length; ++n) {
-        const int place = start + n;
-        if (place < 0 || place >= static_cast<int>(samples.size())) continue;
-        sum +=
-            window[n] * samples[place] * cosines[(2 * n + 1 + length) * (2 * k + 1) % (8 * length)];
-      }
-      sum *= std::sqrt(2.0 / length);
-      noise += std::pow(sum - step * std::round(sum / step), 2);
+      for (int n = first; n < last; ++n) sum += window[n] * samples[start + n] * cosine(n);
+      sum = step * std::round(sum / step);
+      for (int n = first; n < last; ++n) sums[start + n] += window[n] * sum * cosine(n);
     }
   }
-  return 10 * std::log10(signal / noise);
+  return {sums.begin(), sums.end()};
 }
 
-TEST_F(Codec, errorIsThatOfTheDefinition) {
+TEST_F(Codec, decodesWhatTheDefinitionDoes) {
   constexpr int kLength = 64;
   std::vector<double> sine(2 * kLength), kbd(2 * kLength);
   double whole = 0;
@@ -84,12 +83,15 @@ TEST_F(Codec, errorIsThatOfTheDefinition) {
     sine[n] = sine[2 * kLength - 1 - n] = std::sin(std::numbers::pi * (n + 0.5) / (2 * kLength));
   }
   const std::vector<float> speech = readSound(EXAMPLES_SPEECH).samples;
+  // Measured 138 to 139 dB; one coefficient near the middle of a step of 0.001 that is rounded the
+  // other way makes that about 80. A window of alpha 4.1 gives 49 and 33.
   for (const double step : {0.001, 0.03}) {
-    const std::string options = std::to_string(step) + " 64 ";
-    EXPECT_NEAR(code(EXAMPLES_SPEECH, options + "sine").snr, ratioByDefinition(speech, sine, step),
-                0.02);
-    EXPECT_NEAR(code(EXAMPLES_SPEECH, options + "kbd").snr, ratioByDefinition(speech, kbd, step),
-                0.02);
+    for (const auto& [name, window] : {std::pair("sine", &sine), std::pair("kbd", &kbd)}) {
+      code(EXAMPLES_SPEECH, std::to_string(step) + " 64 " + name);
+      EXPECT_GT(
+          signalToNoise(codedByDefinition(speech, *window, step), readSound("out.wav").samples), 70)
+          << step << " " << name;
+    }
   }
 }
 
