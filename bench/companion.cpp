@@ -1,10 +1,10 @@
 #include "companion.h"
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <span>
 #include <utility>
-#include <vector>
 
 #include "zvxg.hpp"
 
@@ -66,17 +66,19 @@ struct Checked {
 
 constexpr std::size_t kSignals = 32;
 
-// The arrays of a case have room for one signal.
+// The arrays of a case have room for one signal only.
 template <class T>
 struct ManySignals {
-  explicit ManySignals(int n) : source(kSignals * n, Complex<T>{1, 1}), dest(kSignals * n) {}
-  std::vector<Complex<T>> source, dest;
+  using Array = std::array<Complex<T>, kSignals * kLongestNamed>;
+  alignas(64) Array source{};
+  alignas(64) Array dest{};
 };
 
 struct CompanionBatch {
   template <class T, std::size_t N>
   static void run(ManySignals<T>& many) {
-    zvxg::batch(zvxg::signals<N>(std::as_const(many.source)), zvxg::signals<N>(many.dest),
+    zvxg::batch(zvxg::signals<N>(std::span(std::as_const(many.source)).first(kSignals * N)),
+                zvxg::signals<N>(std::span(many.dest).first(kSignals * N)),
                 [](auto x, auto y) { zvxg::dft(x, y); });
   }
 };
@@ -92,7 +94,7 @@ struct NamedLoop {
 
 template <class Loop, class T>
 Batch manySignals(int n) {
-  const auto many = std::make_shared<ManySignals<T>>(n);
+  const auto many = std::make_shared<ManySignals<T>>();
   return [&]<std::size_t... kFrom0>(std::index_sequence<kFrom0...>) {
     using Run = void (*)(ManySignals<T>&);
     static constexpr Run kRuns[] = {Loop::template run<T, kFrom0 + 2>...};
