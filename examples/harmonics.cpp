@@ -31,6 +31,7 @@ constexpr int kPoints = 60;  // per period
 constexpr int kHarmonics = 20;
 constexpr double kFarthest = 1.2;  // how far the frequency may be from that given
 constexpr double kHighest = 0.2;   // of the sampling rate: two harmonics to measure
+constexpr double kPassed = 0.4;    // cycles per sample to be measured, of the 0.5 that there can be
 constexpr double kLongest = 1e9;   // seconds
 constexpr double kPi = std::numbers::pi;
 
@@ -44,13 +45,12 @@ using Spectrum = std::array<std::complex<double>, kPoints / 2 + 1>;  // CCS
 class Interpolator {
  public:
   Interpolator(const std::vector<float>& samples, double period) : samples_(samples) {
-    pass_ = std::min(kHarmonics / period, kPassed);
+    const double pass = std::min(kHarmonics / period, kPassed);
     cutoff_ = std::min(kPoints / 2 / period, 0.5);
-    // Kaiser's estimate of the length for a transition from pass_ to 2 cutoff_ - pass_.
-    reach_ = (kAttenuation - 8) / (2.285 * 2 * kPi * 2 * (cutoff_ - pass_)) / 2;
+    // Kaiser's estimate of the length for a transition from pass to 2 cutoff_ - pass.
+    reach_ = (kAttenuation - 8) / (2.285 * 2 * kPi * 2 * (cutoff_ - pass)) / 2;
   }
 
-  double pass() const { return pass_; }    // cycles per sample that pass as they are
   double reach() const { return reach_; }  // samples needed on either side
 
   double at(double time) const {
@@ -63,7 +63,6 @@ class Interpolator {
 
  private:
   static constexpr double kAttenuation = 120;  // dB
-  static constexpr double kPassed = 0.4;       // cycles per sample, of the 0.5 that there can be
 
   double weight(double t) const {
     const double x = 2 * kPi * cutoff_ * t;
@@ -74,7 +73,7 @@ class Interpolator {
   }
 
   const std::vector<float>& samples_;
-  double pass_, cutoff_, reach_;
+  double cutoff_, reach_;
 };
 
 // The spectra of all whole periods of this length in samples. An amplitude A of harmonic k is A / 2
@@ -86,8 +85,9 @@ std::vector<Spectrum> spectraOf(const std::vector<float>& samples, double period
   std::vector<Spectrum> spectra;
   for (int m = 0; start + (m + 1) * period <= end; ++m) {
     std::array<double, kPoints> points;
-    for (int n = 0; n < kPoints; ++n)
+    for (int n = 0; n < kPoints; ++n) {
       points[n] = signal.at(start + (m + n * 1.0 / kPoints) * period);
+    }
     // An array of std::complex is one of pairs, by the rules of the language.
     auto* bins = reinterpret_cast<double*>(spectra.emplace_back().data());
     require(zvxgDFTFwd_RToCCS_60_64f(points.data(), bins, zvxDivFwdByN));
@@ -121,8 +121,8 @@ Measured measure(const std::vector<float>& samples, int rate, double hertz,
   constexpr double kSettled = 1e-9, kSteady = 0.9;
   const double from = hertz / kFarthest, to = hertz * kFarthest;
   std::vector<Spectrum> spectra;
-  double steadiness = 0, drift = 1,
-         slope = -1 / hertz;  // of the drift over the frequency, for a steady signal
+  double drift = 1, steadiness = 0;
+  double slope = -1 / hertz;  // of the drift over the frequency; exactly so for a steady signal
   for (int round = 0; round < kRounds && std::abs(drift) > kSettled; ++round) {
     const double step = round == 0 ? 0 : -drift / slope, before = drift;
     hertz += step;
@@ -142,8 +142,7 @@ Measured measure(const std::vector<float>& samples, int rate, double hertz,
   double loudest = 0;
   for (const Spectrum& spectrum : spectra) loudest = std::max(loudest, std::abs(spectrum[1]));
 
-  const int last = static_cast<int>(
-      std::min<double>(kHarmonics, Interpolator(samples, rate / hertz).pass() * rate / hertz));
+  const int last = std::min(kHarmonics, static_cast<int>(kPassed * rate / hertz));
   Measured measured{hertz, spectra.size(), 0, std::vector<std::complex<double>>(last + 1)};
   for (const Spectrum& spectrum : spectra) {
     const double loudness = std::abs(spectrum[1]);
@@ -156,8 +155,9 @@ Measured measure(const std::vector<float>& samples, int rate, double hertz,
       turn *= back;
     }
   }
-  for (std::complex<double>& harmonic : measured.harmonics)
+  for (std::complex<double>& harmonic : measured.harmonics) {
     harmonic /= static_cast<double>(measured.used);
+  }
   return measured;
 }
 

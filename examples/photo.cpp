@@ -18,7 +18,6 @@
 #include <cmath>
 #include <cstdio>
 #include <map>
-#include <numeric>
 #include <string>
 #include <vector>
 
