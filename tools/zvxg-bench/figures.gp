@@ -19,7 +19,7 @@ set style line 9 linecolor "#808080" linewidth 1.2 dashtype 2  # parity
 set border 3 linecolor "#404040"
 set tics nomirror out
 set grid linecolor "#e4e4e4" linetype 1
-set lmargin 8
+set lmargin 9
 set rmargin 2
 
 precision(bits) = bits eq "32" ? "single precision" : "double precision"
@@ -35,9 +35,10 @@ set terminal svg size 1080,680 dynamic font "sans-serif,13" background "white"
 set output ARG3."/speed.svg"
 set multiplot layout 2,3 title "time of FFTW / time of zvxg, by length" font ",16"
 set xrange [0:66]
-set xtics 8
-set yrange [0:5]
-set key top right reverse Left
+set xtics 16
+set logscale y 2
+set yrange [0.5:8]
+set key outside top center horizontal reverse Left
 do for [bits in "32 64"] {
   do for [i = 1:3] {
     set title names[i].", ".precision(bits)
@@ -45,12 +46,12 @@ do for [bits in "32 64"] {
     set ylabel i == 1 ? "ratio" : ""
     if (inverses[i] eq "") {
       plot 1 with lines linestyle 9 notitle, \
-           speed using "n":(of(forwards[i], bits, "ratio")) with linespoints linestyle 1 notitle
+           speed using "n":(of(forwards[i], bits, "ratio")) with lines linestyle 1 title "undirected"
     } else {
       plot 1 with lines linestyle 9 notitle, \
-           speed using "n":(of(inverses[i], bits, "ratio")) with linespoints linestyle 2 \
+           speed using "n":(of(inverses[i], bits, "ratio")) with lines linestyle 2 \
              title "inverse", \
-           speed using "n":(of(forwards[i], bits, "ratio")) with linespoints linestyle 1 \
+           speed using "n":(of(forwards[i], bits, "ratio")) with lines linestyle 1 \
              title "forward"
     }
   }
@@ -66,14 +67,15 @@ set format x "2^{%L}"
 set xlabel "length"
 set ylabel "ratio"
 set xrange [1.6:2**13.4]
-set yrange [0:12]
+set yrange [0.5:40]
+set ytics (0.5, 1, 2, 4, 8, 16, 32)
 set title "Walsh-Hadamard, against a plain loop of 256-bit code"
 plot 1 with lines linestyle 9 notitle, \
      speed using "n":(of("wht", "32", "ratio")) with linespoints linestyle 1 title "single", \
      speed using "n":(of("wht", "64", "ratio")) with linespoints linestyle 2 title "double"
 set xrange [1.6:2**22.6]
 set xtics 16
-set title "DCT-IV, against FFTW (full) and a half-length complex FFTW (hollow)"
+set title "DCT-IV, against FFTW and (dotted) FFTW of half length"
 plot 1 with lines linestyle 9 notitle, \
      speed using "n":(of("dct4", "32", "ratio")) with linespoints linestyle 1 title "single", \
      speed using "n":(of("dct4", "64", "ratio")) with linespoints linestyle 2 title "double", \
@@ -88,24 +90,24 @@ set output ARG3."/accuracy.svg"
 set multiplot layout 2,2 columnsfirst \
   title "relative error (rms), in units of roundoff" font ",16"
 do for [bits in "32 64"] {
-  unset logscale x
+  unset logscale
   set format x "%g"
-  set xtics 8
+  set ytics auto
+  set xtics 16
   set xrange [0:66]
   set yrange [0:3.5]
-  set key top left reverse Left
   set xlabel "length"
   set ylabel "error / ".(bits eq "32" ? "2^{-24}" : "2^{-53}")
   set title precision(bits)
-  plot accuracy using "n":(roundoffs("complex-forward", bits)) with linespoints linestyle 1 \
+  plot accuracy using "n":(roundoffs("complex-forward", bits)) with lines linestyle 1 \
          title "complex, forward", \
-       accuracy using "n":(roundoffs("complex-inverse", bits)) with linespoints linestyle 2 \
+       accuracy using "n":(roundoffs("complex-inverse", bits)) with lines linestyle 2 \
          title "complex, inverse", \
-       accuracy using "n":(roundoffs("real-forward-ccs", bits)) with linespoints linestyle 3 \
+       accuracy using "n":(roundoffs("real-forward-ccs", bits)) with lines linestyle 3 \
          title "real to CCS", \
-       accuracy using "n":(roundoffs("real-inverse-ccs", bits)) with linespoints linestyle 4 \
+       accuracy using "n":(roundoffs("real-inverse-ccs", bits)) with lines linestyle 4 \
          title "CCS to real", \
-       accuracy using "n":(roundoffs("hartley", bits)) with linespoints linestyle 5 \
+       accuracy using "n":(roundoffs("hartley", bits)) with lines linestyle 5 \
          title "Hartley"
   set logscale x 2
   set xtics 4

@@ -14,10 +14,12 @@ Library::Library(const std::string& path)
 void* Library::find(const std::string& symbol) const { return dlsym(handle_, symbol.c_str()); }
 
 std::string Library::describe() const {
-  const auto version = get<decltype(zvxgenGetLibVersion)>("zvxgenGetLibVersion");
+  void* const address = find("zvxgenGetLibVersion");
+  if (!address) return "of no version";
   Dl_info place;
-  const bool known = dladdr(reinterpret_cast<void*>(version), &place) != 0;
-  return std::string(version()->versionText) + ", " + (known ? place.dli_fname : "file unknown");
+  const bool isPlaced = dladdr(address, &place) != 0;
+  return std::string(reinterpret_cast<decltype(&zvxgenGetLibVersion)>(address)()->versionText) +
+         ", " + (isPlaced ? place.dli_fname : "file unknown");
 }
 
 }  // namespace bench

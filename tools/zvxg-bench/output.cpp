@@ -150,8 +150,11 @@ void writeTo(const std::string& path, const std::string& text) {
     if (!std::cout) throw std::runtime_error("cannot write to standard output");
     return;
   }
-  const std::filesystem::path file = std::filesystem::weakly_canonical(path);
-  const std::filesystem::path part = isReplaceable(file) ? unfinished(file) : file;
+  const bool replaces = isReplaceable(path);
+  // What a link leads to is replaced, and not the link.
+  std::filesystem::path file = path;
+  if (replaces) file = std::filesystem::weakly_canonical(file);
+  const std::filesystem::path part = replaces ? unfinished(file) : file;
   std::ofstream out(part);
   out << text;
   out.close();
