@@ -70,7 +70,7 @@ def ratios_by_family(speed):
             least, most = (pick(rows, key=lambda row: float(row["ratio"])) for pick in (min, max))
             mean = math.exp(sum(map(math.log, ratios)) / len(ratios))
             below = [row["n"] for row in rows if float(row["ratio"]) < 1]
-            peers = dict.fromkeys(row["peer"] for row in rows)
+            peers = sorted({row["peer"] for row in rows})
             yield (name, precision, ", ".join(peers), f"{mean:.2f}",
                    f"{float(least['ratio']):.2f} ({least['n']})",
                    f"{float(most['ratio']):.2f} ({most['n']})", ", ".join(below) or "none")
@@ -141,8 +141,9 @@ Speed and accuracy of every kernel. `./dev figures` measures everything again an
 
 - Measured {about["date"]} on {about["cpu"]}, library {about["library"].split(",")[0]} built with
   {about["built with"]}, {about["run"]}.
-- FFTW: {about["FFTW, single"]} and {about["FFTW, double"]}; {about["plans"]}. Of several ways that
-  FFTW has, the fastest at each length counts.
+- FFTW: {about["FFTW, single"]} and {about["FFTW, double"]};
+  {about["plans"]}. Of several ways that FFTW has, the fastest at
+  each length counts.
 
 ## Speed
 
@@ -154,7 +155,7 @@ greatest ratio with their lengths, and the lengths at which the peer is faster.
     table(("transform", "precision", "peer", "mean", "least", "greatest", "below 1"),
           ratios_by_family(speed))
     single, double = overheads(speed, "entries")
-    print(f"A by-length entry adds {single} to a call in single and {double} in double\n"
+    print(f"A by-length entry adds {single} to a call in single\nprecision, and {double} in double "
           "precision.\n")
     for bits, precision in PRECISIONS.items():
         print(f"### By length, {precision} precision\n\nNanoseconds of a call, and the ratio.\n")
@@ -169,7 +170,7 @@ the ratio is to the plain loop of radix-2 stages in 256-bit code.
     table(("N", "single", "adds/ns", "share", "ratio", "double", "adds/ns", "share", "ratio"),
           wht_rows(speed))
     single, double = overheads(speed, "wht-null-buffer")
-    print(f"A null buffer adds {single} in single and {double} in double\nprecision.\n")
+    print(f"A null buffer adds {single} in single precision,\nand {double} in double precision.\n")
     print("""DCT-IV. **FFTW** and **half length** are the times of FFTW's `REDFT11` and of a DCT-IV made of
 FFTW's complex transform of N/2 points over ours (planned with `FFTW_ESTIMATE` above 65,536),
 **copies** is our time over that of `memcpy` of the same array, **planning** the time of the init
