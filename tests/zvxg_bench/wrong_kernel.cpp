@@ -1,6 +1,7 @@
 // Stands before one kernel of the library, loaded first, and does what ZVXG_FAULT says wrong.
 #include <dlfcn.h>
 
+#include <csignal>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -11,6 +12,7 @@ int32_t zvxgDFTFwd_CToC_12_32fc(const Complex32* src, Complex32* dst, int32_t fl
   static const auto kernel = reinterpret_cast<decltype(&zvxgDFTFwd_CToC_12_32fc)>(
       dlsym(RTLD_NEXT, "zvxgDFTFwd_CToC_12_32fc"));
   static const std::string fault = std::getenv("ZVXG_FAULT");
+  if (fault == "crash") std::raise(SIGSEGV);
   constexpr float kFactor = 1 + 1.0F / 1024;
   const bool isAligned = reinterpret_cast<std::uintptr_t>(dst) % 16 == 0;
   const bool isInPlace = src == dst;

@@ -169,6 +169,11 @@ class WrongKernel(unittest.TestCase):
                 self.assertIn(claim, line)
                 self.assertRegex(result.stdout, r"total: 126 functions, \d+ checks, [1-9]")
 
+    def test_verify_tells_where_it_crashed(self):
+        result = self.with_fault("crash", "verify")
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn(f"the process crashed in {KERNEL}\n", result.stderr)
+
     def test_accuracy_tells_the_error(self):
         result = self.with_fault("value", "accuracy", "--format", "csv", "CToC_12_32fc")
         errors = [float(row["rms"]) for row in csv_rows(result.stdout)]

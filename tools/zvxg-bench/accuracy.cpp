@@ -2,7 +2,8 @@
 // double: the L2 norm of the error over that of the result, as root mean square over the trials and
 // at its worst.
 
-#include <algorithm>
+#include <cmath>
+#include <stdexcept>
 
 #include "commands.h"
 #include "functions.h"
@@ -29,7 +30,7 @@ Error errorOf(const Transform<T>& transform, NormalNumbers& random, int trials) 
     const double error =
         relativeError(transform.definition({source.begin(), source.end()}), result);
     squares += error * error;
-    worst = std::max(worst, error);
+    if (!(error <= worst)) worst = error;  // also if it is no number
   }
   return {std::sqrt(squares / trials), worst};
 }
@@ -48,7 +49,7 @@ class FamilySection {
     section_.rows.push_back({function.family, std::to_string(function.bits), function.symbol,
                              std::to_string(n), threeDigits(error.rms), threeDigits(error.worst)});
     squares_ += error.rms * error.rms;
-    if (error.worst > worst_) worst_ = error.worst, worstLength_ = n;
+    if (!(error.worst <= worst_)) worst_ = error.worst, worstLength_ = n;
   }
   Section finish() {
     const auto count = static_cast<double>(section_.rows.size());
