@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <limits>
 #include <memory>
-#include <numbers>
 #include <type_traits>
 
 #include "dct4/records.h"
@@ -95,12 +94,8 @@ std::vector<int32_t> oddLengths(int32_t to) {
   return lengths;
 }
 
-/// The definition, summed in long double.
-std::vector<long double> dct4Definition(const std::vector<long double>& source);
-
-/// The same by a fast algorithm of another kind: a complex transform of half the length by radix 2,
-/// between rotations.
-std::vector<long double> fastDct4(const std::vector<long double>& source);
+using reference::dct4Definition;
+using reference::fastDct4;
 
 template <class T>
 std::vector<long double> widened(const std::vector<T>& numbers) {

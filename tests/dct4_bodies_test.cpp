@@ -1,6 +1,8 @@
 // The bodies of a plan's stages by themselves, also those that no accepted length reaches, against
 // the formulas in long double; and every way of writing against the direct one.
 
+#include <numbers>
+
 #include "dct4.h"
 #include "dct4/direct.h"
 #include "dct4/execute.h"

@@ -1,7 +1,7 @@
 // The harness that all kernel tests share. A kernel is known by its symbol alone, looked up in the
 // library under test, and its arrays are plain numbers: a complex element is two of them. A test
 // writes its property once, as a generic lambda for forEachKernel, which serves every family,
-// length, direction and precision. A new family is a row of familyRow() in harness.cpp.
+// length, direction and precision.
 //
 // Environment: ZVXG_LIBRARY tests another build of the library, ZVXG_KERNEL=12_32fc only the
 // kernels with that text in their name, ZVXG_SEED=n other data.
@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "kernels.h"  // kernelgen
+#include "reference.h"
 
 namespace tests {
 
@@ -55,25 +56,16 @@ struct TestKernel {
 template <class T>
 TestKernel<T> loadKernel(const Library& library, const kernelgen::KernelId& id);
 
-/// X = sum of x[n] exp(-+2 pi i k n / N) and its like: the definition of the kernel's family,
-/// summed in long double. It shares no code with the library or its generator.
-std::vector<long double> definition(const kernelgen::KernelId& id,
-                                    const std::vector<long double>& source);
+using reference::definition;
 
 /// What the definition makes of a 1 in element `i` among zeros, all numbers that are zero but for
 /// rounding made so: an output depends on the element where this is not zero.
 std::vector<long double> impulseResponse(const kernelgen::KernelId& id, int i);
 
-/// Where a half spectrum of `length` samples keeps the parts of bin k: numbers of elements,
-/// kNowhere for an imaginary part that is always zero and has no place.
-struct BinPlace {
-  int re, im;
-};
-inline constexpr int kNowhere = -1;
-BinPlace binPlace(kernelgen::Layout layout, int length, int k);
-
-/// Whether bin k of a real signal is its own mirror, with no imaginary part.
-inline bool isOwnMirror(int length, int k) { return k == 0 || 2 * k == length; }
+using reference::BinPlace;
+using reference::binPlace;
+using reference::isOwnMirror;
+using reference::kNowhere;
 
 /// The factor that `flag` stands for, rounded as the contract says.
 template <class T>

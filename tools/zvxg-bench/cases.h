@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "functions.h"
+#include "library.h"
+
 namespace bench {
 
 // Runs one transform `calls` times in a row on fixed arrays.
@@ -30,17 +33,21 @@ struct Case {
   bool oursCallsPeer;  // so that the difference is what ours adds, and not the ratio
   int additions;       // of numbers, in a transform that consists of them; otherwise 0
   std::function<Batch(Arrays)> ours;
-  std::vector<Peer> peers;  // the fastest at this length counts
+  std::vector<Peer> peers;  // the fastest at this length counts; there may be none
 };
 
 struct CaseList {
   std::vector<Case> cases;
-  int missing = 0;  // functions that match the filter and are not in the library
+  int missing = 0;  // functions that match and are not in the library
 };
 
-// The cases of a shared library that match one of the filters, or all if there is none. A filter is
-// words joined by '-', each of them a part of "<family> <single|double> <symbol> <length>".
-// Throws std::runtime_error with one line on failure.
-CaseList listCases(const std::string& libraryPath, const std::vector<std::string>& filters);
+// Which peers take part: of those that are FFTW's only where its library is.
+enum class Peers {
+  All,
+  None
+};
+
+// The cases of a library that match, see Filters.
+CaseList listCases(const Library& library, Filters& filters, Peers peers);
 
 }  // namespace bench

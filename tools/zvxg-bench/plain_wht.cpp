@@ -6,7 +6,7 @@ namespace bench {
 namespace {
 
 template <class T>
-void transform(const T* src, T* dst, int order, T factor) {
+[[gnu::always_inline]] inline void transform(const T* src, T* dst, int order, T factor) {
   const int n = 1 << order;
   std::copy_n(src, n, dst);
   for (int h = 1; h < n; h *= 2) {
@@ -25,11 +25,13 @@ void transform(const T* src, T* dst, int order, T factor) {
 
 }  // namespace
 
-void plainWht(const float* src, float* dst, int order, float factor) {
+[[gnu::target_clones("avx2", "default")]] void plainWht(const float* src, float* dst, int order,
+                                                        float factor) {
   transform(src, dst, order, factor);
 }
 
-void plainWht(const double* src, double* dst, int order, double factor) {
+[[gnu::target_clones("avx2", "default")]] void plainWht(const double* src, double* dst, int order,
+                                                        double factor) {
   transform(src, dst, order, factor);
 }
 

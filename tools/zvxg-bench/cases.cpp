@@ -3,15 +3,12 @@
 // new, one maker.
 #include "cases.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 
 #include "batches.h"
@@ -23,39 +20,37 @@
 namespace bench {
 namespace {
 
-constexpr int kMaxLength = 64;
-
 template <class T, int kSign>
 Batch fftwDft(const Side& side, Arrays arrays) {
   using Complex = typename Fftw<T>::Complex;
-  return fftwBatch<T>(arrays.source, 2 * side.n, [&] {
-    return Fftw<T>::planDft(side.n, static_cast<Complex*>(arrays.source),
-                            static_cast<Complex*>(arrays.dest), kSign, FFTW_MEASURE);
+  return fftwBatch<T>(arrays.source, 2 * side.n, [&](const Fftw<T>& fftw) {
+    return fftw.planDft(side.n, static_cast<Complex*>(arrays.source),
+                        static_cast<Complex*>(arrays.dest), kSign, kFftwMeasure);
   });
 }
 
 template <class T>
 Batch fftwR2c(const Side& side, Arrays arrays) {
-  return fftwBatch<T>(arrays.source, side.n, [&] {
-    return Fftw<T>::planR2c(side.n, static_cast<T*>(arrays.source),
-                            static_cast<typename Fftw<T>::Complex*>(arrays.dest), FFTW_MEASURE);
+  return fftwBatch<T>(arrays.source, side.n, [&](const Fftw<T>& fftw) {
+    return fftw.planR2c(side.n, static_cast<T*>(arrays.source),
+                        static_cast<typename Fftw<T>::Complex*>(arrays.dest), kFftwMeasure);
   });
 }
 
 template <class T>
 Batch fftwC2r(const Side& side, Arrays arrays) {
-  return fftwBatch<T>(arrays.source, 2 * (side.n / 2 + 1), [&] {
-    return Fftw<T>::planC2r(side.n, static_cast<typename Fftw<T>::Complex*>(arrays.source),
-                            static_cast<T*>(arrays.dest), FFTW_MEASURE | FFTW_DESTROY_INPUT);
+  return fftwBatch<T>(arrays.source, 2 * (side.n / 2 + 1), [&](const Fftw<T>& fftw) {
+    return fftw.planC2r(side.n, static_cast<typename Fftw<T>::Complex*>(arrays.source),
+                        static_cast<T*>(arrays.dest), kFftwMeasure | kFftwDestroyInput);
   });
 }
 
-template <class T, fftw_r2r_kind kKind>
+template <class T, FftwKind kKind>
 Batch fftwR2r(const Side& side, Arrays arrays) {
-  constexpr unsigned kFlags = FFTW_MEASURE | (kKind == FFTW_HC2R ? FFTW_DESTROY_INPUT : 0);
-  return fftwBatch<T>(arrays.source, side.n, [&] {
-    return Fftw<T>::planR2r(side.n, static_cast<T*>(arrays.source), static_cast<T*>(arrays.dest),
-                            kKind, kFlags);
+  constexpr unsigned kFlags = kFftwMeasure | (kKind == FftwKind::Hc2R ? kFftwDestroyInput : 0);
+  return fftwBatch<T>(arrays.source, side.n, [&](const Fftw<T>& fftw) {
+    return fftw.planR2r(side.n, static_cast<T*>(arrays.source), static_cast<T*>(arrays.dest), kKind,
+                        kFlags);
   });
 }
 
@@ -75,8 +70,8 @@ Batch fftwR2cAndSums(const Side& side, Arrays arrays) {
     alignas(64) T bins[kMaxLength / 2 + 1][2];
   };
   const auto spectrum = std::make_shared<Spectrum>();
-  const auto plan = [&] {
-    return Fftw<T>::planR2c(side.n, static_cast<T*>(arrays.source), spectrum->bins, FFTW_MEASURE);
+  const auto plan = [&](const Fftw<T>& fftw) {
+    return fftw.planR2c(side.n, static_cast<T*>(arrays.source), spectrum->bins, kFftwMeasure);
   };
   return fftwBatch<T>(arrays.source, side.n, plan,
                       [spectrum, dest = static_cast<T*>(arrays.dest), n = side.n] {
@@ -132,8 +127,8 @@ const Selectors kLengths = {2, kMaxLength, [](int n) { return n; }};
 // A nanosecond is lost in the noise of a long kernel.
 const Selectors kShortLengths = {2, 16, kLengths.points};
 const Selectors kFrames = {6, 13, [](int k) { return 1 << k; }};
-const Selectors kOrders = {1, 13, [](int order) { return 1 << order; }};
-const Selectors kOrdersWithBuffer = {8, 13, kOrders.points};
+const Selectors kOrders = {1, kMaxOrder, [](int order) { return 1 << order; }};
+const Selectors kOrdersWithBuffer = {8, kMaxOrder, kOrders.points};
 const Selectors kPowers = {1, 22, [](int k) { return 1 << k; }};
 const Selectors kLongPowers = {7, 22, kPowers.points};
 const Selectors kPlannedPowers = {6, 20, kPowers.points};
@@ -144,6 +139,7 @@ struct PeerRow {
   const char* name;
   Maker make[2];               // single and double
   const char* symbol[2] = {};  // of a peer that is in the library as well
+  bool isFftw = true;
 };
 
 struct Family {
@@ -155,56 +151,51 @@ struct Family {
   int (*additions)(int selector) = [](int) { return 0; };
 };
 
+const std::vector<PeerRow> kFftwForward1d = {
+    {"FFTW", {fftwDft<float, kFftwForward>, fftwDft<double, kFftwForward>}}};
+const std::vector<PeerRow> kFftwBackward1d = {
+    {"FFTW", {fftwDft<float, kFftwBackward>, fftwDft<double, kFftwBackward>}}};
+const std::vector<PeerRow> kFftwToSpectrum = {
+    {"FFTW r2c", {fftwR2c<float>, fftwR2c<double>}},
+    {"FFTW r2hc", {fftwR2r<float, FftwKind::R2Hc>, fftwR2r<double, FftwKind::R2Hc>}}};
+const std::vector<PeerRow> kFftwToSamples = {
+    {"FFTW c2r", {fftwC2r<float>, fftwC2r<double>}},
+    {"FFTW hc2r", {fftwR2r<float, FftwKind::Hc2R>, fftwR2r<double, FftwKind::Hc2R>}}};
+
 // clang-format off
 const Family kFamilies[] = {
     {"complex-forward", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kLengths,
-     {kernelBatch, kernelBatch},
-     {{"FFTW", {fftwDft<float, FFTW_FORWARD>, fftwDft<double, FFTW_FORWARD>}}}},
+     {kernelBatch, kernelBatch}, kFftwForward1d},
     {"complex-inverse", {"zvxgDFTInv_CToC_%d_32fc", "zvxgDFTInv_CToC_%d_64fc"}, kLengths,
-     {kernelBatch, kernelBatch},
-     {{"FFTW", {fftwDft<float, FFTW_BACKWARD>, fftwDft<double, FFTW_BACKWARD>}}}},
+     {kernelBatch, kernelBatch}, kFftwBackward1d},
     {"real-forward-ccs", {"zvxgDFTFwd_RToCCS_%d_32f", "zvxgDFTFwd_RToCCS_%d_64f"}, kLengths,
-     {kernelBatch, kernelBatch},
-     {{"FFTW r2c", {fftwR2c<float>, fftwR2c<double>}},
-      {"FFTW r2hc", {fftwR2r<float, FFTW_R2HC>, fftwR2r<double, FFTW_R2HC>}}}},
+     {kernelBatch, kernelBatch}, kFftwToSpectrum},
+    {"real-forward-pack", {"zvxgDFTFwd_RToPack_%d_32f", "zvxgDFTFwd_RToPack_%d_64f"}, kLengths,
+     {kernelBatch, kernelBatch}, kFftwToSpectrum},
+    {"real-forward-perm", {"zvxgDFTFwd_RToPerm_%d_32f", "zvxgDFTFwd_RToPerm_%d_64f"}, kLengths,
+     {kernelBatch, kernelBatch}, kFftwToSpectrum},
     {"real-inverse-ccs", {"zvxgDFTInv_CCSToR_%d_32f", "zvxgDFTInv_CCSToR_%d_64f"}, kLengths,
-     {kernelBatch, kernelBatch},
-     {{"FFTW c2r", {fftwC2r<float>, fftwC2r<double>}},
-      {"FFTW hc2r", {fftwR2r<float, FFTW_HC2R>, fftwR2r<double, FFTW_HC2R>}}}},
+     {kernelBatch, kernelBatch}, kFftwToSamples},
+    {"real-inverse-pack", {"zvxgDFTInv_PackToR_%d_32f", "zvxgDFTInv_PackToR_%d_64f"}, kLengths,
+     {kernelBatch, kernelBatch}, kFftwToSamples},
+    {"real-inverse-perm", {"zvxgDFTInv_PermToR_%d_32f", "zvxgDFTInv_PermToR_%d_64f"}, kLengths,
+     {kernelBatch, kernelBatch}, kFftwToSamples},
     {"hartley", {"zvxgHartley_%d_32f", "zvxgHartley_%d_64f"}, kLengths,
      {kernelBatch, kernelBatch},
-     {{"FFTW dht", {fftwR2r<float, FFTW_DHT>, fftwR2r<double, FFTW_DHT>}},
+     {{"FFTW dht", {fftwR2r<float, FftwKind::Dht>, fftwR2r<double, FftwKind::Dht>}},
       {"FFTW r2c+sums", {fftwR2cAndSums<float>, fftwR2cAndSums<double>}}}},
     {"entries", {"zvxgDFTFwd_CToC_32fc", "zvxgDFTFwd_CToC_64fc"}, kShortLengths,
      {entryBatch, entryBatch},
      {{"direct-call", {kernelBatch, kernelBatch},
        {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
-    {"companion-known", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kShortLengths,
-     {companionKnown<float>, companionKnown<double>},
-     {{"C-call", {namedCall<float>, namedCall<double>},
-       {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
-    {"companion-checked", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kShortLengths,
-     {companionChecked<float>, companionChecked<double>},
-     {{"C-call", {namedCall<float>, namedCall<double>},
-       {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
-    {"companion-entry", {"zvxgDFTFwd_CToC_32fc", "zvxgDFTFwd_CToC_64fc"}, kShortLengths,
-     {companionByLength<float>, companionByLength<double>},
-     {{"C-entry", {namedEntry<float>, namedEntry<double>},
-       {"zvxgDFTFwd_CToC_32fc", "zvxgDFTFwd_CToC_64fc"}}}},
-    {"companion-batch", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kShortLengths,
-     {companionBatch<float>, companionBatch<double>},
-     {{"C-loop", {namedLoop<float>, namedLoop<double>},
-       {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
-    {"mdct", {"zvxgDCT4_32f", "zvxgDCT4_64f"}, kFrames,
-     {mdctBatch<float>, mdctBatch<double>},
-     {{"dct4", {dct4Batch<float>, dct4Batch<double>}, {"zvxgDCT4_32f", "zvxgDCT4_64f"}}}},
+       {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, false}}},
     {"wht", {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, kOrders,
      {whtBatch, whtBatch},
-     {{"plain-loop", {plainWhtBatch<float>, plainWhtBatch<double>}}},
+     {{"plain-loop", {plainWhtBatch<float>, plainWhtBatch<double>}, {}, false}},
      [](int order) { return order << order; }},
     {"wht-null-buffer", {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, kOrdersWithBuffer,
      {whtBatchWithoutBuffer, whtBatchWithoutBuffer},
-     {{"own-buffer", {whtBatch, whtBatch}, {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}}}},
+     {{"own-buffer", {whtBatch, whtBatch}, {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, false}}},
     {"dct4", {"zvxgDCT4_32f", "zvxgDCT4_64f"}, kPowers,
      {dct4Batch<float>, dct4Batch<double>},
      {{"FFTW", {fftwDct4<float>, fftwDct4<double>}}}},
@@ -213,26 +204,12 @@ const Family kFamilies[] = {
      {{"half-length-complex-FFTW", {halfLengthDct4<float>, halfLengthDct4<double>}}}},
     {"dct4-copy", {"zvxgDCT4_32f", "zvxgDCT4_64f"}, kPowers,
      {dct4Batch<float>, dct4Batch<double>},
-     {{"memcpy", {copyBatch<float>, copyBatch<double>}}}},
+     {{"memcpy", {copyBatch<float>, copyBatch<double>}, {}, false}}},
     {"dct4-plan", {"zvxgDCT4Init_32f", "zvxgDCT4Init_64f"}, kPlannedPowers,
      {dct4Planning<float>, dct4Planning<double>},
      {{"FFTW-estimate", {fftwDct4Planning<float>, fftwDct4Planning<double>}}}},
 };
 // clang-format on
-
-bool hasWords(const std::string& label, const std::string& filter) {
-  std::istringstream words(filter);
-  for (std::string word; std::getline(words, word, '-');) {
-    if (label.find(word) == std::string::npos) return false;
-  }
-  return true;
-}
-
-bool matches(const std::string& label, const std::vector<std::string>& filters) {
-  return filters.empty() || std::any_of(filters.begin(), filters.end(), [&](const auto& filter) {
-           return hasWords(label, filter);
-         });
-}
 
 std::string named(const char* pattern, int selector) {
   char symbol[64];
@@ -240,26 +217,27 @@ std::string named(const char* pattern, int selector) {
   return symbol;
 }
 
+bool takesPart(const PeerRow& row, int precision, Peers peers) {
+  if (peers == Peers::None) return false;
+  const bool hasFftw = precision == 0 ? Fftw<float>::isPresent() : Fftw<double>::isPresent();
+  return !row.isFftw || hasFftw;
+}
+
 }  // namespace
 
-CaseList listCases(const std::string& libraryPath, const std::vector<std::string>& filters) {
-  void* const library = dlopen(libraryPath.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (!library) throw std::runtime_error(dlerror());
+CaseList listCases(const Library& library, Filters& filters, Peers peers) {
   CaseList list;
   for (const Family& family : kFamilies) {
     for (int precision : {0, 1}) {
       for (int selector = family.selectors.first; selector <= family.selectors.last; ++selector) {
         const std::string symbol = named(family.symbol[precision], selector);
-        const char* const word = precision == 0 ? " single " : " double ";
-        const int n = family.selectors.points(selector);
-        const std::string label =
-            std::string(family.name) + word + symbol + " " + std::to_string(n) + " ";
-        if (!matches(label, filters)) continue;
-        const Side ours = {dlsym(library, symbol.c_str()), selector, n, library};
+        const int n = family.selectors.points(selector), bits = precision == 0 ? 32 : 64;
+        if (!filters.match(family.name, bits, symbol, n)) continue;
+        const Side ours = {library.find(symbol), selector, n, &library};
         bool found = ours.function != nullptr;
         Case subject = {
             .family = family.name,
-            .bits = precision == 0 ? 32 : 64,
+            .bits = bits,
             .n = n,
             .symbol = symbol,
             .oursCallsPeer = false,
@@ -267,9 +245,10 @@ CaseList listCases(const std::string& libraryPath, const std::vector<std::string
             .ours = [make = family.ours[precision], ours](Arrays a) { return make(ours, a); },
             .peers = {}};
         for (const PeerRow& row : family.peers) {
-          Side peer = {nullptr, selector, n, library};
+          if (!takesPart(row, precision, peers)) continue;
+          Side peer = {nullptr, selector, n, &library};
           if (row.symbol[precision]) {
-            peer.function = dlsym(library, named(row.symbol[precision], selector).c_str());
+            peer.function = library.find(named(row.symbol[precision], selector));
             found = found && peer.function;
             subject.oursCallsPeer = true;
           }

@@ -1,7 +1,6 @@
-// FFTW's names by precision, and a batch of calls of one of its plans.
+// FFTW, as far as it is a peer here, found when the program runs: neither the build nor the start
+// needs it. What is declared is part of the documented interface of FFTW 3.
 #pragma once
-
-#include <fftw3.h>
 
 #include <algorithm>
 #include <climits>
@@ -14,41 +13,48 @@
 
 namespace bench {
 
-template <class T>
-struct Fftw;
+constexpr int kFftwForward = -1;
+constexpr int kFftwBackward = 1;
 
-template <>
-struct Fftw<float> {
-  using Complex = fftwf_complex;
-  using Plan = std::remove_pointer_t<fftwf_plan>;
-  static constexpr auto planDft = fftwf_plan_dft_1d;
-  static constexpr auto planR2c = fftwf_plan_dft_r2c_1d;
-  static constexpr auto planC2r = fftwf_plan_dft_c2r_1d;
-  static constexpr auto planR2r = fftwf_plan_r2r_1d;
-  static constexpr auto execute = fftwf_execute;
-  static constexpr auto destroy = fftwf_destroy_plan;
-  static constexpr auto allocate = fftwf_malloc;
-  static constexpr auto free = fftwf_free;
+enum class FftwKind {  // of a transform between real numbers
+  R2Hc = 0,
+  Hc2R = 1,
+  Dht = 2,
+  Redft11 = 6
 };
 
-template <>
-struct Fftw<double> {
-  using Complex = fftw_complex;
-  using Plan = std::remove_pointer_t<fftw_plan>;
-  static constexpr auto planDft = fftw_plan_dft_1d;
-  static constexpr auto planR2c = fftw_plan_dft_r2c_1d;
-  static constexpr auto planC2r = fftw_plan_dft_c2r_1d;
-  static constexpr auto planR2r = fftw_plan_r2r_1d;
-  static constexpr auto execute = fftw_execute;
-  static constexpr auto destroy = fftw_destroy_plan;
-  static constexpr auto allocate = fftw_malloc;
-  static constexpr auto free = fftw_free;
+constexpr unsigned kFftwMeasure = 0;
+constexpr unsigned kFftwDestroyInput = 1U << 0;
+constexpr unsigned kFftwEstimate = 1U << 6;
+
+template <class T>
+struct Fftw {
+  using Complex = T[2];
+  struct PlanRecord;
+  using Plan = PlanRecord*;
+
+  Plan (*planDft)(int n, Complex* in, Complex* out, int sign, unsigned flags);
+  Plan (*planR2c)(int n, T* in, Complex* out, unsigned flags);
+  Plan (*planC2r)(int n, Complex* in, T* out, unsigned flags);
+  Plan (*planR2r)(int n, T* in, T* out, FftwKind kind, unsigned flags);
+  void (*execute)(Plan plan);
+  void (*destroy)(Plan plan);
+  void* (*allocate)(std::size_t bytes);
+  void (*free)(void* block);
+  const char* version;
+
+  static constexpr const char* kFile = sizeof(T) == 4 ? "libfftw3f.so.3" : "libfftw3.so.3";
+
+  // Whether the library of this precision is on this machine.
+  static bool isPresent();
+  // Its functions; only where it is present.
+  static const Fftw& get();
 };
 
 // FFTW measures its plans up to this length; above it estimates, which takes seconds less.
 constexpr int kLongestMeasured = 1 << 16;
 constexpr unsigned plannerFlags(int n) {
-  return n <= kLongestMeasured ? FFTW_MEASURE : FFTW_ESTIMATE;
+  return n <= kLongestMeasured ? kFftwMeasure : kFftwEstimate;
 }
 
 // The passes of a transform that leave their result in the source make its norm greater, by a
@@ -61,22 +67,23 @@ constexpr int kCallsOnOneFill = 32;
 // tenths of a nanosecond per call, and it happens only at lengths that take it 30 and more.
 template <class T, class Make, class Finish = decltype([] {})>
 Batch fftwBatch(void* source, int reals, const Make& make, const Finish& finish = {}) {
+  const Fftw<T>& fftw = Fftw<T>::get();
   auto* const from = static_cast<T*>(source);
   const std::vector<T> numbers(from, from + reals);
   const auto fill = [numbers, from] { std::copy(numbers.begin(), numbers.end(), from); };
-  auto* const plan = make();
+  const typename Fftw<T>::Plan plan = make(fftw);
   if (!plan) throw std::runtime_error("FFTW made no plan");
-  const std::shared_ptr<typename Fftw<T>::Plan> owner(plan, Fftw<T>::destroy);
+  const std::shared_ptr<typename Fftw<T>::PlanRecord> owner(plan, fftw.destroy);
   fill();
-  Fftw<T>::execute(plan);
+  fftw.execute(plan);
   const bool destroys = !std::equal(numbers.begin(), numbers.end(), from);
   fill();
-  return [=](int calls) {
-    auto* const running = owner.get();
+  return [=, execute = fftw.execute](int calls) {
+    const typename Fftw<T>::Plan running = owner.get();
     const int most = destroys ? kCallsOnOneFill : INT_MAX;
     for (int left = calls; left > 0; left -= most) {
       for (int i = std::min(left, most); i > 0; --i) {
-        Fftw<T>::execute(running);
+        execute(running);
         finish();
       }
       if (destroys) fill();

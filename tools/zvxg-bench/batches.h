@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "cases.h"
+#include "library.h"
 #include "zvxg.h"
 
 namespace bench {
@@ -14,7 +15,7 @@ struct Side {
   void* function;
   int selector;  // what the name of the kernel counts
   int n;
-  void* library;
+  const Library* library;
 };
 
 // A function of the library on fixed arguments; it has to take them.

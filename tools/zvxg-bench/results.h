@@ -1,4 +1,4 @@
-// The results as tables on the screen, with a summary of each family, and as CSV.
+// The times of a run as columns, and a summary of each family.
 #pragma once
 
 #include <cmath>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cases.h"
+#include "output.h"
 
 namespace bench {
 
@@ -24,10 +25,7 @@ struct Result {
 // nothing.
 std::map<std::string, double> readRatiosToBeat(const std::string& path);
 
-void printTables(const std::vector<Result>& results);
-
-// `head` goes before the columns as comment. The file appears when it is complete.
-void writeCsv(const std::string& path, const std::vector<std::string>& head,
-              const std::vector<Result>& results);
+// Columns, and a section for each family and precision.
+Report reportOf(const std::vector<Result>& results);
 
 }  // namespace bench

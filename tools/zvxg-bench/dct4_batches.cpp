@@ -1,7 +1,5 @@
 #include "dct4_batches.h"
 
-#include <dlfcn.h>
-
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -14,9 +12,9 @@ namespace bench {
 
 template <class T>
 Batch fftwDct4(const Side& side, Arrays arrays) {
-  return fftwBatch<T>(arrays.source, side.n, [&] {
-    return Fftw<T>::planR2r(side.n, static_cast<T*>(arrays.source), static_cast<T*>(arrays.dest),
-                            FFTW_REDFT11, plannerFlags(side.n));
+  return fftwBatch<T>(arrays.source, side.n, [&](const Fftw<T>& fftw) {
+    return fftw.planR2r(side.n, static_cast<T*>(arrays.source), static_cast<T*>(arrays.dest),
+                        FftwKind::Redft11, plannerFlags(side.n));
   });
 }
 
@@ -41,11 +39,11 @@ template <class T>
 struct Dct4Planner {
   explicit Dct4Planner(const Side& side) : n(side.n) {
     const std::string suffix = sizeof(T) == 4 ? "_32f" : "_64f";
-    const auto getSize = reinterpret_cast<decltype(&zvxgDCT4GetSize_32f)>(
-        dlsym(side.library, ("zvxgDCT4GetSize" + suffix).c_str()));
-    init = reinterpret_cast<decltype(init)>(dlsym(side.library, ("zvxgDCT4Init" + suffix).c_str()));
+    const auto getSize =
+        side.library->get<decltype(zvxgDCT4GetSize_32f)>("zvxgDCT4GetSize" + suffix);
+    init = side.library->get<decltype(zvxgDCT4Init_32f)>("zvxgDCT4Init" + suffix);
     std::uint32_t size;
-    if (!getSize || !init || getSize(n, &size) != zvxOk) {
+    if (getSize(n, &size) != zvxOk) {
       throw std::runtime_error("no plan of length " + std::to_string(n));
     }
     block.reset(std::aligned_alloc(64, (size + 63) / 64 * 64), &std::free);
@@ -56,7 +54,7 @@ struct Dct4Planner {
     return spec;
   }
   int n;
-  std::int32_t (*init)(Dct4Spec**, std::int32_t, void*);
+  decltype(&zvxgDCT4Init_32f) init;
   std::shared_ptr<void> block;
 };
 
@@ -79,10 +77,10 @@ Batch dct4Planning(const Side& side, Arrays) {
 // An estimated plan; FFTW keeps nothing of it but what it knows by then.
 template <class T>
 Batch fftwDct4Planning(const Side& side, Arrays arrays) {
-  return [=](int calls) {
+  return [=, &fftw = Fftw<T>::get()](int calls) {
     for (int i = 0; i < calls; ++i) {
-      Fftw<T>::destroy(Fftw<T>::planR2r(side.n, static_cast<T*>(arrays.source),
-                                        static_cast<T*>(arrays.dest), FFTW_REDFT11, FFTW_ESTIMATE));
+      fftw.destroy(fftw.planR2r(side.n, static_cast<T*>(arrays.source),
+                                static_cast<T*>(arrays.dest), FftwKind::Redft11, kFftwEstimate));
     }
   };
 }

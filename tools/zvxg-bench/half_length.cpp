@@ -18,14 +18,15 @@ struct HalfLengthDct4<T>::Parts {
   int half;
   const T* source;
   T* dest;
-  std::vector<Number> before, after;
-  Number* numbers;
-  typename Fftw<T>::Plan* plan;
+  std::vector<Number> before = {}, after = {};
+  Number* numbers = nullptr;
+  typename Fftw<T>::Plan plan = nullptr;
+  const Fftw<T>& fftw = Fftw<T>::get();
 };
 
 template <class T>
 HalfLengthDct4<T>::HalfLengthDct4(int n, const T* source, T* dest, unsigned plannerFlags)
-    : parts_(new Parts{n / 2, source, dest, {}, {}, nullptr, nullptr}) {
+    : parts_(new Parts{n / 2, source, dest}) {
   const auto turn = [n](double quarters) {
     const double angle = -std::numbers::pi * quarters / (4.0 * n);
     return typename Parts::Number{static_cast<T>(std::cos(angle)), static_cast<T>(std::sin(angle))};
@@ -34,16 +35,16 @@ HalfLengthDct4<T>::HalfLengthDct4(int n, const T* source, T* dest, unsigned plan
     parts_->before.push_back(turn(4.0 * k + 1));
     parts_->after.push_back(turn(4.0 * k));
   }
-  void* const memory = Fftw<T>::allocate(sizeof(typename Parts::Number) * (n / 2));
+  void* const memory = parts_->fftw.allocate(sizeof(typename Parts::Number) * (n / 2));
   parts_->numbers = static_cast<typename Parts::Number*>(memory);
   auto* const numbers = static_cast<typename Fftw<T>::Complex*>(memory);
-  parts_->plan = Fftw<T>::planDft(n / 2, numbers, numbers, FFTW_FORWARD, plannerFlags);
+  parts_->plan = parts_->fftw.planDft(n / 2, numbers, numbers, kFftwForward, plannerFlags);
 }
 
 template <class T>
 HalfLengthDct4<T>::~HalfLengthDct4() {
-  Fftw<T>::destroy(parts_->plan);
-  Fftw<T>::free(parts_->numbers);
+  parts_->fftw.destroy(parts_->plan);
+  parts_->fftw.free(parts_->numbers);
 }
 
 template <class T>
@@ -58,7 +59,7 @@ void HalfLengthDct4<T>::run() const {
     const T re = source[2 * k], im = source[2 * half - 1 - 2 * k];
     numbers[k] = {re * before[k].re - im * before[k].im, re * before[k].im + im * before[k].re};
   }
-  Fftw<T>::execute(parts_->plan);
+  parts_->fftw.execute(parts_->plan);
   for (int k = 0; k < half; ++k) {
     const T re = numbers[k].re, im = numbers[k].im;
     dest[2 * k] = re * after[k].re - im * after[k].im;

@@ -1,5 +1,5 @@
-// The peer of the Walsh-Hadamard kernels: the plain loop of radix-2 stages, compiled for AVX2 with
-// everything that the compiler has to offer, in plain_wht.cpp.
+// The peer of the Walsh-Hadamard kernels: the plain loop of radix-2 stages, compiled for AVX2,
+// where the machine has it, with everything that the compiler has to offer.
 #pragma once
 
 namespace bench {

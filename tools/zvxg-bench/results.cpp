@@ -1,10 +1,7 @@
-#include "report.h"
+#include "results.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -16,11 +13,12 @@ namespace {
 constexpr int kLongerLength = 12;
 
 double best(const std::vector<double>& values) {
-  return *std::min_element(values.begin(), values.end());
+  return values.empty() ? NAN : *std::min_element(values.begin(), values.end());
 }
 
 // How far the median process lies above the best one.
 double spreadPercent(std::vector<double> values) {
+  if (values.empty()) return NAN;
   std::sort(values.begin(), values.end());
   return 100 * (values[values.size() / 2] / values.front() - 1);
 }
@@ -31,12 +29,18 @@ std::size_t bestPeer(const Result& r) {
                                    [](const auto& a, const auto& b) { return best(a) < best(b); });
   return static_cast<std::size_t>(at - r.peerNs.begin());
 }
-const std::vector<double>& peerNs(const Result& r) { return r.peerNs[bestPeer(r)]; }
-const std::string& peerName(const Result& r) { return r.subject.peers[bestPeer(r)].name; }
+std::vector<double> peerNs(const Result& r) {
+  return r.peerNs.empty() ? std::vector<double>() : r.peerNs[bestPeer(r)];
+}
+std::string peerName(const Result& r) {
+  return r.peerNs.empty() ? "" : r.subject.peers[bestPeer(r)].name;
+}
 
 double ratio(const Result& r) { return best(peerNs(r)) / best(r.oursNs); }
 // The ratio to beat is that of one program everywhere, however much another peer is ahead of it.
-double firstRatio(const Result& r) { return best(r.peerNs[0]) / best(r.oursNs); }
+double firstRatio(const Result& r) {
+  return r.peerNs.empty() ? NAN : best(r.peerNs[0]) / best(r.oursNs);
+}
 bool isBehind(const Result& r) { return firstRatio(r) < r.ratioToBeat; }
 double overBound(const Result& r) { return best(r.oursNs) * r.clockGhz / r.boundCycles; }
 // What ours adds to the call that it makes.
@@ -47,17 +51,14 @@ double additionsPerNs(const Result& r) {
   return r.subject.additions ? r.subject.additions / best(r.oursNs) : NAN;
 }
 double sharePercent(const Result& r) { return r.subject.additions ? 100 / overBound(r) : NAN; }
-double toBeat(const Result& r) { return r.ratioToBeat; }
 
-// Screen and file show the same columns.
-struct Column {
+struct Figure {
   const char* name;
   int decimals;
   double (*value)(const Result&);
-  int width() const { return std::max(static_cast<int>(std::strlen(name)), 11) + 2; }
 };
 
-const Column kColumns[] = {
+const Figure kFigures[] = {
     {"n", 0, [](const Result& r) { return double(r.subject.n); }},
     {"ours_ns", 2, [](const Result& r) { return best(r.oursNs); }},
     {"ours_spread", 1, [](const Result& r) { return spreadPercent(r.oursNs); }},
@@ -72,87 +73,93 @@ const Column kColumns[] = {
     {"over_bound", 2, overBound},
     {"adds_per_ns", 2, additionsPerNs},
     {"share_of_adds", 1, sharePercent},
-    {"to_beat", 2, toBeat},
+    {"to_beat", 2, [](const Result& r) { return r.ratioToBeat; }},
 };
 
-std::string cell(const Column& column, const Result& result) {
-  const double value = column.value(result);
-  if (std::isnan(value)) return "";
-  char text[32];
-  std::snprintf(text, sizeof text, "%.*f", column.decimals, value);
-  return text;
+Row rowOf(const Result& r) {
+  Row row = {r.subject.family, std::to_string(r.subject.bits), r.subject.symbol, peerName(r)};
+  for (const Figure& figure : kFigures) row.push_back(number(figure.value(r), figure.decimals));
+  row.push_back(isBehind(r) ? "behind" : "");
+  return row;
 }
 
-bool known(double (*value)(const Result&), const std::vector<Result>& group) {
+using Group = std::vector<Result>;
+
+bool known(double (*value)(const Result&), const Group& group) {
   return std::any_of(group.begin(), group.end(),
                      [&](const Result& r) { return !std::isnan(value(r)); });
 }
 
-double geometricMean(const std::vector<Result>& group, double (*value)(const Result&)) {
+double geometricMean(const Group& group, double (*value)(const Result&)) {
   double logSum = 0;
   for (const Result& r : group) logSum += std::log(value(r));
   return std::exp(logSum / static_cast<double>(group.size()));
 }
 
-double median(const std::vector<Result>& group, double (*value)(const Result&)) {
+double median(const Group& group, double (*value)(const Result&)) {
   std::vector<double> values;
   for (const Result& r : group) values.push_back(value(r));
   std::sort(values.begin(), values.end());
   return (values[(values.size() - 1) / 2] + values[values.size() / 2]) / 2;
 }
 
-void printLengths(const char* title, const std::vector<Result>& group, auto&& condition) {
-  std::printf("%s:", title);
+std::string lengthsWhere(const std::string& title, const Group& group, auto&& condition) {
+  std::string line = title + ":";
   for (const Result& r : group) {
-    if (condition(r)) std::printf(" %d", r.subject.n);
+    if (condition(r)) line += " " + std::to_string(r.subject.n);
   }
-  std::printf("\n");
+  return line;
 }
 
-void printGroup(const std::vector<Result>& group) {
-  std::vector<Column> columns;
-  std::copy_if(std::begin(kColumns), std::end(kColumns), std::back_inserter(columns),
-               [&](const Column& column) { return known(column.value, group); });
-  const Result& first = group.front();
-  const std::vector<Peer>& peers = first.subject.peers;
-  std::printf("\n%s, %s precision, against %s", first.subject.family.c_str(),
-              first.subject.bits == 32 ? "single" : "double", peers[0].name.c_str());
-  for (std::size_t i = 1; i < peers.size(); ++i) std::printf(" or %s", peers[i].name.c_str());
-  std::printf("\n");
-  for (const Column& column : columns) std::printf("%*s", column.width(), column.name);
-  std::printf("\n");
-  for (const Result& r : group) {
-    for (const Column& column : columns) {
-      std::printf("%*s", column.width(), cell(column, r).c_str());
-    }
-    if (peers.size() > 1) std::printf("  %s", peerName(r).c_str());
-    std::printf("%s\n", isBehind(r) ? " behind" : "");
+std::string titleOf(const Case& subject) {
+  std::string title =
+      subject.family + ", " + (subject.bits == 32 ? "single" : "double") + " precision";
+  const char* word = ", against ";
+  for (const Peer& peer : subject.peers) {
+    title += word + peer.name;
+    word = " or ";
   }
+  return title;
+}
+
+std::vector<std::string> summaryOf(const Group& group) {
+  std::vector<std::string> lines;
+  const std::string size = std::to_string(group.size());
   if (known(overhead, group)) {
     double sum = 0, most = overhead(group.front());
     for (const Result& r : group) sum += overhead(r), most = std::max(most, overhead(r));
-    std::printf("overhead: mean of %zu %.2f ns, most %.2f ns\n", group.size(),
-                sum / static_cast<double>(group.size()), most);
-    return;
+    lines.push_back("overhead: mean of " + size + " " +
+                    number(sum / static_cast<double>(group.size()), 2) + " ns, most " +
+                    number(most, 2) + " ns");
+    return lines;
   }
-  const Result& worst = *std::min_element(group.begin(), group.end(),
-                                          [](auto& a, auto& b) { return ratio(a) < ratio(b); });
-  std::printf("ratio: geometric mean of %zu %.3f, worst %.3f at %d\n", group.size(),
-              geometricMean(group, ratio), ratio(worst), worst.subject.n);
+  if (known(ratio, group)) {
+    const Result& worst = *std::min_element(group.begin(), group.end(),
+                                            [](auto& a, auto& b) { return ratio(a) < ratio(b); });
+    lines.push_back("ratio: geometric mean of " + size + " " +
+                    number(geometricMean(group, ratio), 3) + ", worst " + number(ratio(worst), 3) +
+                    " at " + std::to_string(worst.subject.n));
+  }
   if (known(overBound, group)) {
-    std::printf("over the bound: geometric mean %.3f", geometricMean(group, overBound));
-    std::vector<Result> longer;
+    std::string line =
+        "over the bound: geometric mean " + number(geometricMean(group, overBound), 3);
+    Group longer;
     std::copy_if(group.begin(), group.end(), std::back_inserter(longer),
                  [](const Result& r) { return r.subject.n >= kLongerLength; });
     if (!longer.empty()) {
-      std::printf(", median from %d points %.3f", kLongerLength, median(longer, overBound));
+      line += ", median from " + std::to_string(kLongerLength) + " points " +
+              number(median(longer, overBound), 3);
     }
-    std::printf("\n");
+    lines.push_back(line);
   }
-  printLengths("ratio below 1", group, [](const Result& r) { return ratio(r) < 1; });
-  if (known(toBeat, group)) {
-    printLengths("behind the ratio to beat", group, isBehind);
+  if (known(ratio, group)) {
+    lines.push_back(
+        lengthsWhere("ratio below 1", group, [](const Result& r) { return ratio(r) < 1; }));
   }
+  if (known([](const Result& r) { return r.ratioToBeat; }, group)) {
+    lines.push_back(lengthsWhere("behind the ratio to beat", group, isBehind));
+  }
+  return lines;
 }
 
 std::vector<std::string> fieldsOf(const std::string& line) {
@@ -190,36 +197,24 @@ std::map<std::string, double> readRatiosToBeat(const std::string& path) {
   return ratios;
 }
 
-void printTables(const std::vector<Result>& results) {
+Report reportOf(const std::vector<Result>& results) {
+  Report report;
+  report.columns = {
+      {"family", true, true}, {"bits", false, true}, {"symbol", true, true}, {"peer", true}};
+  for (const Figure& figure : kFigures) report.columns.push_back({figure.name, false});
+  report.columns.push_back({"behind", true});
   for (auto from = results.begin(); from != results.end();) {
     const auto to = std::find_if(from, results.end(), [&](const Result& r) {
       return r.subject.family != from->subject.family || r.subject.bits != from->subject.bits;
     });
-    printGroup({from, to});
+    const Group group(from, to);
+    Section& section = report.sections.emplace_back();
+    section.title = titleOf(from->subject);
+    for (const Result& r : group) section.rows.push_back(rowOf(r));
+    section.summary = summaryOf(group);
     from = to;
   }
-}
-
-void writeCsv(const std::string& path, const std::vector<std::string>& head,
-              const std::vector<Result>& results) {
-  const std::string unfinished = path + ".part";
-  std::ofstream file(unfinished);
-  for (const std::string& line : head) file << "# " << line << '\n';
-  file << "family,bits,symbol,peer";
-  for (const Column& column : kColumns) file << ',' << column.name;
-  for (const Result& r : results) {
-    file << '\n'
-         << r.subject.family << ',' << r.subject.bits << ',' << r.subject.symbol << ','
-         << peerName(r);
-    for (const Column& column : kColumns) file << ',' << cell(column, r);
-  }
-  file << '\n';
-  file.close();
-  if (!file) {
-    std::filesystem::remove(unfinished);
-    throw std::runtime_error("cannot write " + path);
-  }
-  std::filesystem::rename(unfinished, path);
+  return report;
 }
 
 }  // namespace bench

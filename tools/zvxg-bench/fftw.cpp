@@ -1,0 +1,56 @@
+#include "fftw.h"
+
+#include <dlfcn.h>
+
+#include <optional>
+#include <string>
+
+namespace bench {
+namespace {
+
+template <class T>
+std::optional<Fftw<T>> load() {
+  void* const library = dlopen(Fftw<T>::kFile, RTLD_NOW | RTLD_LOCAL);
+  if (!library) return {};
+  bool complete = true;
+  const auto find = [&](const char* name, auto& pointer) {
+    const std::string symbol = std::string(sizeof(T) == 4 ? "fftwf_" : "fftw_") + name;
+    void* const address = dlsym(library, symbol.c_str());
+    pointer = reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(address);
+    complete = complete && address;
+  };
+  Fftw<T> fftw;
+  find("plan_dft_1d", fftw.planDft);
+  find("plan_dft_r2c_1d", fftw.planR2c);
+  find("plan_dft_c2r_1d", fftw.planC2r);
+  find("plan_r2r_1d", fftw.planR2r);
+  find("execute", fftw.execute);
+  find("destroy_plan", fftw.destroy);
+  find("malloc", fftw.allocate);
+  find("free", fftw.free);
+  find("version", fftw.version);
+  return complete ? std::optional(fftw) : std::nullopt;
+}
+
+template <class T>
+const std::optional<Fftw<T>>& loaded() {
+  static const std::optional<Fftw<T>> kFftw = load<T>();
+  return kFftw;
+}
+
+}  // namespace
+
+template <class T>
+bool Fftw<T>::isPresent() {
+  return loaded<T>().has_value();
+}
+
+template <class T>
+const Fftw<T>& Fftw<T>::get() {
+  return loaded<T>().value();
+}
+
+template struct Fftw<float>;
+template struct Fftw<double>;
+
+}  // namespace bench

@@ -1,0 +1,197 @@
+"""Prints docs/figures.md from the CSV of `zvxg-bench speed` and `zvxg-bench accuracy`.
+
+usage: figures.py SPEED.csv ACCURACY.csv >docs/figures.md
+"""
+
+import csv
+import math
+import sys
+
+NAMES = {
+    "complex-forward": "complex DFT, forward",
+    "complex-inverse": "complex DFT, inverse",
+    "real-forward-ccs": "real to CCS",
+    "real-forward-pack": "real to Pack",
+    "real-forward-perm": "real to Perm",
+    "real-inverse-ccs": "CCS to real",
+    "real-inverse-pack": "Pack to real",
+    "real-inverse-perm": "Perm to real",
+    "hartley": "Hartley",
+    "wht": "Walsh-Hadamard",
+    "dct4": "DCT-IV",
+    "dct4-half": "DCT-IV",
+}
+PRECISIONS = {"32": "single", "64": "double"}
+BY_LENGTH = ("complex-forward", "complex-inverse", "real-forward-ccs", "real-inverse-ccs",
+             "hartley")
+
+
+class Measurements:
+    """The rows of a CSV file by family and bits, and the account of the run in its comments."""
+
+    def __init__(self, path):
+        with open(path, encoding="utf-8") as file:
+            lines = file.read().splitlines()
+        comments = [line[2:].split(": ", 1) for line in lines if line.startswith("# ")]
+        self.about = dict(comments)
+        self.groups = {}
+        for row in csv.DictReader(line for line in lines if not line.startswith("#")):
+            self.groups.setdefault((row["family"], row["bits"]), []).append(row)
+
+    def of(self, family, bits):
+        return self.groups.get((family, bits), [])
+
+    def at(self, family, bits, n):
+        return next((row for row in self.of(family, bits) if row["n"] == str(n)), None)
+
+
+def table(head, rows):
+    print("| " + " | ".join(head) + " |")
+    print("|" + "---|" * len(head))
+    for row in rows:
+        print("| " + " | ".join(row) + " |")
+    print()
+
+
+def time(ns):
+    for unit, size in ("ms", 1e6), ("us", 1e3):
+        if ns >= size:
+            return f"{ns / size:.3g} {unit}"
+    return f"{ns:.3g} ns"
+
+
+def ratios_by_family(speed):
+    for family, name in NAMES.items():
+        for bits, precision in PRECISIONS.items():
+            rows = [row for row in speed.of(family, bits) if row["ratio"]]
+            if not rows:
+                continue
+            ratios = [float(row["ratio"]) for row in rows]
+            least, most = (pick(rows, key=lambda row: float(row["ratio"])) for pick in (min, max))
+            mean = math.exp(sum(map(math.log, ratios)) / len(ratios))
+            below = [row["n"] for row in rows if float(row["ratio"]) < 1]
+            peers = sorted({row["peer"] for row in rows})
+            yield (name, precision, ", ".join(peers), f"{mean:.2f}",
+                   f"{float(least['ratio']):.2f} ({least['n']})",
+                   f"{float(most['ratio']):.2f} ({most['n']})", ", ".join(below) or "none")
+
+
+def times_by_length(speed, bits):
+    lengths = [row["n"] for row in speed.of(BY_LENGTH[0], bits)]
+    for n in lengths:
+        cells = [n]
+        for family in BY_LENGTH:
+            row = speed.at(family, bits, n)
+            ratio = float(row["ratio"])
+            text = f"{float(row['ours_ns']):.1f} ({ratio:.2f})"
+            cells.append(f"**{text}**" if ratio < 1 else text)
+        yield cells
+
+
+def wht_rows(speed):
+    for single in speed.of("wht", "32"):
+        cells = [single["n"]]
+        for row in single, speed.at("wht", "64", single["n"]):
+            cells += [time(float(row["ours_ns"])), row["adds_per_ns"],
+                      f"{float(row['share_of_adds']):.0f} %", f"{float(row['ratio']):.1f}"]
+        yield cells
+
+
+def dct4_rows(speed, bits):
+    def cell(family, n, form):
+        row = speed.at(family, bits, n)
+        return form(row) if row and row["ratio"] else ""
+
+    for row in speed.of("dct4", bits):
+        n = row["n"]
+        yield (n, time(float(row["ours_ns"])),
+               cell("dct4", n, lambda r: f"{float(r['ratio']):.1f}"),
+               cell("dct4-half", n, lambda r: f"{float(r['ratio']):.1f}"),
+               cell("dct4-copy", n, lambda r: f"{1 / float(r['ratio']):.0f}"),
+               cell("dct4-plan", n, lambda r: time(float(r["ours_ns"]))))
+
+
+def errors_by_family(accuracy):
+    for family, name in NAMES.items():
+        for bits, precision in PRECISIONS.items():
+            rows = accuracy.of(family, bits)
+            if not rows:
+                continue
+            rms = math.sqrt(sum(float(row["rms"]) ** 2 for row in rows) / len(rows))
+            length = max(rows, key=lambda row: float(row["rms"]))
+            trial = max(rows, key=lambda row: float(row["worst"]))
+            yield (name, precision, f"{rms:.2g}", f"{float(length['rms']):.2g} ({length['n']})",
+                   f"{float(trial['worst']):.2g} ({trial['n']})")
+
+
+def overheads(speed, family):
+    """Mean and greatest, of both precisions."""
+    values = [[float(row["overhead_ns"]) for row in speed.of(family, bits)]
+              for bits in PRECISIONS]
+    return [f"{sum(v) / len(v):.1f} ns in the mean, {max(v):.1f} ns at most" for v in values]
+
+
+def main(speed_path, accuracy_path):
+    speed, accuracy = Measurements(speed_path), Measurements(accuracy_path)
+    about = speed.about
+    print(f"""# Figures
+
+Speed and accuracy of every kernel. `./dev figures` measures everything again and writes this page;
+[`performance.md`](performance.md) tells how it measures and why some lengths are behind.
+
+- Measured {about["date"]} on {about["cpu"]}, library {about["library"].split(",")[0]} built with
+  {about["built with"]}, {about["run"]}.
+- FFTW: {about["FFTW, single"]} and {about["FFTW, double"]};
+  {about["plans"]}. Of several ways that FFTW has, the fastest at
+  each length counts.
+
+## Speed
+
+How many times as long the peer takes: the geometric mean over all lengths, the least and the
+greatest ratio with their lengths, and the lengths at which the peer is faster.
+
+![ratio to FFTW by length](figures/speed.svg)
+""")
+    table(("transform", "precision", "peer", "mean", "least", "greatest", "below 1"),
+          ratios_by_family(speed))
+    single, double = overheads(speed, "entries")
+    print(f"A by-length entry adds {single} to a call in single\nprecision, and {double} in double "
+          "precision.\n")
+    for bits, precision in PRECISIONS.items():
+        print(f"### By length, {precision} precision\n\nNanoseconds of a call, and the ratio.\n")
+        table(("N", *(NAMES[family] for family in BY_LENGTH)), times_by_length(speed, bits))
+    print("""### Walsh-Hadamard and DCT-IV
+
+![ratio to the peers by length](figures/speed_powers.svg)
+
+Walsh-Hadamard, with a buffer of the caller's. The share is that of two 128-bit additions per cycle;
+the ratio is to the plain loop of radix-2 stages in 256-bit code.
+""")
+    table(("N", "single", "adds/ns", "share", "ratio", "double", "adds/ns", "share", "ratio"),
+          wht_rows(speed))
+    single, double = overheads(speed, "wht-null-buffer")
+    print(f"A null buffer adds {single} in single precision,\nand {double} in double precision.\n")
+    print("""DCT-IV. **FFTW** and **half length** are the times of FFTW's `REDFT11` and of a DCT-IV made of
+FFTW's complex transform of N/2 points over ours (planned with `FFTW_ESTIMATE` above 65,536),
+**copies** is our time over that of `memcpy` of the same array, **planning** the time of the init
+function.
+""")
+    for bits, precision in PRECISIONS.items():
+        print(f"{precision.capitalize()} precision:\n")
+        table(("N", "time", "FFTW", "half length", "copies", "planning"), dct4_rows(speed, bits))
+    print(f"""## Accuracy
+
+The L2 norm of the error over that of the result, against the definition in long double;
+{accuracy.about["numbers"]}. Over all lengths as root mean square, at the worst length
+as root mean square of its trials, and in the worst trial.
+
+![error by length](figures/accuracy.svg)
+""")
+    table(("transform", "precision", "all lengths", "worst length", "worst trial"),
+          errors_by_family(accuracy))
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    main(*sys.argv[1:])

@@ -1,0 +1,31 @@
+// The library that is measured or verified: the one that this program is linked with, or another
+// file. Functions are found by name, so that one that is missing is a result and no failure to
+// start.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace bench {
+
+class Library {
+ public:
+  // An empty path is the library of this program, or what was loaded before it in its place.
+  explicit Library(const std::string& path);
+
+  void* find(const std::string& symbol) const;  // null if there is none
+
+  template <class Function>
+  Function* get(const std::string& symbol) const {
+    void* const address = find(symbol);
+    if (!address) throw std::runtime_error(symbol + " is not in the library");
+    return reinterpret_cast<Function*>(address);
+  }
+
+  std::string describe() const;  // version and file
+
+ private:
+  void* handle_;
+};
+
+}  // namespace bench

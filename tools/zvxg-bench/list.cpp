@@ -1,0 +1,27 @@
+// The functions of the library, and what the ledger knows of them.
+#include <algorithm>
+
+#include "commands.h"
+#include "functions.h"
+
+namespace bench {
+
+Report listCommand(const Options& options) {
+  Filters filters(options.filters);
+  Report report;
+  report.columns = {
+      {"symbol", true}, {"family", true}, {"type", true}, {"length", false}, {"layout", true}};
+  for (const std::string& name : ledgerColumns()) report.columns.push_back({name, name == "row"});
+  Section& section = report.sections.emplace_back();
+  for (const Function& f : listFunctions()) {
+    if (!filters.match(f.family, f.bits, f.symbol, f.n)) continue;
+    Row row = {f.symbol, f.family, elementType(f), f.n ? std::to_string(f.n) : "", layoutName(f)};
+    const std::vector<std::string> ledger = ledgerFields(f.symbol);
+    row.insert(row.end(), ledger.begin(), ledger.end());
+    section.rows.push_back(row);
+  }
+  filters.requireMatches();
+  return report;
+}
+
+}  // namespace bench
