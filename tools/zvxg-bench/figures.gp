@@ -67,8 +67,8 @@ set format x "2^{%L}"
 set xlabel "length"
 set ylabel "ratio"
 set xrange [1.6:2**13.4]
-set yrange [0.5:40]
-set ytics (0.5, 1, 2, 4, 8, 16, 32)
+set yrange [0.25:40]
+set ytics (0.25, 0.5, 1, 2, 4, 8, 16, 32)
 set title "Walsh-Hadamard, against a plain loop of 256-bit code"
 plot 1 with lines linestyle 9 notitle, \
      speed using "n":(of("wht", "32", "ratio")) with linespoints linestyle 1 title "single", \

@@ -181,9 +181,9 @@ function.
         table(("N", "time", "FFTW", "half length", "copies", "planning"), dct4_rows(speed, bits))
     print(f"""## Accuracy
 
-The L2 norm of the error over that of the result, against the definition in long double;
-{accuracy.about["numbers"]}. Over all lengths as root mean square, at the worst length
-as root mean square of its trials, and in the worst trial.
+The L2 norm of the error over that of the result, against the definition in long double: over all
+lengths as root mean square, at the worst length as root mean square of its trials, and in the worst
+trial. Numbers: {accuracy.about["numbers"]}.
 
 ![error by length](figures/accuracy.svg)
 """)
