@@ -194,6 +194,9 @@ TEST(Companion, Errors) {
          zvxg::batch(zvxg::signals(numbers, 4), zvxg::signals(numbers, 6), [](auto, auto) {});
        }},
   };
+  const std::span<float> all(numbers);
+  EXPECT_EQ(complaint([&] { zvxg::hartley(all.first(6), all.last(6)); }), "none");
+  EXPECT_EQ(complaint([&] { zvxg::hartley(all.last(6), all.first(6)); }), "none");
   for (const auto& error : kErrors) EXPECT_EQ(complaint(error.call), "zvxg::" + error.text);
   EXPECT_EQ(x, std::vector<std::complex<float>>(12));
 }
