@@ -15,6 +15,7 @@
 #include <stdexcept>
 
 #include "batches.h"
+#include "companion.h"
 #include "dct4_batches.h"
 #include "fftw.h"
 #include "plain_wht.h"
@@ -130,6 +131,7 @@ struct Selectors {
 const Selectors kLengths = {2, kMaxLength, [](int n) { return n; }};
 // A nanosecond is lost in the noise of a long kernel.
 const Selectors kShortLengths = {2, 16, kLengths.points};
+const Selectors kFrames = {6, 13, [](int k) { return 1 << k; }};
 const Selectors kOrders = {1, 13, [](int order) { return 1 << order; }};
 const Selectors kOrdersWithBuffer = {8, 13, kOrders.points};
 const Selectors kPowers = {1, 22, [](int k) { return 1 << k; }};
@@ -177,6 +179,25 @@ const Family kFamilies[] = {
      {entryBatch, entryBatch},
      {{"direct-call", {kernelBatch, kernelBatch},
        {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
+    {"companion-known", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kShortLengths,
+     {companionKnown<float>, companionKnown<double>},
+     {{"C-call", {namedCall<float>, namedCall<double>},
+       {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
+    {"companion-checked", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kShortLengths,
+     {companionChecked<float>, companionChecked<double>},
+     {{"C-call", {namedCall<float>, namedCall<double>},
+       {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
+    {"companion-entry", {"zvxgDFTFwd_CToC_32fc", "zvxgDFTFwd_CToC_64fc"}, kShortLengths,
+     {companionByLength<float>, companionByLength<double>},
+     {{"C-entry", {namedEntry<float>, namedEntry<double>},
+       {"zvxgDFTFwd_CToC_32fc", "zvxgDFTFwd_CToC_64fc"}}}},
+    {"companion-batch", {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}, kShortLengths,
+     {companionBatch<float>, companionBatch<double>},
+     {{"C-loop", {namedLoop<float>, namedLoop<double>},
+       {"zvxgDFTFwd_CToC_%d_32fc", "zvxgDFTFwd_CToC_%d_64fc"}}}},
+    {"mdct", {"zvxgDCT4_32f", "zvxgDCT4_64f"}, kFrames,
+     {mdctBatch<float>, mdctBatch<double>},
+     {{"dct4", {dct4Batch<float>, dct4Batch<double>}, {"zvxgDCT4_32f", "zvxgDCT4_64f"}}}},
     {"wht", {"zvxgWHT_%d_32f", "zvxgWHT_%d_64f"}, kOrders,
      {whtBatch, whtBatch},
      {{"plain-loop", {plainWhtBatch<float>, plainWhtBatch<double>}}},

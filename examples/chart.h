@@ -7,10 +7,6 @@
 
 #include "picture.h"
 
-struct Area {
-  int left, top, width, height;
-};
-
 // Where the levels are drawn. Time 0 is at its left edge and frequency 0 at its bottom edge.
 constexpr Area kPlot = {90, 56, 1200, 480};
 constexpr int kPictureWidth = 1420;

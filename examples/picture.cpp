@@ -1,16 +1,12 @@
-// Picture, Font, writePng.
+// Picture, Font, readPng, writePng.
 #include "picture.h"
 
 #include <png.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
 #include <stdexcept>
 #include <string_view>
+
+#include "program.h"
 
 Picture::Picture(int width, int height, Color background)
     : width_(width),
@@ -52,10 +48,6 @@ char32_t nextCodePoint(std::string_view& text) {
   }
   text.remove_prefix(valid ? size : 1);
   return valid ? code : U'\ufffd';
-}
-
-[[noreturn]] void failWriting(const std::string& path, const std::string& reason) {
-  throw std::runtime_error(path + ": cannot be written (" + reason + ")");
 }
 
 }  // namespace
@@ -113,30 +105,30 @@ void Font::draw(Picture& picture, int x, int y, const std::string& text, Anchor 
   }
 }
 
-void writePng(const Picture& picture, const std::string& path) {
-  // Renaming onto a device would replace it.
-  if (std::filesystem::exists(path) && !std::filesystem::is_regular_file(path)) {
-    failWriting(path, "it exists and is not a regular file");
-  }
-  const std::string unfinished = path + "." + std::to_string(getpid()) + ".part";
-  std::FILE* file = std::fopen(unfinished.c_str(), "wbx");
-  if (file == nullptr) failWriting(path, std::strerror(errno));
-
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  image.width = static_cast<png_uint_32>(picture.width());
-  image.height = static_cast<png_uint_32>(picture.height());
+Picture readPng(const std::string& path) {
+  requireFile(path);
+  struct Image : png_image {
+    Image() : png_image{} { version = PNG_IMAGE_VERSION; }
+    ~Image() { png_image_free(this); }
+  } image;
+  const auto fail = [&]() {
+    throw std::runtime_error(path + ": not a readable PNG picture (" + image.message + ")");
+  };
+  if (png_image_begin_read_from_file(&image, path.c_str()) == 0) fail();
   image.format = PNG_FORMAT_RGB;
-  std::string reason;
-  if (png_image_write_to_stdio(&image, file, 0, picture.data(), 0, nullptr) == 0) {
-    reason = image.message;
-  }
-  if (std::fclose(file) != 0 && reason.empty()) reason = std::strerror(errno);
-  if (reason.empty() && std::rename(unfinished.c_str(), path.c_str()) != 0) {
-    reason = std::strerror(errno);
-  }
-  if (!reason.empty()) {
-    std::remove(unfinished.c_str());
-    failWriting(path, reason);
-  }
+  Picture picture(static_cast<int>(image.width), static_cast<int>(image.height), {0, 0, 0});
+  if (png_image_finish_read(&image, nullptr, picture.data(), 0, nullptr) == 0) fail();
+  return picture;
+}
+
+void writePng(const Picture& picture, const std::string& path) {
+  replaceFile(path, [&](std::FILE* file) -> std::string {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(picture.width());
+    image.height = static_cast<png_uint_32>(picture.height());
+    image.format = PNG_FORMAT_RGB;
+    const int done = png_image_write_to_stdio(&image, file, 0, picture.data(), 0, nullptr);
+    return done != 0 ? "" : image.message;
+  });
 }

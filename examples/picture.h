@@ -1,5 +1,5 @@
 // A picture of 24-bit pixels, text in it, and its PNG file. Text is drawn by FreeType, the file
-// written by libpng. Failures are thrown as std::runtime_error of one line.
+// read and written by libpng. Failures are thrown as std::runtime_error of one line.
 #pragma once
 
 #include <ft2build.h>
@@ -14,6 +14,10 @@ struct Color {
   std::uint8_t red, green, blue;
 };
 
+struct Area {
+  int left, top, width, height;
+};
+
 class Picture {
  public:
   Picture(int width, int height, Color background);
@@ -21,6 +25,7 @@ class Picture {
   int width() const { return width_; }
   int height() const { return height_; }
   Color at(int x, int y) const { return pixels_[index(x, y)]; }
+  Color* data() { return pixels_.data(); }
   const Color* data() const { return pixels_.data(); }
 
   // Pixels outside the picture are left out.
@@ -63,6 +68,8 @@ class Font {
   std::unique_ptr<FT_FaceRec_, Close> face_;
 };
 
-// The file at `path` is either what it was or the whole new picture: it is written under another
-// name in the same directory and renamed at the end.
+// Whatever kind of PNG it is, as 8 bits of red, green and blue, what is transparent over black.
+Picture readPng(const std::string& path);
+
+// The file at `path` is either what it was or the whole new picture.
 void writePng(const Picture& picture, const std::string& path);

@@ -1,10 +1,12 @@
-// Recording: libsndfile knows the formats; here are the mixing and the refusals.
+// Recording, readAll, writeSound: libsndfile knows the formats; here are the mixing and the
+// refusals.
 #include "recording.h"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <stdexcept>
+
+#include "program.h"
 
 namespace {
 
@@ -21,13 +23,7 @@ std::string withoutLineEnds(std::string text) {
 }  // namespace
 
 Recording::Recording(const std::string& path) : path_(path) {
-  const auto kind = std::filesystem::status(path).type();
-  if (kind == std::filesystem::file_type::not_found) {
-    throw std::runtime_error(path + ": no such file");
-  }
-  if (kind != std::filesystem::file_type::regular) {
-    throw std::runtime_error(path + ": not a regular file");
-  }
+  requireFile(path);
   SF_INFO info{};
   file_.reset(sf_open(path.c_str(), SFM_READ, &info));
   if (!file_) {
@@ -60,4 +56,30 @@ std::size_t Recording::read(std::span<float> samples) {
                              std::to_string(length_) + " samples");
   }
   return static_cast<std::size_t>(got);
+}
+
+std::vector<float> readAll(Recording& recording, std::int64_t least) {
+  if (recording.length() < least) {
+    throw std::runtime_error(recording.path() + ": " + std::to_string(recording.length()) +
+                             " samples, and at least " + std::to_string(least) + " are needed");
+  }
+  std::vector<float> samples(recording.length());
+  samples.resize(recording.read(samples));
+  return samples;
+}
+
+void writeSound(const std::string& path, int rate, int channels, std::span<const float> samples) {
+  replaceFile(path, [&](std::FILE* file) -> std::string {
+    SF_INFO info{};
+    info.samplerate = rate;
+    info.channels = channels;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
+    SNDFILE* sound = sf_open_fd(fileno(file), SFM_WRITE, &info, SF_FALSE);
+    if (sound == nullptr) return withoutLineEnds(sf_strerror(nullptr));
+    const auto frames = static_cast<sf_count_t>(samples.size()) / channels;
+    const sf_count_t written = sf_writef_float(sound, samples.data(), frames);
+    std::string reason = written == frames ? "" : withoutLineEnds(sf_strerror(sound));
+    if (sf_close(sound) != 0 && reason.empty()) reason = "closing the file failed";
+    return reason;
+  });
 }

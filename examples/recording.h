@@ -1,4 +1,4 @@
-// A sound file read from front to back as one channel, by libsndfile.
+// A sound file read from front to back as one channel, and sound written, by libsndfile.
 // Whatever is wrong with the file is thrown as a std::runtime_error of one line.
 #pragma once
 
@@ -15,6 +15,7 @@ class Recording {
  public:
   explicit Recording(const std::string& path);
 
+  const std::string& path() const { return path_; }
   int rate() const { return rate_; }               // samples per second
   std::int64_t length() const { return length_; }  // samples of one channel
 
@@ -35,3 +36,10 @@ class Recording {
   std::int64_t position_ = 0;
   std::vector<float> interleaved_;
 };
+
+// All samples of a recording that has at least `least`.
+std::vector<float> readAll(Recording& recording, std::int64_t least);
+
+// Writes a WAV file of 32-bit floats, one channel behind the other in each sample. The file at
+// `path` is either what it was or whole.
+void writeSound(const std::string& path, int rate, int channels, std::span<const float> samples);

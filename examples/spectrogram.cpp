@@ -1,8 +1,8 @@
 // spectrogram INPUT.wav OUTPUT.png
 //
 // Draws how the spectrum of a recording changes with time. Windows of 64 samples, one every 16, go
-// through the 64-point kernel; a column of the picture shows the mean power of the windows whose
-// centres fall into it. Memory does not grow with the length of the recording.
+// through the real 64-point kernel; a column of the picture shows the mean power of the windows
+// whose centres fall into it. Memory does not grow with the length of the recording.
 #include <zvxg.h>
 
 #include <algorithm>
@@ -11,7 +11,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <exception>
 #include <filesystem>
 #include <numbers>
 #include <stdexcept>
@@ -19,6 +18,7 @@
 #include <vector>
 
 #include "chart.h"
+#include "program.h"
 #include "recording.h"
 
 namespace {
@@ -30,7 +30,8 @@ constexpr int kBlock = 128;             // windows transformed in one go
 constexpr int kCompared = 64;           // windows compared with the definition, about
 constexpr double kFloorDb = -70;
 
-using Frame = std::array<Complex32, kWindow>;
+using Frame = std::array<float, kWindow>;
+using Spectrum = std::array<float, 2 * kBins>;  // CCS: real and imaginary parts of all bins
 using Powers = std::array<double, kBins>;
 
 struct Column {
@@ -51,7 +52,7 @@ struct Analysis {
 
 // The largest difference between `result` and the transform of `source` by its definition, relative
 // to the latter's largest bin.
-double deviationOf(const Frame& source, const Frame& result) {
+double deviationOf(const Frame& source, const Spectrum& result) {
   static const auto turn = [] {
     std::array<std::array<long double, 2>, kWindow> table;
     for (int j = 0; j < kWindow; ++j) {
@@ -61,15 +62,15 @@ double deviationOf(const Frame& source, const Frame& result) {
     return table;
   }();
   long double largest = 0, difference = 0;
-  for (int k = 0; k < kWindow; ++k) {
+  for (int k = 0; k < kBins; ++k) {
     long double re = 0, im = 0;
     for (int n = 0; n < kWindow; ++n) {
       const auto [cosine, sine] = turn[k * n % kWindow];
-      re += source[n].re * cosine + source[n].im * sine;
-      im += source[n].im * cosine - source[n].re * sine;
+      re += source[n] * cosine;
+      im -= source[n] * sine;
     }
     largest = std::max(largest, std::hypot(re, im));
-    difference = std::max(difference, std::hypot(result[k].re - re, result[k].im - im));
+    difference = std::max(difference, std::hypot(result[2 * k] - re, result[2 * k + 1] - im));
   }
   return largest > 0 ? static_cast<double>(difference / largest) : 0;
 }
@@ -85,25 +86,24 @@ Analysis analyse(Recording& recording) {
 
   Analysis analysis;
   std::vector<float> samples(kWindow + (kBlock - 1) * kHop);
-  std::vector<Frame> sources(kBlock), results(kBlock);
+  std::vector<Frame> sources(kBlock);
+  std::vector<Spectrum> results(kBlock);
   std::size_t kept = 0;  // samples of the last block that the next windows share
   for (;;) {
     const std::size_t filled = kept + recording.read(std::span(samples).subspan(kept));
     if (filled < kWindow) break;
     const int count = static_cast<int>((filled - kWindow) / kHop + 1);
     for (int i = 0; i < count; ++i) {
-      for (int n = 0; n < kWindow; ++n) sources[i][n] = {samples[i * kHop + n] * hann[n], 0};
+      for (int n = 0; n < kWindow; ++n) sources[i][n] = samples[i * kHop + n] * hann[n];
     }
 
     int32_t status = zvxOk;
     const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < count && status == zvxOk; ++i) {
-      status = zvxgDFTFwd_CToC_64_32fc(sources[i].data(), results[i].data(), zvxNoDiv);
+      status = zvxgDFTFwd_RToCCS_64_32f(sources[i].data(), results[i].data(), zvxNoDiv);
     }
     const auto end = std::chrono::steady_clock::now();
-    if (status != zvxOk) {
-      throw std::runtime_error("the transform returned status " + std::to_string(status));
-    }
+    require(status);
     analysis.transformSeconds += std::chrono::duration<double>(end - start).count();
 
     for (int i = 0; i < count; ++i) {
@@ -111,7 +111,7 @@ Analysis analyse(Recording& recording) {
       Column& column = analysis.columns[centre * kPlot.width / recording.length()];
       ++column.frames;
       for (int k = 0; k < kBins; ++k) {
-        const double re = results[i][k].re, im = results[i][k].im;
+        const double re = results[i][2 * k], im = results[i][2 * k + 1];
         const bool mirrored = k != 0 && k != kBins - 1;
         const double power = (mirrored ? 2 : 1) * (re * re + im * im);
         column.power[k] += power;
@@ -156,16 +156,14 @@ std::vector<std::vector<double>> levels(const Analysis& analysis) {
   return result;
 }
 
-void run(const std::string& input, const std::string& output) {
+void run(Arguments arguments) {
+  const std::string input = arguments[0], output = arguments[1];
   Recording recording(input);
   if (recording.length() < kWindow) {
     throw std::runtime_error(input + ": " + std::to_string(recording.length()) +
                              " samples are less than one window of " + std::to_string(kWindow));
   }
-  std::error_code ignored;
-  if (std::filesystem::equivalent(input, output, ignored)) {
-    throw std::runtime_error(output + ": is the recording itself");
-  }
+  requireOther(input, output);
   const Analysis analysis = analyse(recording);
 
   const double rate = recording.rate();
@@ -198,15 +196,5 @@ void run(const std::string& input, const std::string& output) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::fprintf(stderr, "spectrogram: two arguments are needed: INPUT.wav OUTPUT.png\n");
-    return 2;
-  }
-  try {
-    run(argv[1], argv[2]);
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "spectrogram: %s\n", error.what());
-    return 1;
-  }
-  return 0;
+  return runProgram({"spectrogram", "INPUT.wav OUTPUT.png", 2, 2, run}, argc, argv);
 }

@@ -1,16 +1,11 @@
 // Runs the program spectrogram on recordings made here: tones whose place in the picture is known,
 // and input that it has to refuse.
 #include <gtest/gtest.h>
-#include <png.h>
-#include <sndfile.h>
-#include <sys/wait.h>
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <numbers>
 #include <ostream>
@@ -19,66 +14,11 @@
 #include <vector>
 
 #include "chart.h"
+#include "example_test.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
-struct Outcome {
-  int status;
-  std::string out, err;
-};
-
-std::string contents(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::set<std::string> namesIn(const fs::path& directory) {
-  std::set<std::string> names;
-  for (const auto& entry : fs::directory_iterator(directory)) names.insert(entry.path().filename());
-  return names;
-}
-
-void writeSound(const std::string& path, int rate, int channels, int format,
-                const std::vector<float>& interleaved) {
-  SF_INFO info{};
-  info.samplerate = rate;
-  info.channels = channels;
-  info.format = format;
-  SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
-  ASSERT_NE(file, nullptr) << sf_strerror(nullptr);
-  const auto frames = static_cast<sf_count_t>(interleaved.size()) / channels;
-  ASSERT_EQ(sf_writef_float(file, interleaved.data(), frames), frames);
-  sf_close(file);
-}
-
-// Every test runs in an empty directory of its own.
-class Spectrogram : public testing::Test {
- protected:
-  void SetUp() override {
-    std::string name = fs::temp_directory_path() / "spectrogram_test.XXXXXX";
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    home_ = name;
-    fs::current_path(home_);
-  }
-
-  void TearDown() override {
-    fs::current_path("/");
-    fs::remove_all(home_);
-    fs::remove_all(home_.string() + ".out");
-    fs::remove_all(home_.string() + ".err");
-  }
-
-  Outcome run(const std::string& arguments, const std::string& before = "") {
-    const std::string out = home_.string() + ".out", err = home_.string() + ".err";
-    const int status = std::system(
-        (before + "exec '" + SPECTROGRAM "' " + arguments + " >" + out + " 2>" + err).c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(out), contents(err)};
-  }
-
-  fs::path home_;
-};
+class Spectrogram : public ExampleTest {};
 
 struct Tones {
   const char* name;
@@ -108,21 +48,6 @@ double brightestRow(const Picture& picture, int x) {
   return (first + last) / 2.0;
 }
 
-Picture readPng(const std::string& path) {
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  EXPECT_NE(png_image_begin_read_from_file(&image, path.c_str()), 0) << image.message;
-  image.format = PNG_FORMAT_RGB;
-  const int width = static_cast<int>(image.width);
-  std::vector<Color> pixels(static_cast<std::size_t>(image.width) * image.height);
-  EXPECT_NE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr), 0) << image.message;
-  Picture picture(width, static_cast<int>(image.height), {0, 0, 0});
-  for (std::size_t i = 0; i < pixels.size(); ++i) {
-    picture.set(static_cast<int>(i) % width, static_cast<int>(i) / width, pixels[i]);
-  }
-  return picture;
-}
-
 TEST_P(SpectrogramOf, twoTonesStandWhereTheyBelong) {
   const Tones& tones = GetParam();
   std::vector<float> samples;
@@ -136,9 +61,9 @@ TEST_P(SpectrogramOf, twoTonesStandWhereTheyBelong) {
     samples.insert(samples.end(), tones.channels - 1, 0.0f);
     samples.push_back(value);
   }
-  writeSound("in.wav", tones.rate, tones.channels, tones.format, samples);
+  writeSoundAs(tones.format, "in.wav", tones.rate, tones.channels, samples);
 
-  const Outcome outcome = run("in.wav out.png");
+  const Outcome outcome = run("spectrogram", "in.wav out.png");
   ASSERT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(namesIn("."), (std::set<std::string>{"in.wav", "out.png"}));
@@ -187,8 +112,8 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& test) { return test.param.name; });
 
 TEST_F(Spectrogram, oneWindowAndSilenceHaveAPicture) {
-  writeSound("in.wav", 8000, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16, std::vector<float>(64, 0.0f));
-  const Outcome outcome = run("in.wav out.png");
+  writeSound("in.wav", 8000, 1, std::vector<float>(64, 0.0f));
+  const Outcome outcome = run("spectrogram", "in.wav out.png");
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.out.find("1 windows, "), 0u) << outcome.out;
   EXPECT_NE(outcome.out.find(", silence\n"), std::string::npos) << outcome.out;
@@ -196,32 +121,28 @@ TEST_F(Spectrogram, oneWindowAndSilenceHaveAPicture) {
 }
 
 TEST_F(Spectrogram, badInputIsOneLineAndLeavesNoFile) {
-  const int pcm = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-  const std::vector<float> noise(640, 0.25f);
   const auto floats = [](float odd) {
     std::vector<float> samples(640, 0.25f);
     samples[500] = odd;
     return samples;
   };
-  writeSound("good.wav", 8000, 1, pcm, noise);
-  writeSound("short.wav", 8000, 1, pcm, std::vector<float>(63, 0.25f));
-  writeSound("none.wav", 8000, 1, pcm, {});
-  const int floating = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
-  writeSound("nan.wav", 8000, 1, floating, floats(std::numeric_limits<float>::quiet_NaN()));
-  writeSound("inf.wav", 8000, 1, floating, floats(-std::numeric_limits<float>::infinity()));
-  writeSound("loud.wav", 8000, 1, floating, floats(3e38f));
+  writeSound("good.wav", 8000, 1, std::vector<float>(640, 0.25f));
+  writeSound("short.wav", 8000, 1, std::vector<float>(63, 0.25f));
+  writeSound("none.wav", 8000, 1, {});
+  writeSound("nan.wav", 8000, 1, floats(std::numeric_limits<float>::quiet_NaN()));
+  writeSound("inf.wav", 8000, 1, floats(-std::numeric_limits<float>::infinity()));
+  writeSound("loud.wav", 8000, 1, floats(3e38f));
   std::ofstream("empty.wav");
   std::ofstream("text.wav") << "This is no sound, whatever its name says.\n";
-  fs::create_directory("directory");
+  std::filesystem::create_directory("directory");
   const std::string good = contents("good.wav");
-  const auto names = namesIn(".");
 
   const struct {
     const char *arguments, *complaint;
   } kCases[] = {
-      {"", "two arguments"},
-      {"good.wav", "two arguments"},
-      {"good.wav out.png more", "two arguments"},
+      {"", "usage: spectrogram INPUT.wav OUTPUT.png"},
+      {"good.wav", "usage: "},
+      {"good.wav out.png more", "usage: "},
       {"missing.wav out.png", "missing.wav: no such file"},
       {"directory out.png", "directory: not a regular file"},
       {"/dev/null out.png", "/dev/null: not a regular file"},
@@ -235,30 +156,18 @@ TEST_F(Spectrogram, badInputIsOneLineAndLeavesNoFile) {
       {"good.wav directory", "directory: cannot be written"},
       {"good.wav missing/out.png", "missing/out.png: cannot be written"},
       {"good.wav /dev/null", "/dev/null: cannot be written"},
-      {"good.wav ./good.wav", "./good.wav: is the recording itself"},
+      {"good.wav ./good.wav", "./good.wav: is the input itself"},
   };
   for (const auto& [arguments, complaint] : kCases) {
-    SCOPED_TRACE(arguments);
-    const Outcome outcome = run(arguments);
-    EXPECT_GT(outcome.status, 0);
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(outcome.err.find(std::string("spectrogram: ") + complaint), 0u) << outcome.err;
-    EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
-    EXPECT_EQ(namesIn("."), names);
+    expectRefusal("spectrogram", arguments, complaint);
   }
   EXPECT_EQ(contents("good.wav"), good);
-  EXPECT_TRUE(fs::is_character_file("/dev/null"));
+  EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }
 
-// A file size limit stands for the full disk.
 TEST_F(Spectrogram, failedWriteKeepsTheOldPicture) {
-  writeSound("in.wav", 8000, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16, std::vector<float>(6400, 0.25f));
-  std::ofstream("out.png") << "old";
-  const Outcome outcome = run("in.wav out.png", "trap '' XFSZ; ulimit -f 2; ");
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_EQ(outcome.err.find("spectrogram: out.png: cannot be written"), 0u) << outcome.err;
-  EXPECT_EQ(contents("out.png"), "old");
-  EXPECT_EQ(namesIn("."), (std::set<std::string>{"in.wav", "out.png"}));
+  writeSound("in.wav", 8000, 1, std::vector<float>(6400, 0.25f));
+  expectOldFileKept("spectrogram", "in.wav out.png", "out.png");
 }
 
 }  // namespace

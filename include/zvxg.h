@@ -1,24 +1,27 @@
-/* zvxg: short signal transforms of fixed length, and a DCT-IV of any power of two by plans, in
- * single and double precision, for x86-64 with AVX.
+/** @file
+ *  zvxg: short signal transforms of fixed length, and a DCT-IV of any power of two by plans, in
+ *  single and double precision, for x86-64 with AVX.
  *
- * This header is the manual of the library. It reads as C11 and as C++17, and has the types, the
- * status codes, the scale flags and, told once for all kernels, the contract of a call. The
- * prototypes of most kernels are in zvxg_kernels.h, which this header includes at its end.
+ *  This header is the manual of the library. It reads as C11 and as C++17, and has the types, the
+ *  status codes, the scale flags and, told once for all kernels, the contract of a call. The
+ *  prototypes of most kernels are in zvxg_kernels.h, which this header includes at its end.
  *
- *     Complex32 x[12], y[12];
- *     int32_t status = zvxgDFTFwd_CToC_12_32fc(x, y, zvxNoDiv);
+ *      Complex32 x[12], y[12];
+ *      int32_t status = zvxgDFTFwd_CToC_12_32fc(x, y, zvxNoDiv);
  *
- * Link with -lzvxg -lzvxcore. The second holds the default zvxMalloc and zvxFree, which libzvxg.so
- * loads; a program that defines these two itself has its own called instead, and can do without the
- * second where it links the archive libzvxg.a.
+ *  Link with -lzvxg -lzvxcore. The second holds the default zvxMalloc and zvxFree, which libzvxg.so
+ *  loads; a program that defines these two itself has its own called instead, and can do without
+ * the second where it links the archive libzvxg.a.
  */
 #ifndef ZVXG_H
 #define ZVXG_H
 
 #include <stdint.h>
 
+/** Marks what the library exports. */
 #define ZVXG_API __attribute__((visibility("default")))
 
+/** `noexcept` in C++. */
 #ifdef __cplusplus
 #define ZVXG_NOEXCEPT noexcept
 #else
@@ -34,14 +37,14 @@ extern "C" {
 /** One complex element, real part first; the layout of `float _Complex` and `std::complex<float>`.
  *  An array of N elements is contiguous: real and imaginary parts alternate, without gaps. */
 typedef struct Complex32 {
-  float re;
-  float im;
+  float re; /**< real part */
+  float im; /**< imaginary part */
 } Complex32;
 
 /** The same in double precision. */
 typedef struct Complex64 {
-  double re;
-  double im;
+  double re; /**< real part */
+  double im; /**< imaginary part */
 } Complex64;
 
 /** What every function but zvxgenGetLibVersion() returns, as an int32_t. */
@@ -66,15 +69,17 @@ enum ZvxStatus {
  *  transform; zvxNoDiv in both leaves the data multiplied by N. N counts complex or real elements,
  *  whichever the transform takes. An undirected transform is its own inverse up to the factor. */
 enum ZvxScaleFlag {
-  zvxDivFwdByN = 1,
-  zvxDivInvByN = 2,
-  zvxDivBySqrtN = 4,
-  zvxNoDiv = 8
+  zvxDivFwdByN = 1,  /**< forward by 1/N */
+  zvxDivInvByN = 2,  /**< inverse by 1/N */
+  zvxDivBySqrtN = 4, /**< each by 1/sqrt(N) */
+  zvxNoDiv = 8       /**< neither */
 };
 
 /* ---- The contract of a kernel call ----------------------------------------------------------- */
 
-/** @page frame  Every transform of a fixed length N is one function of the form
+/** @page frame The call of a kernel
+ *
+ *  Every transform of a fixed length N is one function of the form
  *
  *      int32_t zvxg<transform>_<N>_<element>(const T* src, T* dst, int32_t flag);
  *
@@ -91,7 +96,7 @@ enum ZvxScaleFlag {
  *  supported. Nothing is kept between calls or needs to be set up before the first one. Nothing is
  *  allocated, but for a Walsh-Hadamard transform that needs a buffer and is given none.
  *
- *  Alignment. None is demanded beyond that of the float or double inside an element. Arrays that
+ *  Alignment. None is demanded, not even that of the float or double inside an element. Arrays that
  *  both start on a 32-byte boundary are served fastest, many kernels need only 16 bytes for that.
  *
  *  Arithmetic. Products and sums are rounded one by one, never fused. The result is multiplied by
@@ -104,8 +109,10 @@ enum ZvxScaleFlag {
  *
  *  Threads. Every kernel may run at any time on any number of threads: none has state or locks. */
 
-/** @page entries  For a length known only at run time, a family has one function that takes it as
- * an argument before the flag and goes to the kernel of that length:
+/** @page entries The call by length
+ *
+ *  For a length known only at run time, a family has one function that takes it as an argument
+ *  before the flag and goes to the kernel of that length:
  *
  *      int32_t zvxg<transform>_<element>(const T* src, T* dst, int32_t len, int32_t flag);
  *
@@ -132,6 +139,7 @@ ZVXG_API const VersionRecord* zvxgenGetLibVersion(void) ZVXG_NOEXCEPT;
 
 /* ---- Memory --------------------------------------------------------------------------------- */
 
+/**@{*/
 /** The two functions through which the library gets and returns memory. It imports them, so a
  *  program may define its own; libzvxcore has default ones that align to 64 bytes.
  *
@@ -140,10 +148,13 @@ ZVXG_API const VersionRecord* zvxgenGetLibVersion(void) ZVXG_NOEXCEPT;
  *  included. Both must be thread-safe if functions that allocate run on several threads. */
 ZVXG_API void* zvxMalloc(int32_t bytes) ZVXG_NOEXCEPT;
 ZVXG_API void zvxFree(void* block) ZVXG_NOEXCEPT;
+/**@}*/
 
 /* ---- Complex DFT ---------------------------------------------------------------------------- */
 
-/** @page complex  zvxgDFTFwd_CToC_<N>_32fc, zvxgDFTInv_CToC_<N>_32fc and the same with 64fc
+/** @defgroup complex Complex DFT
+ *
+ *  `zvxgDFTFwd_CToC_<N>_32fc`, `zvxgDFTInv_CToC_<N>_32fc` and the same with 64fc.
  *
  *      forward   X[k] = s * sum over n = 0 .. N-1 of x[n] * exp(-2 pi i k n / N)
  *      inverse   X[k] = s * sum over n = 0 .. N-1 of x[n] * exp(+2 pi i k n / N)
@@ -153,8 +164,11 @@ ZVXG_API void zvxFree(void* block) ZVXG_NOEXCEPT;
  *  forward transform of x with real and imaginary parts exchanged, exchanged back.
  *
  *  Accuracy, as the L2 norm of the error over that of the result for normally distributed data: at
- *  most 1.65e-7 in single and 3.8e-16 in double precision, at every length. */
+ *  most 1.65e-7 in single and 3.8e-16 in double precision, at every length.
+ *  @{ */
 
+/** @name By length
+ *  @{ */
 /** By length: the kernel of `len` points, 2 to 64. */
 ZVXG_API int32_t zvxgDFTFwd_CToC_32fc(const Complex32* src, Complex32* dst, int32_t len,
                                       int32_t flag) ZVXG_NOEXCEPT;
@@ -164,11 +178,16 @@ ZVXG_API int32_t zvxgDFTFwd_CToC_64fc(const Complex64* src, Complex64* dst, int3
                                       int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_64fc(const Complex64* src, Complex64* dst, int32_t len,
                                       int32_t flag) ZVXG_NOEXCEPT;
+/**@}*/
+
+/** @} */
 
 /* ---- Real DFT ------------------------------------------------------------------------------- */
 
-/** @page real  zvxgDFTFwd_RToCCS_<N>_32f, zvxgDFTInv_CCSToR_<N>_32f, the same with Pack and with
- * Perm in place of CCS, and all of them with 64f
+/** @defgroup real Real DFT
+ *
+ *  `zvxgDFTFwd_RToCCS_<N>_32f`, `zvxgDFTInv_CCSToR_<N>_32f`, the same with Pack and with Perm in
+ *  place of CCS, and all of them with 64f.
  *
  *  The spectrum X[k] = R[k] + i I[k] of N real samples has X[N-k] = conj(X[k]), so that the bins
  *  k = 0 .. h, h = N/2 rounded down, hold all of it; I[0] is zero, and I[N/2] for even N.
@@ -205,8 +224,11 @@ ZVXG_API int32_t zvxgDFTInv_CToC_64fc(const Complex64* src, Complex64* dst, int3
  *  the largest finite number become infinite, whatever the flag.
  *
  *  Accuracy, as for the complex transform but as root mean square over the lengths 2 to 64: at most
- *  7.9e-8 in single and 1.8e-16 in double precision. */
+ *  7.9e-8 in single and 1.8e-16 in double precision.
+ *  @{ */
 
+/** @name By length
+ *  @{ */
 /** By length: the kernel of `len` points, 2 to 64. */
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_32f(const float* src, float* dst, int32_t len,
                                        int32_t flag) ZVXG_NOEXCEPT;
@@ -232,10 +254,15 @@ ZVXG_API int32_t zvxgDFTInv_PackToR_64f(const double* src, double* dst, int32_t 
                                         int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_64f(const double* src, double* dst, int32_t len,
                                         int32_t flag) ZVXG_NOEXCEPT;
+/**@}*/
+
+/** @} */
 
 /* ---- Hartley transform ---------------------------------------------------------------------- */
 
-/** @page hartley  zvxgHartley_<N>_32f and zvxgHartley_<N>_64f
+/** @defgroup hartley Hartley transform
+ *
+ *  `zvxgHartley_<N>_32f` and `zvxgHartley_<N>_64f`.
  *
  *      H[k] = s * sum over n = 0 .. N-1 of x[n] * (cos(2 pi k n / N) + sin(2 pi k n / N))
  *
@@ -245,17 +272,25 @@ ZVXG_API int32_t zvxgDFTInv_PermToR_64f(const double* src, double* dst, int32_t 
  *  one with either of the first two; two with zvxDivFwdByN divide them by N.
  *
  *  Precision and accuracy are those of the real DFT; the factor of the flag is always a product of
- *  its own, the last one. */
+ *  its own, the last one.
+ *  @{ */
 
+/** @name By length
+ *  @{ */
 /** By length: the kernel of `len` points, 2 to 64. */
 ZVXG_API int32_t zvxgHartley_32f(const float* src, float* dst, int32_t len,
                                  int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_64f(const double* src, double* dst, int32_t len,
                                  int32_t flag) ZVXG_NOEXCEPT;
+/**@}*/
+
+/** @} */
 
 /* ---- Walsh-Hadamard ------------------------------------------------------------------------- */
 
-/** @page wht  zvxgWHT_<order>_32f and zvxgWHT_<order>_64f, orders 1 to 13, N = 2 to the order
+/** @defgroup wht Walsh-Hadamard transform
+ *
+ *  `zvxgWHT_<order>_32f` and `zvxgWHT_<order>_64f`, orders 1 to 13, N = 2 to the order.
  *
  *      y[k] = s * sum over i = 0 .. N-1 of (-1)^popcount(i & k) * x[i]
  *
@@ -282,8 +317,12 @@ ZVXG_API int32_t zvxgHartley_64f(const double* src, double* dst, int32_t len,
  *  cache line of the same offset into a page of 4096 bytes.
  *
  *  Threads. Calls may run at once if each has a buffer of its own, or null. All else is as for
- *  every kernel: checks, alignment of source and destination, in place. */
+ *  every kernel: checks, alignment of source and destination, in place.
+ *  @{ */
 
+/** @name Kernels of zvxgWHT_32f() and zvxgWHT_64f()
+ *  @{ */
+/** The transform of the order in the name. */
 ZVXG_API int32_t zvxgWHT_1_32f(const float* src, float* dst, int32_t flag,
                                uint8_t* buffer) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgWHT_2_32f(const float* src, float* dst, int32_t flag,
@@ -337,14 +376,18 @@ ZVXG_API int32_t zvxgWHT_12_64f(const double* src, double* dst, int32_t flag,
                                 uint8_t* buffer) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgWHT_13_64f(const double* src, double* dst, int32_t flag,
                                 uint8_t* buffer) ZVXG_NOEXCEPT;
+/**@}*/
 
+/**@{*/
 /** By order: the kernel of `order`, 1 to 13. Any other order gives zvxErrLength, before all else.
  */
 ZVXG_API int32_t zvxgWHT_32f(const float* src, float* dst, int32_t order, int32_t flag,
                              uint8_t* buffer) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgWHT_64f(const double* src, double* dst, int32_t order, int32_t flag,
                              uint8_t* buffer) ZVXG_NOEXCEPT;
+/**@}*/
 
+/**@{*/
 /** Stores the bytes of the buffer of `order` in `*size`, which is not tested for null. An order
  *  outside 1 to 13 gives zvxErrLength and stores nothing.
  *
@@ -353,10 +396,15 @@ ZVXG_API int32_t zvxgWHT_64f(const double* src, double* dst, int32_t order, int3
  *       double          0    2048    4096    8192   18432   34816   73728 */
 ZVXG_API int32_t zvxgWHTGetBufferSize_32f(int32_t order, uint32_t* size) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgWHTGetBufferSize_64f(int32_t order, uint32_t* size) ZVXG_NOEXCEPT;
+/**@}*/
+
+/** @} */
 
 /* ---- DCT-IV --------------------------------------------------------------------------------- */
 
-/** @page dct4  The type-IV discrete cosine transform of powers of two, by plans
+/** @defgroup dct4 DCT-IV
+ *
+ *  The type-IV discrete cosine transform of powers of two, by plans.
  *
  *      X[k] = sum over n = 0 .. N-1 of x[n] * cos(pi/N * (n + 1/2) * (k + 1/2)),   k = 0 .. N-1
  *
@@ -408,36 +456,50 @@ ZVXG_API int32_t zvxgWHTGetBufferSize_64f(int32_t order, uint32_t* size) ZVXG_NO
  *
  *  Accuracy, as the L2 norm of the error over that of the result for normally distributed data: at
  *  most 1.8e-7 in single and 3.5e-16 in double precision up to N = 65536; above it grows like the
- *  square root of log N. */
+ *  square root of log N.
+ *  @{ */
 
 /** A plan. Its layout is the library's business. */
 typedef struct Dct4Spec Dct4Spec;
 
+/** @name The size of a plan
+ *  @{ */
 /** Stores the bytes of block that a plan of this length needs, or returns zvxErrLength and stores
  *  nothing. `size` must not be null. */
 ZVXG_API int32_t zvxgDCT4GetSize_32f(int32_t length, uint32_t* size) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDCT4GetSize_64f(int32_t length, uint32_t* size) ZVXG_NOEXCEPT;
+/**@}*/
 
+/**@{*/
 /** Makes a plan in a block of the size that zvxgDCT4GetSize_32f() reports, and stores its address.
  *  zvxErrNullPointer if an argument is null; zvxErrLength for a length that has no plan, after
  *  which the block holds anything. A failed call does not write `*spec`. The block is trusted to be
  *  large enough. Ask for the size first: only that refuses lengths that are too large. */
 ZVXG_API int32_t zvxgDCT4Init_32f(Dct4Spec** spec, int32_t length, void* block) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDCT4Init_64f(Dct4Spec** spec, int32_t length, void* block) ZVXG_NOEXCEPT;
+/**@}*/
 
+/**@{*/
 /** The same in a block from zvxMalloc(). zvxErrNullPointer also if there is no memory. */
 ZVXG_API int32_t zvxgDCT4InitAlloc_32f(Dct4Spec** spec, int32_t length) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDCT4InitAlloc_64f(Dct4Spec** spec, int32_t length) ZVXG_NOEXCEPT;
+/**@}*/
 
+/**@{*/
 /** Passes the block of a plan to zvxFree(), after which the plan is gone. zvxErrNullPointer for
  *  null. */
 ZVXG_API int32_t zvxgDCT4Free_32f(Dct4Spec* spec) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDCT4Free_64f(Dct4Spec* spec) ZVXG_NOEXCEPT;
+/**@}*/
 
+/**@{*/
 /** Transforms `src` into `dst`, each of as many elements as the plan has. zvxErrNullPointer if an
  *  argument is null; zvxErrPlanState if the plan was not completed; `dst` is then as it was. */
 ZVXG_API int32_t zvxgDCT4_32f(const float* src, float* dst, const Dct4Spec* spec) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDCT4_64f(const double* src, double* dst, const Dct4Spec* spec) ZVXG_NOEXCEPT;
+/**@}*/
+
+/** @} */
 
 #include "zvxg_kernels.h"
 

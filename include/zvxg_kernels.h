@@ -1,5 +1,6 @@
-/* The prototypes of the kernels, written by `kernelgen header`: see zvxg.h, which includes
- * this file, for what they compute. */
+/** @file
+ *  The prototypes of the kernels, written by `kernelgen header`: see zvxg.h, which includes
+ *  this file, for what they compute. */
 #ifndef ZVXG_KERNELS_H
 #define ZVXG_KERNELS_H
 
@@ -7,6 +8,11 @@
 #error "include zvxg.h"
 #endif
 
+/** @addtogroup complex
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_CToC_32fc()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_CToC_2_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_3_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_4_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -70,7 +76,14 @@ ZVXG_API int32_t zvxgDFTFwd_CToC_61_32fc(const Complex32* src, Complex32* dst, i
 ZVXG_API int32_t zvxgDFTFwd_CToC_62_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_63_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_64_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup complex
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_CToC_32fc()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_CToC_2_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_3_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_4_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -134,7 +147,14 @@ ZVXG_API int32_t zvxgDFTInv_CToC_61_32fc(const Complex32* src, Complex32* dst, i
 ZVXG_API int32_t zvxgDFTInv_CToC_62_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_63_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_64_32fc(const Complex32* src, Complex32* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup complex
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_CToC_64fc()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_CToC_2_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_3_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_4_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -198,7 +218,14 @@ ZVXG_API int32_t zvxgDFTFwd_CToC_61_64fc(const Complex64* src, Complex64* dst, i
 ZVXG_API int32_t zvxgDFTFwd_CToC_62_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_63_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_CToC_64_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup complex
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_CToC_64fc()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_CToC_2_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_3_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_4_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -262,7 +289,14 @@ ZVXG_API int32_t zvxgDFTInv_CToC_61_64fc(const Complex64* src, Complex64* dst, i
 ZVXG_API int32_t zvxgDFTInv_CToC_62_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_63_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CToC_64_64fc(const Complex64* src, Complex64* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_RToCCS_32f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_2_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_3_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_4_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -326,7 +360,14 @@ ZVXG_API int32_t zvxgDFTFwd_RToCCS_61_32f(const float* src, float* dst, int32_t 
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_62_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_63_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_64_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_RToPack_32f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_RToPack_2_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_3_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_4_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -390,7 +431,14 @@ ZVXG_API int32_t zvxgDFTFwd_RToPack_61_32f(const float* src, float* dst, int32_t
 ZVXG_API int32_t zvxgDFTFwd_RToPack_62_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_63_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_64_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_RToPerm_32f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_2_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_3_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_4_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -454,7 +502,14 @@ ZVXG_API int32_t zvxgDFTFwd_RToPerm_61_32f(const float* src, float* dst, int32_t
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_62_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_63_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_64_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_CCSToR_32f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_CCSToR_2_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_3_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_4_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -518,7 +573,14 @@ ZVXG_API int32_t zvxgDFTInv_CCSToR_61_32f(const float* src, float* dst, int32_t 
 ZVXG_API int32_t zvxgDFTInv_CCSToR_62_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_63_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_64_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_PackToR_32f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_PackToR_2_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_3_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_4_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -582,7 +644,14 @@ ZVXG_API int32_t zvxgDFTInv_PackToR_61_32f(const float* src, float* dst, int32_t
 ZVXG_API int32_t zvxgDFTInv_PackToR_62_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_63_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_64_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_PermToR_32f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_PermToR_2_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_3_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_4_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -646,7 +715,14 @@ ZVXG_API int32_t zvxgDFTInv_PermToR_61_32f(const float* src, float* dst, int32_t
 ZVXG_API int32_t zvxgDFTInv_PermToR_62_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_63_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_64_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_RToCCS_64f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_2_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_3_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_4_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -710,7 +786,14 @@ ZVXG_API int32_t zvxgDFTFwd_RToCCS_61_64f(const double* src, double* dst, int32_
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_62_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_63_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToCCS_64_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_RToPack_64f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_RToPack_2_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_3_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_4_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -774,7 +857,14 @@ ZVXG_API int32_t zvxgDFTFwd_RToPack_61_64f(const double* src, double* dst, int32
 ZVXG_API int32_t zvxgDFTFwd_RToPack_62_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_63_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPack_64_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTFwd_RToPerm_64f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_2_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_3_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_4_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -838,7 +928,14 @@ ZVXG_API int32_t zvxgDFTFwd_RToPerm_61_64f(const double* src, double* dst, int32
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_62_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_63_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTFwd_RToPerm_64_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_CCSToR_64f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_CCSToR_2_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_3_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_4_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -902,7 +999,14 @@ ZVXG_API int32_t zvxgDFTInv_CCSToR_61_64f(const double* src, double* dst, int32_
 ZVXG_API int32_t zvxgDFTInv_CCSToR_62_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_63_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_CCSToR_64_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_PackToR_64f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_PackToR_2_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_3_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_4_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -966,7 +1070,14 @@ ZVXG_API int32_t zvxgDFTInv_PackToR_61_64f(const double* src, double* dst, int32
 ZVXG_API int32_t zvxgDFTInv_PackToR_62_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_63_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PackToR_64_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup real
+ *  @{ */
+/** @name Kernels of zvxgDFTInv_PermToR_64f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgDFTInv_PermToR_2_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_3_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_4_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -1030,7 +1141,14 @@ ZVXG_API int32_t zvxgDFTInv_PermToR_61_64f(const double* src, double* dst, int32
 ZVXG_API int32_t zvxgDFTInv_PermToR_62_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_63_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgDFTInv_PermToR_64_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup hartley
+ *  @{ */
+/** @name Kernels of zvxgHartley_32f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgHartley_2_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_3_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_4_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -1094,7 +1212,14 @@ ZVXG_API int32_t zvxgHartley_61_32f(const float* src, float* dst, int32_t flag) 
 ZVXG_API int32_t zvxgHartley_62_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_63_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_64_32f(const float* src, float* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
+/** @addtogroup hartley
+ *  @{ */
+/** @name Kernels of zvxgHartley_64f()
+ *  @{ */
+/** The transform of as many points as the name says. */
 ZVXG_API int32_t zvxgHartley_2_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_3_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_4_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
@@ -1158,5 +1283,7 @@ ZVXG_API int32_t zvxgHartley_61_64f(const double* src, double* dst, int32_t flag
 ZVXG_API int32_t zvxgHartley_62_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_63_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
 ZVXG_API int32_t zvxgHartley_64_64f(const double* src, double* dst, int32_t flag) ZVXG_NOEXCEPT;
+/** @} */
+/** @} */
 
 #endif

@@ -1,5 +1,5 @@
 // Plans at work: results against the definition, bits that depend on nothing but source and length,
-// no access outside arrays and block, the lengths 2^k + 1, and records in other states.
+// the lengths 2^k + 1, and records in other states.
 
 #include <algorithm>
 #include <set>
@@ -72,29 +72,6 @@ TEST(Dct4Precisions, AgreeAt64) {
 
 // ---- Bits --------------------------------------------------------------------------------------
 
-TYPED_TEST(Dct4Run, SameBitsAtAnyAddress) {
-  using T = TypeParam;
-  for (const int32_t n : {8, 64, 128, 129, 1024, 4096}) {
-    if (this->dct4.size(n) == 0) continue;
-    SCOPED_TRACE(n);
-    const Plan<T> plan(n);
-    const std::vector<T> data = normalNumbers<T>(this->random, n);
-    const std::vector<T> expected = plan.run(data);
-    for (int offset = 0; offset < OffsetArray<T>::kStep; ++offset) {
-      OffsetArray<T> source(n, offset), destination(n, 3 * offset % OffsetArray<T>::kStep);
-      std::copy(data.begin(), data.end(), source.data());
-      ASSERT_EQ(this->dct4.run(source.data(), destination.data(), plan.spec()), zvxOk);
-      ASSERT_TRUE(sameNumbers(expected, destination.numbers()) &&
-                  destination.surroundingsUntouched() && sameNumbers(data, source.numbers()))
-          << "offset " << offset;
-      if (n % 2 != 0) continue;  // would keep elements of the source
-      ASSERT_EQ(this->dct4.run(source.data(), source.data(), plan.spec()), zvxOk);
-      ASSERT_TRUE(sameNumbers(expected, source.numbers()) && source.surroundingsUntouched())
-          << "in place, offset " << offset;
-    }
-  }
-}
-
 // Large plans write past the caches, if the addresses allow it.
 TYPED_TEST(Dct4Run, SameBitsOfLargePlans) {
   using T = TypeParam;
@@ -124,32 +101,6 @@ TYPED_TEST(Dct4Run, SameBitsFromEveryBuild) {
   for (const int32_t n : this->allLengths(1 << 17)) {
     const std::vector<T> source = normalNumbers<T>(this->random, n);
     ASSERT_TRUE(sameNumbers(Plan<T>(n, ordinary).run(source), Plan<T>(n).run(source))) << n;
-  }
-}
-
-// ---- Memory ------------------------------------------------------------------------------------
-
-TYPED_TEST(Dct4Run, NoAccessOutsideArraysAndBlock) {
-  using T = TypeParam;
-  for (const int32_t n : this->allLengths(1 << 17)) {
-    SCOPED_TRACE(n);
-    const std::vector<T> data = normalNumbers<T>(this->random, n);
-    const std::vector<T> expected = Plan<T>(n).run(data);
-    const uint32_t size = this->dct4.size(n);
-    GuardedPages sourcePages(n * sizeof(T)), destinationPages(n * sizeof(T)), blockPages(size);
-    for (const bool atEnd : {false, true}) {
-      Dct4Spec* spec = nullptr;
-      ASSERT_EQ(this->dct4.init(&spec, n, blockPages.place<unsigned char>(size, atEnd)), zvxOk);
-      sourcePages.protect(PROT_READ | PROT_WRITE);
-      T* const source = std::copy(data.begin(), data.end(), sourcePages.place<T>(n, atEnd)) - n;
-      sourcePages.protect(PROT_READ);
-      for (const bool destinationAtEnd : {false, true}) {
-        T* const destination = destinationPages.place<T>(n, destinationAtEnd);
-        std::fill_n(destination, n, poison<T>());
-        ASSERT_TRUE(runsWithoutFault([&] { this->dct4.run(source, destination, spec); }));
-        ASSERT_TRUE(sameNumbers(expected, std::vector<T>(destination, destination + n)));
-      }
-    }
   }
 }
 

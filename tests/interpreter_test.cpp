@@ -38,20 +38,6 @@ TEST(Interpreter, FiniteData) {
   });
 }
 
-TEST(Interpreter, OneInfinityOrNaN) {
-  Random random = makeRandom();
-  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
-    const kernelgen::Kernel graph = kernelgen::makeKernel(kernel.id);
-    for (int i = 0; i < kernel.sourceSize; ++i) {
-      std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
-      source[i] = -std::numeric_limits<T>::infinity();
-      expectInterpreted(kernel, graph, source, kUnscaled);
-      source[i] = std::numeric_limits<T>::quiet_NaN();
-      expectInterpreted(kernel, graph, source, kUnscaled);
-    }
-  });
-}
-
 // NaN reaches every output that depends on the element; one that no output depends on, such as a
 // part of a bin that is always zero, is not looked at.
 TEST(Kernels, NaNReachesWhatDependsOnIt) {

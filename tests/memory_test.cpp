@@ -1,5 +1,5 @@
-// What the library asks of zvxMalloc and zvxFree. This program defines the two itself, as any
-// program may, so that the calls arrive here and not in libzvxcore.
+// A program that is linked with the library and defines zvxMalloc and zvxFree itself, as any may:
+// the calls arrive here and not in libzvxcore. All else about memory is in reliability/.
 
 #include <algorithm>
 #include <cstdlib>
@@ -11,13 +11,11 @@ namespace {
 
 std::vector<int32_t> taken;      // bytes, by call
 std::vector<void*> outstanding;  // not yet given back
-bool memoryLeft = true;
 
 }  // namespace
 
 extern "C" void* zvxMalloc(int32_t bytes) noexcept {
   taken.push_back(bytes);
-  if (!memoryLeft) return nullptr;
   outstanding.push_back(std::aligned_alloc(16, bytes));
   return outstanding.back();
 }
@@ -88,30 +86,6 @@ TEST_F(Memory, NullBufferIsTakenAndGivenBack) {
       EXPECT_EQ(destination.numbers(), expected);
     }
   });
-}
-
-TEST_F(Memory, NothingIsTakenWithABufferOrOnFailure) {
-  forEachOrder([]<class T>(int order, int bytes, T) {
-    std::vector<T> source(1 << order), destination(1 << order);
-    std::vector<uint8_t> buffer(bytes + 1);
-    T* const src = source.data();
-    T* const dst = destination.data();
-    EXPECT_EQ(wht(src, dst, order, zvxNoDiv, buffer.data()), zvxOk);
-    EXPECT_EQ(wht(src, dst, order, 3, nullptr), zvxErrScaleFlag);
-    EXPECT_EQ(wht(nullptr, dst, order, zvxNoDiv, nullptr), zvxErrNullPointer);
-    EXPECT_EQ(wht(src, nullptr, order, 3, nullptr), zvxErrNullPointer);
-  });
-  EXPECT_TRUE(taken.empty());
-}
-
-// Told in the header: the call goes on and meets the null pointer.
-TEST_F(Memory, FailureOfZvxMallocIsNotTested) {
-  std::vector<float> source(256), destination(256);
-  memoryLeft = false;
-  EXPECT_FALSE(runsWithoutFault(
-      [&] { zvxgWHT_8_32f(source.data(), destination.data(), zvxNoDiv, nullptr); }));
-  memoryLeft = true;
-  EXPECT_EQ(taken, std::vector<int32_t>{1024});
 }
 
 }  // namespace

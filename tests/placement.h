@@ -6,6 +6,7 @@
 #include <signal.h>
 #include <sys/mman.h>
 
+#include <csignal>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -47,19 +48,49 @@ class GuardedPages {
   std::byte* base_;
 };
 
+// ---- Faults ------------------------------------------------------------------------------------
+
+struct Fault {
+  int signal;           // 0: there was none
+  const void* address;  // what was touched, or the instruction
+};
+
 inline sigjmp_buf afterFault;
+inline Fault lastFault;
+inline volatile sig_atomic_t faultIsAwaited = 0;
+
+inline void awaitFaults() {
+  struct sigaction caught = {};
+  caught.sa_flags = SA_SIGINFO | SA_NODEFER;
+  caught.sa_sigaction = [](int signal, siginfo_t* info, void*) {
+    if (faultIsAwaited == 0) {  // the test's own: it happens again, and ends the program
+      std::signal(signal, SIG_DFL);
+      return;
+    }
+    lastFault = {signal, info->si_addr};
+    siglongjmp(afterFault, 1);
+  };
+  for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL}) sigaction(signal, &caught, nullptr);
+}
+
+// The fault at which `body` stopped. It must have nothing to destroy at that point.
+template <class Body>
+Fault faultOf(const Body& body) {
+  [[maybe_unused]] static const bool kAwaited = (awaitFaults(), true);
+  lastFault = {};
+  if (sigsetjmp(afterFault, 0) == 0) {
+    faultIsAwaited = 1;
+    body();
+  }
+  faultIsAwaited = 0;
+  return lastFault;
+}
 
 // Whether `body` runs without touching a protected page, and with no aligned access off its
 // boundary.
 template <class Body>
 bool runsWithoutFault(const Body& body) {
-  struct sigaction caught = {}, before;
-  caught.sa_handler = [](int) { siglongjmp(afterFault, 1); };
-  sigaction(SIGSEGV, &caught, &before);
-  const bool faulted = sigsetjmp(afterFault, 1) != 0;
-  if (!faulted) body();
-  sigaction(SIGSEGV, &before, nullptr);
-  return !faulted;
+  return faultOf(body).signal == 0;
 }
 
 // A cache line is the period of every alignment test and of every vector.

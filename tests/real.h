@@ -30,4 +30,27 @@ class Real {
   mpfr_t value_;
 };
 
+// Cosine, sine and tangent of pi numerator / denominator, rounded once.
+template <class T>
+T ofAngle(int (*function)(mpfr_ptr, mpfr_srcptr, mpfr_rnd_t), int numerator, int denominator) {
+  Real value;
+  mpfr_const_pi(value.get(), MPFR_RNDN);
+  mpfr_mul_si(value.get(), value.get(), numerator, MPFR_RNDN);
+  mpfr_div_si(value.get(), value.get(), denominator, MPFR_RNDN);
+  function(value.get(), value.get(), MPFR_RNDN);
+  return value.rounded<T>();
+}
+template <class T>
+T cosOf(int numerator, int denominator) {
+  return ofAngle<T>(mpfr_cos, numerator, denominator);
+}
+template <class T>
+T sinOf(int numerator, int denominator) {
+  return ofAngle<T>(mpfr_sin, numerator, denominator);
+}
+template <class T>
+T tanOf(int numerator, int denominator) {
+  return ofAngle<T>(mpfr_tan, numerator, denominator);
+}
+
 }  // namespace tests

@@ -29,6 +29,7 @@ run(${kernelgen} source 0 1 OUTPUT_FILE ${BUILD}/kernels.cpp)
 run(${CMAKE_COMMAND} -E compare_files ${BUILD}/ordinary_kernels.cpp ${BUILD}/kernels.cpp)
 
 find(library libzvxg.so)
+run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library} ${HASHES} check ${RECORDED})
 run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
   ${TESTS} --gtest_brief=1 --gtest_filter=Interpreter.*:ByHand.*:Frame.*:Wht.*)
 run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}

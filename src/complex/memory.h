@@ -48,6 +48,14 @@ inline __m256d broadcast(const double* x) {
   return _mm256_broadcast_sd(x);
 }
 
+// A place relative to a pointer that the compiler cannot tell from others, so that it reads or
+// writes right there and keeps no copy of its own.
+template <class T>
+[[gnu::always_inline]] inline T& at(T*& base, int place) {
+  asm("" : "+r"(base));
+  return base[place];
+}
+
 // One element in the low half, zero above.
 inline __m128 loadLow(const float* p) { return _mm_castsi128_ps(_mm_loadu_si64(p)); }
 

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "counts.h"
+#include "registers.h"
 #include "schedule.h"
 
 namespace kernelgen {
@@ -54,11 +55,46 @@ std::string call(const std::string& function, const std::vector<std::string>& ar
   return s + ")";
 }
 
+// Values of one type in memory, constants or saved ones, reached through pointers to their middle
+// whose offsets fit a byte (`at` in complex/memory.h).
+class Places {
+ public:
+  Places(std::string array, std::string pointer, int bytes)
+      : array_(std::move(array)), pointer_(std::move(pointer)), perPointer_(256 / bytes) {}
+
+  std::string operator[](int place) {
+    count_ = std::max(count_, place + 1);
+    return call("at", {pointer_ + number(place / perPointer_),
+                       number(place % perPointer_ - perPointer_ / 2)});
+  }
+
+  int count() const { return count_; }
+
+  // Of the array, so that every pointer lies in it.
+  int size() const { return (count_ + perPointer_ - 1) / perPointer_ * perPointer_; }
+
+  std::string pointers(const std::string& type) const {
+    std::string s;
+    for (int first = 0; first < count_; first += perPointer_) {
+      s += "  " + type + "* " + pointer_ + number(first / perPointer_) + " = " + array_ + " + " +
+           number(first + perPointer_ / 2) + ";\n";
+    }
+    return s;
+  }
+
+ private:
+  std::string array_, pointer_;
+  int perPointer_, count_ = 0;
+};
+
 // Source and destination are named as arrays of reals.
 class Statements {
  public:
   explicit Statements(const Kernel& kernel)
-      : g_(kernel.graph), length_(kernel.id.length), names_(g_.size()) {
+      : g_(kernel.graph),
+        length_(kernel.id.length),
+        namesPlaces_(kernel.id.isLong()),
+        names_(g_.size()) {
     const std::vector<NodeId> order = schedule(g_);
     for (NodeId id : order) {
       for (NodeId o : {g_[id].a, g_[id].b}) {
@@ -66,28 +102,63 @@ class Statements {
         if (o != kNoNode && g_[o].op == Op::Scale) declareScale(o);
       }
     }
-    int temporaries = 0;
-    for (NodeId id : order) {
-      const Node& n = g_[id];
-      if (n.op == Op::Store) {
-        if (n.lanes == 1) {
-          lines_ += "  dst[" + number(n.index[0]) + "] = " + name(n.a) + ";\n";
-        } else {
-          store(n.index, name(n.a), 0, n.index.size());
-        }
-        continue;
+    if (!namesPlaces_) {
+      for (NodeId id : order) run(id);
+      return;
+    }
+    for (const Instruction& i : allocate(g_, order)) {
+      switch (i.kind) {
+        case Instruction::Run:
+          if (i.inMemory != kNoNode) nameOf(i.inMemory) = slot(i.inMemory, i.slot);
+          run(i.node);
+          break;
+        case Instruction::Save:
+          lines_ += "  " + slot(i.node, i.slot) + " = " + name(i.node) + ";\n";
+          break;
+        case Instruction::Fetch:
+          define(i.node, i.slot == kNoSlot ? value(g_[i.node]) : slot(i.node, i.slot));
       }
-      std::string& name = names_[static_cast<std::size_t>(id)];
-      name = n.op == Op::Load ? loadName(n) : "t";
-      if (n.op != Op::Load) name += number(++temporaries);
-      lines_ += "  const " + registerOf(n).type + " " + name + " = " + value(n) + ";\n";
     }
   }
 
-  std::string text() const { return constants_ + lines_; }
+  std::string text() const {
+    std::string s;
+    for (const auto& [type, table] : tables_) {
+      s += "  static constexpr " + type + " " + table.array + "[" + number(table.places.size()) +
+           "] = {\n" + table.rows + "  };\n" + table.places.pointers("const " + type);
+    }
+    for (const auto& [type, saved] : saved_) {
+      s += "  " + type + " " + saved.array + "[" + number(saved.places.size()) + "];\n" +
+           saved.places.pointers(type);
+    }
+    return s + constants_ + lines_;
+  }
 
  private:
   const std::string& name(NodeId id) const { return names_[static_cast<std::size_t>(id)]; }
+  std::string& nameOf(NodeId id) { return names_[static_cast<std::size_t>(id)]; }
+
+  // ---- Statements
+
+  void run(NodeId id) {
+    const Node& n = g_[id];
+    if (n.op != Op::Store) {
+      define(id, value(n));
+    } else if (n.lanes == 1) {
+      lines_ += "  dst[" + number(n.index[0]) + "] = " + name(n.a) + ";\n";
+    } else {
+      store(n.index, name(n.a), 0, n.index.size());
+    }
+  }
+
+  // What was loaded once may be fetched again.
+  void define(NodeId id, const std::string& text) {
+    const Node& n = g_[id];
+    std::string label = n.op == Op::Load ? loadName(n) : "t" + number(++temporaries_);
+    if (n.op == Op::Load && !taken_.insert(label).second) label += "v" + number(++temporaries_);
+    nameOf(id) = label;
+    lines_ += "  const " + registerOf(n).type + " " + label + " = " + text + ";\n";
+  }
 
   static std::string loadName(const Node& n) {
     std::string s = "x";
@@ -95,6 +166,35 @@ class Statements {
       if (e != kNoElement) s += (s == "x" ? "" : "_") + number(e);
     }
     return s;
+  }
+
+  // ---- Values in memory
+
+  struct Array {
+    std::string array;
+    Places places;
+    std::string rows = "";
+  };
+
+  static Array& arrayOf(std::map<std::string, Array>& arrays, const Node& n, const char* label) {
+    const Register& r = registerOf(n);
+    const int bytes = n.lanes * (n.precision == Precision::Single ? 4 : 8);
+    // Scalar kernels in single precision have values of both types.
+    const std::string array = label + std::string(r.type == "float" ? "Single" : "");
+    const std::string pointer = array.substr(0, 1) + (r.type == "float" ? "s" : "");
+    return arrays.try_emplace(r.type, Array{array, Places(array, pointer, bytes)}).first->second;
+  }
+
+  std::string slot(NodeId id, int slot) { return arrayOf(saved_, g_[id], "saved").places[slot]; }
+
+  std::string tabulated(const Node& n, const std::vector<std::string>& lanes,
+                        const std::string& label) {
+    Array& table = arrayOf(tables_, n, "constants");
+    const std::string text = table.places[table.places.count()];
+    std::string row = lanes[0];
+    for (std::size_t i = 1; i < lanes.size(); ++i) row += ", " + lanes[i];
+    table.rows += "      " + (lanes.size() > 1 ? "{" + row + "}" : row) + ",  // " + label + "\n";
+    return text;
   }
 
   // ---- Constants
@@ -105,13 +205,14 @@ class Statements {
     std::string label = constantName(n);
     for (int copy = 2; !taken_.insert(label).second; ++copy)
       label = constantName(n) + "v" + number(copy);
-    names_[static_cast<std::size_t>(id)] = label;
     std::vector<std::string> lanes;
     bool same = true;
     for (const RoundedConstant& c : n.constants) {
       lanes.push_back(literal(c.value, n.precision));
       same = same && lanes.back() == lanes[0];  // as text: 0 is not -0
     }
+    nameOf(id) = namesPlaces_ ? tabulated(n, lanes, label) : label;
+    if (namesPlaces_) return;
     std::string v = lanes[0];
     if (n.lanes == 1 && n.constants[0].value == 2) v = call("hidden", {v});
     if (n.lanes > 1) {
@@ -139,7 +240,7 @@ class Statements {
   void declareScale(NodeId id) {
     if (!name(id).empty()) return;
     const Node& n = g_[id];
-    names_[static_cast<std::size_t>(id)] = "scale";
+    nameOf(id) = "scale";
     const std::string v =
         n.lanes == 1 ? "*factor" : "broadcast<" + registerOf(n).type + ">(factor)";
     constants_ += "  const " + registerOf(n).type + " scale = " + v + ";\n";
@@ -297,8 +398,11 @@ class Statements {
 
   const Graph& g_;
   const int length_;
+  const bool namesPlaces_;  // of constants and of what registers cannot hold
   std::vector<std::string> names_;
+  int temporaries_ = 0;
   std::set<std::string> taken_;
+  std::map<std::string, Array> tables_, saved_;
   std::string constants_, lines_;
 };
 
@@ -448,18 +552,27 @@ std::string emitEntries(const std::vector<KernelId>& kernels) {
 }
 
 std::string emitHeader(const std::vector<KernelId>& kernels) {
+  static const std::map<Family, std::string> kGroups = {
+      {Family::Complex, "complex"}, {Family::Real, "real"}, {Family::Hartley, "hartley"}};
   std::string s =
-      "/* The prototypes of the kernels, written by `kernelgen header`: see zvxg.h, which "
+      "/** @file\n"
+      " *  The prototypes of the kernels, written by `kernelgen header`: see zvxg.h, which "
       "includes\n"
-      " * this file, for what they compute. */\n"
+      " *  this file, for what they compute. */\n"
       "#ifndef ZVXG_KERNELS_H\n#define ZVXG_KERNELS_H\n\n"
       "#ifndef ZVXG_H\n#error \"include zvxg.h\"\n#endif\n";
-  for (std::size_t i = 0; i < kernels.size(); ++i) {
-    const bool newGroup = i == 0 || entrySymbol(kernels[i]) != entrySymbol(kernels[i - 1]);
-    s += newGroup ? "\n" : "";
-    s += "ZVXG_API " + signature(kernels[i]) + ";\n";
+  std::string open;
+  for (const KernelId& id : kernels) {
+    const std::string entry = entrySymbol(id);
+    if (entry != open) {
+      if (!open.empty()) s += "/** @} */\n/** @} */\n";
+      s += "\n/** @addtogroup " + kGroups.at(id.family) + "\n *  @{ */\n/** @name Kernels of " +
+           entry + "()\n *  @{ */\n/** The transform of as many points as the name says. */\n";
+      open = entry;
+    }
+    s += "ZVXG_API " + signature(id) + ";\n";
   }
-  return s + "\n#endif\n";
+  return s + "/** @} */\n/** @} */\n\n#endif\n";
 }
 
 }  // namespace kernelgen

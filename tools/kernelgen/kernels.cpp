@@ -93,6 +93,12 @@ int KernelId::destinationSize() const {
   return direction == Direction::Forward ? SpectrumMap(*this).size() : length;
 }
 
+// 47 is 2 * 23 + 1 and 59 is 2 * 29 + 1, with a second Rader step inside the first.
+bool KernelId::isLong() const {
+  return (length == 47 || length == 59) &&
+         (family != Family::Complex || precision == Precision::Double);
+}
+
 std::vector<KernelId> kernelList() {
   std::vector<KernelId> list;
   const auto addLengths = [&](Family family, Precision precision, Direction direction,

@@ -35,6 +35,8 @@ struct KernelId {
   // Sizes of the arrays in real numbers.
   int sourceSize() const;
   int destinationSize() const;
+  // Longer than the cache of decoded instructions, which holds some 4,000 on Zen 3.
+  bool isLong() const;
 
   bool operator==(const KernelId&) const = default;
 };

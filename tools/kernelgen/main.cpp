@@ -17,15 +17,16 @@ constexpr const char* kUsage =
     "usage: kernelgen list               the kernels, one symbol a line\n"
     "       kernelgen header             include/zvxg_kernels.h\n"
     "       kernelgen source PART PARTS  C++ text of one of PARTS shares of the kernels\n"
+    "       kernelgen long PART PARTS    the same of the long kernels, which are apart\n"
     "       kernelgen entries            C++ text of the by-length entries\n"
     "       kernelgen show SYMBOL        C++ text and operation counts of one kernel\n"
     "       kernelgen counts             operation counts of all kernels as CSV\n";
 
 // Every PARTS-th kernel, so that long and short ones are spread over the files.
-std::vector<KernelId> share(int part, int parts) {
+std::vector<KernelId> share(bool isLong, int part, int parts) {
   if (parts < 1 || part < 0 || part >= parts) throw std::invalid_argument("no such part");
-  std::vector<KernelId> mine;
-  const std::vector<KernelId> all = kernelList();
+  std::vector<KernelId> all = kernelList(), mine;
+  std::erase_if(all, [&](const KernelId& id) { return id.isLong() != isLong; });
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (static_cast<int>(i) % parts == part) mine.push_back(all[i]);
   }
@@ -38,8 +39,8 @@ int run(const std::vector<std::string>& words) {
     for (const KernelId& id : kernelList()) std::cout << id.symbol() << '\n';
   } else if (command == "header" && words.size() == 1) {
     std::cout << emitHeader(kernelList());
-  } else if (command == "source" && words.size() == 3) {
-    std::cout << emitFile(share(std::stoi(words[1]), std::stoi(words[2])));
+  } else if ((command == "source" || command == "long") && words.size() == 3) {
+    std::cout << emitFile(share(command == "long", std::stoi(words[1]), std::stoi(words[2])));
   } else if (command == "entries" && words.size() == 1) {
     std::cout << emitEntries(kernelList());
   } else if (command == "show" && words.size() == 2) {

@@ -1,0 +1,152 @@
+// Runs the program octaves on speech, against convolution in long double, and on tones whose levels
+// are known.
+#include <cmath>
+#include <fstream>
+#include <numbers>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "example_test.h"
+
+namespace {
+
+class Octaves : public ExampleTest {};
+
+constexpr long double kPi = std::numbers::pi_v<long double>;
+
+// Tap n of 2015, the middle one at 0, of the filter that passes what is between the edges in Hz, at
+// 16 kHz: the integral of cos(2 pi f n / 16000) between them under a Blackman window.
+long double tap(int n, long double from, long double to) {
+  const auto integral = [n](long double edge) {
+    return n == 0 ? edge / 8000 : std::sin(kPi * edge * n / 8000) / (kPi * n);
+  };
+  const long double x = kPi * n / 1008;
+  return (0.42L + 0.5L * std::cos(x) + 0.08L * std::cos(2 * x)) * (integral(to) - integral(from));
+}
+
+TEST_F(Octaves, bandsAreThoseOfDirectConvolution) {
+  const Outcome outcome = run("octaves", EXAMPLES_SPEECH " out.wav");
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const Sound speech = readSound(EXAMPLES_SPEECH), bands = readSound("out.wav");
+  ASSERT_EQ(speech.rate, 16000);
+  ASSERT_EQ(bands.rate, 16000);
+  ASSERT_EQ(bands.channels, 8);
+  const int length = static_cast<int>(speech.samples.size());
+  ASSERT_EQ(bands.samples.size(), speech.samples.size() * 8);
+
+  long double edges[9] = {0, 1000 / std::sqrt(128.0L)};
+  for (int i = 2; i < 8; ++i) edges[i] = 2 * edges[i - 1];
+  edges[8] = 8000;
+  for (int band = 0; band < 8; ++band) {
+    std::vector<long double> taps;
+    for (int n = -1007; n <= 1007; ++n) taps.push_back(tap(n, edges[band], edges[band + 1]));
+    long double error = 0, signal = 0;
+    for (int i = 0; i < length; i += 13) {
+      long double sum = 0;
+      for (int n = std::max(-1007, i - length + 1); n <= std::min(1007, i); ++n) {
+        sum += taps[n + 1007] * speech.samples[i - n];
+      }
+      error += std::pow(bands.samples[8 * i + band] - sum, 2);
+      signal += std::pow(static_cast<long double>(speech.samples[i]), 2);
+    }
+    // Of the input, as a band may hold next to nothing: measured 0.7 to 1.4 roundings of 2^-24.
+    EXPECT_LT(std::sqrt(error / signal), 2.5 * 0x1p-24) << "band " << band;
+    EXPECT_GT(error, 0);
+  }
+}
+
+TEST_F(Octaves, bandsAddUpToTheRecording) {
+  // A click at either end and noise: nothing may be lost, not even at the ends.
+  for (const int rate : {500, 11025, 48000}) {
+    std::vector<float> samples(rate == 500 ? 33 : 5001);
+    unsigned random = 1;
+    for (float& sample : samples) {
+      random = random * 1664525 + 1013904223;
+      sample = static_cast<float>(random >> 16) / 65536 - 0.5f;
+    }
+    writeSound("in.wav", rate, 1, samples);
+    const Outcome outcome = run("octaves", "in.wav out.wav");
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    const Sound bands = readSound("out.wav");
+    std::vector<float> sums;
+    for (std::size_t i = 0; i < bands.samples.size(); i += bands.channels) {
+      double sum = 0;
+      for (int band = 0; band < bands.channels; ++band) sum += bands.samples[i + band];
+      sums.push_back(static_cast<float>(sum));
+    }
+    EXPECT_GT(signalToNoise(samples, sums), 130) << rate;
+  }
+}
+
+// A tone of amplitude a that swells and fades, a * sin^2(pi t / T), has 3/8 of the power.
+TEST_F(Octaves, levelsOfTones) {
+  struct Tone {
+    double hertz, amplitude;  // near the edges of bands as well
+  };
+  const std::vector<Tone> tones = {{40, 0.05},  {125, 0.1},   {310, 0.01},
+                                   {1000, 0.3}, {3000, 0.02}, {7000, 0.15}};
+  std::vector<float> samples(64000);
+  for (std::size_t i = 0; i < samples.size(); ++i) {
+    const double t = static_cast<double>(i) / 16000;
+    double sum = 0;
+    for (const Tone& tone : tones) {
+      sum += tone.amplitude * std::sin(2 * std::numbers::pi * tone.hertz * t);
+    }
+    samples[i] = static_cast<float>(sum * std::pow(std::sin(std::numbers::pi * t / 4), 2));
+  }
+  writeSound("in.wav", 16000, 1, samples);
+  const Outcome outcome = run("octaves", "in.wav out.wav");
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  std::istringstream lines(outcome.out);
+  std::string line;
+  std::getline(lines, line);
+  EXPECT_EQ(line.find("8 bands of 2015 taps, "), 0u) << line;
+  const struct {
+    const char *kind, *hertz;
+    double amplitude;
+  } kBands[] = {{"below", "88", 0.05},    {"around", "125", 0.1},  {"around", "250", 0.01},
+                {"around", "500", 0},     {"around", "1000", 0.3}, {"around", "2000", 0},
+                {"around", "4000", 0.02}, {"above", "5657", 0.15}};
+  for (const auto& band : kBands) {
+    std::string kind, hertz, unit;
+    double level = 0;
+    std::getline(lines, line);
+    std::istringstream(line) >> kind >> hertz >> unit >> level;
+    EXPECT_EQ(kind, band.kind) << line;
+    EXPECT_EQ(hertz, band.hertz) << line;
+    if (band.amplitude > 0) {
+      // A Blackman window lets a filter deviate by 0.002 from what it should pass.
+      EXPECT_NEAR(level, 10 * std::log10(3 / 8. * band.amplitude * band.amplitude), 0.02) << line;
+    } else {
+      EXPECT_LT(level, -70) << line;
+    }
+  }
+  std::getline(lines, line);
+  EXPECT_EQ(line, "sound: out.wav");
+}
+
+TEST_F(Octaves, badInputIsOneLineAndLeavesNoFile) {
+  writeSound("good.wav", 8000, 1, std::vector<float>(640, 0.25f));
+  writeSound("slow.wav", 499, 1, std::vector<float>(640, 0.25f));
+  writeSound("none.wav", 8000, 1, {});
+  std::ofstream("text.wav") << "no sound\n";
+  const std::string good = contents("good.wav");
+  const struct {
+    const char *arguments, *complaint;
+  } kCases[] = {
+      {"good.wav", "usage: octaves INPUT.wav OUTPUT.wav"},
+      {"text.wav out.wav", "text.wav: not a readable sound file"},
+      {"none.wav out.wav", "none.wav: holds no samples"},
+      {"slow.wav out.wav", "slow.wav: 499 samples per second"},
+      {"good.wav missing/out.wav", "missing/out.wav: cannot be written"},
+      {"good.wav good.wav", "good.wav: is the input itself"},
+  };
+  for (const auto& [arguments, complaint] : kCases) {
+    expectRefusal("octaves", arguments, complaint);
+  }
+  EXPECT_EQ(contents("good.wav"), good);
+  expectOldFileKept("octaves", "good.wav out.wav", "out.wav");
+}
+
+}  // namespace

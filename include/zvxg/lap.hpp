@@ -1,0 +1,135 @@
+// The body of Mdct and Imdct, after H. S. Malvar, "Signal Processing with Lapped Transforms"
+// (1992).
+//
+// With r[n] = w[n] and s[n] = w[N-1-n] of the rising half of the window, each block of N samples
+// has its samples reflected with their mirrors,
+//
+//     p[n] = s[n] x[n] + r[n] x[N-1-n]
+//     q[n] = r[n] x[n] - s[n] x[N-1-n],    n = 0 .. N/2-1,
+//
+// and a frame is the DCT-IV of -p, backwards, of its second block, followed by q of its first. Both
+// steps are their own inverses, the matrix (s r; r -s) as s^2 + r^2 = 1: the way back takes them in
+// the other order. Either way half a block is kept from one call to the next. The factor sqrt(2/N)
+// of the transform is part of r and s.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "zvxg/arrays.hpp"
+#include "zvxg/dct4.hpp"
+
+namespace zvxg::detail {
+
+// Neighbours in a vector of 16 bytes, which every x86-64 has; compilers do not make vectors of the
+// loops below, as one index rises and one falls. A scalar is a vector of one lane.
+template <Real T>
+struct Lanes {
+  using Vector [[gnu::vector_size(16)]] = T;
+};
+
+inline float backwards(float x) { return x; }
+inline double backwards(double x) { return x; }
+inline Lanes<float>::Vector backwards(Lanes<float>::Vector x) {
+  return __builtin_shufflevector(x, x, 3, 2, 1, 0);
+}
+inline Lanes<double>::Vector backwards(Lanes<double>::Vector x) {
+  return __builtin_shufflevector(x, x, 1, 0);
+}
+
+template <class V, class T>
+V load(const T* from) {
+  V value;
+  std::memcpy(&value, from, sizeof value);
+  return value;
+}
+template <class V, class T>
+void store(T* to, V value) {
+  std::memcpy(to, &value, sizeof value);
+}
+
+template <Real T>
+class Lap {
+ public:
+  Lap(const char* name, std::span<const T> window)
+      : name_(name),
+        dct4_(window.size()),
+        half_(window.size() / 2),
+        rising_(half_),
+        falling_(half_),
+        carry_(half_),
+        folded_(window.size()) {
+    const long double gain = std::sqrt(2 / static_cast<long double>(window.size()));
+    for (std::size_t n = 0; n < half_; ++n) {
+      const std::size_t mirror = window.size() - 1 - n;
+      const long double r = window[n], s = window[mirror];
+      if (!(std::abs(r * r + s * s - 1) <= 16 * std::numeric_limits<T>::epsilon())) {
+        fail(name, "the squares of elements " + std::to_string(n) + " and " +
+                       std::to_string(mirror) + " of the window do not add up to 1");
+      }
+      rising_[n] = static_cast<T>(gain * r);
+      falling_[n] = static_cast<T>(gain * s);
+    }
+  }
+
+  std::size_t length() const noexcept { return folded_.size(); }
+  void reset() noexcept { std::fill(carry_.begin(), carry_.end(), T(0)); }
+
+  void analyse(std::span<const T> samples, std::span<T> coefficients) {
+    checkSize(name_, "the block of samples", samples.size(), length());
+    checkSize(name_, "the array of coefficients", coefficients.size(), length());
+    forEachPair([half = half_, in = samples.data(), folded = folded_.data(),
+                 carry = carry_.data()]<class V>(std::size_t n, std::size_t mirror, V r, V s) {
+      const V x = load<V>(in + n), y = backwards(load<V>(in + mirror));
+      store(folded + mirror - half, backwards(-(s * x + r * y)));
+      store(folded + half + n, load<V>(carry + n));
+      store(carry + n, r * x - s * y);
+    });
+    dct4_(folded_, coefficients);
+  }
+
+  void synthesise(std::span<const T> coefficients, std::span<T> samples) {
+    checkSize(name_, "the array of coefficients", coefficients.size(), length());
+    checkSize(name_, "the block of samples", samples.size(), length());
+    dct4_(coefficients, folded_);
+    forEachPair([half = half_, out = samples.data(), folded = folded_.data(),
+                 carry = carry_.data()]<class V>(std::size_t n, std::size_t mirror, V r, V s) {
+      const V p = load<V>(carry + n), q = load<V>(folded + half + n);
+      store(out + n, s * p + r * q);
+      store(out + mirror, backwards(r * p - s * q));
+      store(carry + n, -backwards(load<V>(folded + mirror - half)));
+    });
+  }
+
+ private:
+  // Calls body(n, mirror, r[n], s[n]) for runs of samples from n on, whose mirrors start at
+  // `mirror`.
+  template <class Body>
+  void forEachPair(const Body& body) const {
+    const auto serve = [&, rising = rising_.data(), falling = falling_.data()]<class V>(V) {
+      constexpr std::size_t kLanes = sizeof(V) / sizeof(T);
+      for (std::size_t n = 0, half = half_; n < half; n += kLanes) {
+        body(n, 2 * half - kLanes - n, load<V>(rising + n), load<V>(falling + n));
+      }
+    };
+    using Vector = typename Lanes<T>::Vector;
+    if (half_ % (sizeof(Vector) / sizeof(T)) == 0) {
+      serve(Vector{});
+    } else {
+      serve(T{});
+    }
+  }
+
+  const char* name_;
+  Dct4<T> dct4_;
+  std::size_t half_;
+  std::vector<T> rising_, falling_, carry_, folded_;
+};
+
+}  // namespace zvxg::detail

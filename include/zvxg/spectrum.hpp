@@ -1,0 +1,186 @@
+// The half spectrum of a real signal as a type that says how it is stored: layout, precision and
+// length. Spectrum owns its numbers, SpectrumView refers to yours; convert() goes from any layout
+// to any other. docs/layouts.md shows the layouts side by side.
+#pragma once
+
+#include <array>
+#include <cassert>
+#include <complex>
+#include <cstddef>
+#include <span>
+#include <type_traits>
+#include <vector>
+
+#include "zvxg/arrays.hpp"
+
+namespace zvxg {
+
+/** Where the parts of the bins X[k] = R[k] + i I[k], k = 0 .. h, of N real samples are; h is N/2
+ *  rounded down. I[0] is zero, and I[N/2] for even N. */
+enum class Layout {
+  Ccs,         ///< R[k], I[k] for all k, zeros included: NumPy's rfft. N+2 numbers, N+1 for odd N
+  Pack,        ///< R[0], the pairs R[k], I[k], and for even N R[N/2] at the end. N numbers
+  Perm,        ///< for even N R[0], R[N/2], then the pairs; for odd N as Pack. N numbers
+  HalfComplex  ///< R[0] .. R[h], then backwards the I[k] that are not zero: FFTW's r2hc. N numbers.
+               ///< No transform here reads or writes it, only convert()
+};
+
+/// How many numbers the spectrum of `length` samples has.
+constexpr std::size_t spectrumSize(Layout layout, std::size_t length) noexcept {
+  return layout == Layout::Ccs ? length / 2 * 2 + 2 : length;
+}
+
+namespace detail {
+
+struct BinPlace {
+  std::size_t re, im;
+};
+
+constexpr bool isOwnMirror(std::size_t length, std::size_t k) { return k == 0 || 2 * k == length; }
+
+// Of a bin that is its own mirror, the place of the imaginary part counts in CCS alone.
+constexpr BinPlace binPlace(Layout layout, std::size_t length, std::size_t k) {
+  if (layout == Layout::Ccs) return {2 * k, 2 * k + 1};
+  if (layout == Layout::HalfComplex) return {k, length - k};
+  if (k == 0) return {0, 0};
+  const bool perm = layout == Layout::Perm && length % 2 == 0;
+  if (2 * k == length) return {perm ? 1 : length - 1, 0};
+  return perm ? BinPlace{2 * k, 2 * k + 1} : BinPlace{2 * k - 1, 2 * k};
+}
+
+constexpr std::size_t extentOf(Layout layout, std::size_t length) {
+  return length == kDynamic ? kDynamic : spectrumSize(layout, length);
+}
+
+constexpr std::size_t binsOf(std::size_t length) {
+  return length == kDynamic ? kDynamic : length / 2 + 1;
+}
+
+// A complex number of parts `T`, const if they are.
+template <class T>
+using ComplexOf = std::conditional_t<std::is_const_v<T>, const std::complex<std::remove_const_t<T>>,
+                                     std::complex<T>>;
+
+}  // namespace detail
+
+/** A half spectrum of N samples in an array of yours. `T` is float or double, const in a view that
+ *  is only read; N is a constant, or kDynamic and given to the constructor. A view is copied like a
+ *  pointer and valid as long as its array. */
+template <Layout kKind, class T, std::size_t N = kDynamic>
+requires Real<std::remove_const_t<T>>
+class SpectrumView {
+  static constexpr bool kKnown = N != kDynamic, kPairs = kKind == Layout::Ccs;
+  using Numbers = std::span<T, detail::extentOf(kKind, N)>;
+  using Pairs = std::span<detail::ComplexOf<T>, detail::binsOf(N)>;
+
+ public:
+  using Number = std::remove_const_t<T>;
+  static constexpr Layout kLayout = kKind;
+  static constexpr std::size_t kLength = N;
+
+  /// Of spectrumSize(kKind, N) numbers.
+  explicit SpectrumView(Numbers numbers) noexcept requires kKnown : numbers_(numbers) {}
+  /// Throws std::invalid_argument unless there are spectrumSize(kKind, length) numbers.
+  SpectrumView(Numbers numbers, std::size_t length) requires(!kKnown)
+      : numbers_(numbers), length_(length) {
+    detail::checkSize("SpectrumView", "the array", numbers.size(), spectrumSize(kKind, length));
+  }
+
+  /// CCS of complex bins 0 .. N/2, the order of NumPy's rfft.
+  explicit SpectrumView(Pairs bins) noexcept requires(kPairs&& kKnown)
+      : SpectrumView(Numbers(numbersOf(bins), 2 * bins.size())) {}
+  /// Throws std::invalid_argument unless there are length / 2 + 1 bins.
+  SpectrumView(Pairs bins, std::size_t length) requires(kPairs && !kKnown)
+      : SpectrumView(Numbers(numbersOf(bins), 2 * bins.size()), length) {}
+
+  std::size_t length() const noexcept { return length_; }
+  Numbers numbers() const noexcept { return numbers_; }
+  SpectrumView view() const noexcept { return *this; }
+
+  /// X[k], k = 0 .. length() / 2. What CCS has for the parts that are zero is not read.
+  std::complex<Number> bin(std::size_t k) const noexcept {
+    assert(2 * k <= length());
+    const auto [re, im] = detail::binPlace(kKind, length(), k);
+    return {numbers_[re], detail::isOwnMirror(length(), k) ? Number(0) : numbers_[im]};
+  }
+
+  /// Sets X[k]. The imaginary part of a bin that has none is taken as zero.
+  void setBin(std::size_t k, std::complex<Number> value) const noexcept
+      requires(!std::is_const_v<T>) {
+    assert(2 * k <= length());
+    const auto [re, im] = detail::binPlace(kKind, length(), k);
+    const bool isReal = detail::isOwnMirror(length(), k);
+    numbers_[re] = value.real();
+    if (!isReal || kPairs) numbers_[im] = isReal ? Number(0) : value.imag();
+  }
+
+ private:
+  // std::complex promises that an array of it can be read as one of numbers.
+  static T* numbersOf(Pairs bins) noexcept { return reinterpret_cast<T*>(bins.data()); }
+
+  Numbers numbers_;
+  [[no_unique_address]] std::conditional_t<kKnown, std::integral_constant<std::size_t, N>,
+                                           std::size_t>
+      length_;
+};
+
+/** A half spectrum of N samples that owns its numbers, zeros at first: an array of constant size in
+ *  the object, or from the heap where N is given to the constructor. A spectrum of run-time length
+ *  that was moved from can be assigned to and destroyed; a call with it throws. */
+template <Layout kKind, Real T, std::size_t N = kDynamic>
+class Spectrum {
+  static constexpr bool kKnown = N != kDynamic;
+
+ public:
+  using Number = T;
+  static constexpr Layout kLayout = kKind;
+  static constexpr std::size_t kLength = N;
+
+  Spectrum() noexcept requires kKnown = default;
+  /// Throws std::bad_alloc if there is no memory.
+  explicit Spectrum(std::size_t length) requires(!kKnown)
+      : numbers_(spectrumSize(kKind, length)), length_(length) {}
+
+  SpectrumView<kKind, T, N> view() noexcept(kKnown) { return viewOf<T>(numbers_); }
+  SpectrumView<kKind, const T, N> view() const noexcept(kKnown) {
+    return viewOf<const T>(numbers_);
+  }
+
+  std::size_t length() const noexcept { return length_; }
+  auto numbers() noexcept(kKnown) { return view().numbers(); }
+  auto numbers() const noexcept(kKnown) { return view().numbers(); }
+  /// As of SpectrumView.
+  std::complex<T> bin(std::size_t k) const noexcept(kKnown) { return view().bin(k); }
+  void setBin(std::size_t k, std::complex<T> value) noexcept(kKnown) { view().setBin(k, value); }
+
+ private:
+  template <class Element, class Numbers>
+  SpectrumView<kKind, Element, N> viewOf(Numbers& numbers) const noexcept(kKnown) {
+    if constexpr (kKnown) {
+      return SpectrumView<kKind, Element, N>(numbers);
+    } else {
+      return {numbers, length_};
+    }
+  }
+
+  std::conditional_t<kKnown, std::array<T, detail::extentOf(kKind, kKnown ? N : 0)>, std::vector<T>>
+      numbers_{};
+  [[no_unique_address]] std::conditional_t<kKnown, std::integral_constant<std::size_t, N>,
+                                           std::size_t>
+      length_{};
+};
+
+/** Copies a half spectrum from any layout to any other of the same precision and length. Zeros that
+ *  the source does not store are written as +0.0. The arrays must be apart. Throws
+ *  std::invalid_argument if lengths known only at run time differ, or if the arrays overlap. */
+template <detail::AnySpectrum From, detail::AnySpectrum To>
+requires detail::Matching<kDynamic, From, To>
+void convert(const From& from, To&& to) {
+  const auto source = from.view();
+  const auto destination = to.view();
+  detail::checkSize("convert", "the destination", destination.length(), source.length());
+  detail::checkApart("convert", source.numbers(), destination.numbers());
+  for (std::size_t k = 0; 2 * k <= source.length(); ++k) destination.setBin(k, source.bin(k));
+}
+
+}  // namespace zvxg

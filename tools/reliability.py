@@ -1,0 +1,188 @@
+"""Runs the tests behind each claim about the library's reliability and writes docs/reliability.md from
+the figures that the tests record themselves. A new claim is a row of SECTIONS; any test of CTest can
+stand behind it. A figure is a property that a GoogleTest test records, or a number before a word in
+what another program prints.
+
+usage: reliability.py BUILD_DIRECTORY OUTPUT.md"""
+
+import collections
+import os
+import platform
+import re
+import subprocess
+import sys
+import tempfile
+import xml.etree.ElementTree as ElementTree
+
+# What is claimed, the tests behind it as a pattern of their names, and the figures to be told: text
+# with names of figures in braces. {tests} is the number of tests that passed.
+Row = collections.namedtuple("Row", "claim tests figures")
+
+SECTIONS = {
+    "Memory": [
+        Row(
+            "No access outside the arrays, the buffer and the block of a plan: each in turn begins or "
+            "ends at a page that may not be touched, sources in pages that cannot be written; all "
+            "flags, separate arrays and in place",
+            r"^Memory\.NothingOutside",
+            "{calls} calls, 0 faults",
+        ),
+        Row(
+            "The same bits at all 64 x 64 byte offsets of source and destination from a cache line, "
+            "nothing written around the destination",
+            r"^Memory\.SameBitsAtEveryPair",
+            "{calls} calls",
+        ),
+        Row(
+            "The same bits in place, at all 64 byte offsets and with all flags",
+            r"^Memory\.SameBitsInPlace",
+            "{calls} calls",
+        ),
+    ],
+    "Bits": [
+        Row(
+            "All results have the hashes kept in `tests/hashes.csv`; an entry those of its kernels",
+            r"^Bits\.AsRecorded$",
+            "{transforms} functions and lengths, {results} results",
+        ),
+        Row(
+            "So they have on an emulated Sandy Bridge, which has AVX and traps all that came later; "
+            "plans of the DCT-IV are left out where the math library picks other sines for that "
+            "processor",
+            r"^Bits\.OnSandyBridge$",
+            "{transforms} functions and lengths, {results} results, {left} left out",
+        ),
+        Row(
+            "So they have under Valgrind, which finds no use of memory that was not set",
+            r"^Bits\.UnderValgrind$",
+            "{transforms} functions and lengths, {results} results",
+        ),
+        Row(
+            "So they have from the other compiler and at other levels of optimisation",
+            r"^Variant\.",
+            "{tests} builds",
+        ),
+    ],
+    "State of the processor": [
+        Row(
+            "A call changes no control bit of MXCSR or the x87, keeps rbx, rbp, r12 to r15 and a clear "
+            "direction flag, leaves the x87 and the upper halves of the vector registers unused, and "
+            "raises no floating-point exception but inexact on numbers of ordinary size: the others "
+            "trap",
+            r"^State\.(ACallKeeps|SoDo)",
+            "{calls} calls",
+        ),
+        Row("Loading the library changes no control word", r"^State\.Loading", "unchanged"),
+        Row(
+            "The caller's four rounding modes, and FTZ with DAZ, apply to every operation: the bits of "
+            "the interpreted graph, or of the operations in their order, in the same mode",
+            r"^State\.Rounding",
+            "{calls} calls",
+        ),
+    ],
+    "Special values": [
+        Row(
+            "NaN, infinities, zeros of both signs, subnormal and the largest numbers give the bits of "
+            "the operations in their order, an infinity in every place among them",
+            r"^Values\.Special",
+            "{calls} calls",
+        ),
+        Row(
+            "In a DCT-IV NaN and infinity in any place reach every result, and an impulse as large or "
+            "as small as can be comes out as its cosines",
+            r"^Values\.Plans",
+            "{calls} calls",
+        ),
+    ],
+    "Refusals": [
+        Row(
+            "All combinations of null pointers, bad flags and bad lengths have their status, and "
+            "nothing is read or written: the arrays are in pages that may not be touched",
+            r"^Contract\.EveryRefusal",
+            "{calls} calls of {functions} functions",
+        ),
+    ],
+    "Allocation": [
+        Row(
+            "None where work memory is given; one block of the stated size, given back once, where a "
+            "buffer is left out or a plan asked for, with nothing written behind it",
+            r"^Allocation\.(None|NullBuffer|PlansTake)",
+            "{calls} calls",
+        ),
+        Row(
+            "Each allocation refused in turn: a plan reports a null pointer, a Walsh-Hadamard "
+            "transform stops at it before it writes its destination; nothing is lost or freed twice",
+            r"^Allocation\.Refused",
+            "{calls} calls",
+        ),
+    ],
+}
+
+HEAD = """# Reliability
+
+What is checked of all 1,193 exported functions, and what came out. `./dev reliability` writes this
+file from the figures that the tests record; `./dev test NAME` runs the tests of one row. The seed of
+random data is fixed, `ZVXG_SEED` takes another.
+
+{machine}
+"""
+
+
+def figures_of(build, pattern):
+    """Runs the tests; returns whether all passed, and their figures summed."""
+    figures = collections.Counter()
+    with tempfile.TemporaryDirectory() as results:
+        junit = os.path.join(results, "ctest.xml")
+        subprocess.run(
+            ["ctest", "--test-dir", build, "--tests-regex", pattern, "--output-junit", junit]
+            + ["--test-output-size-passed", "1000000"],
+            env=os.environ | {"GTEST_OUTPUT": f"xml:{results}/gtest/"},
+            stdout=sys.stderr,
+            check=False,
+        )
+        tests = ElementTree.parse(junit).getroot().findall("testcase")
+        gtest = os.path.join(results, "gtest")
+        reports = os.listdir(gtest) if os.path.isdir(gtest) else []
+        for report in reports:
+            for recorded in ElementTree.parse(os.path.join(gtest, report)).iter("property"):
+                figures[recorded.get("name")] += int(recorded.get("value"))
+        if not reports:
+            for test in tests:
+                for number, name in re.findall(r"\b(\d+) (\w+)", test.findtext("system-out", "")):
+                    figures[name] += int(number)
+    passed = [test for test in tests if test.get("status") == "run"]
+    figures["tests"] = len(passed)
+    return bool(tests) and len(passed) == len(tests), figures
+
+
+def machine():
+    with open("/proc/cpuinfo", encoding="utf-8") as file:
+        processor = re.search(r"model name\s*: (.*)", file.read()).group(1)
+    compiler = subprocess.run(["g++", "--version"], check=True, capture_output=True, text=True)
+    version = compiler.stdout.splitlines()[0].split()[-1]
+    return f"Last run: {processor}, g++ {version}, {' '.join(platform.libc_ver())}."
+
+
+def main():
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    build, output = sys.argv[1:]
+    text, failed = HEAD.format(machine=machine()), []
+    for section, rows in SECTIONS.items():
+        text += f"\n## {section}\n\n| checked | result | tests |\n|---|---|---|\n"
+        for row in rows:
+            passed, figures = figures_of(build, row.tests)
+            grouped = {name: f"{number:,}" for name, number in figures.items()}
+            result = row.figures.format_map(grouped) if passed else "**failed, or did not run**"
+            if not passed:
+                failed.append(row.tests)
+            tests = row.tests.replace("|", "\\|")
+            text += f"| {row.claim} | {result} | `{tests}` |\n"
+    with open(output, "w", encoding="utf-8") as file:
+        file.write(text)
+    if failed:
+        sys.exit(f"reliability.py: failed, or did not run: {', '.join(failed)}")
+
+
+if __name__ == "__main__":
+    main()
