@@ -55,6 +55,7 @@ if(TARGET zvxg-bench)
 "The program zvxg-bench, which lists, measures and verifies the transforms.")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libzvxg6 (= ${version})")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
 endif()
 
 include(CPack)

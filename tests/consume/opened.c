@@ -5,7 +5,10 @@
 #include <stdlib.h>
 #include <zvxg.h>
 
-enum { kOrder = 13, kLength = 1 << kOrder };
+enum {
+  kOrder = 13,
+  kLength = 1 << kOrder
+};
 
 #ifdef OWN_MEMORY
 static int allocated, freed;
