@@ -75,7 +75,9 @@ SECTIONS = {
         Row("Loading the library changes no control word", r"^State\.Loading", "unchanged"),
         Row(
             "The caller's four rounding modes, and FTZ with DAZ, apply to every operation: the bits of "
-            "the interpreted graph, or of the operations in their order, in the same mode",
+            "the interpreted graph, or of the operations in their order, in the same mode. (To nearest "
+            "those of every compiler. Otherwise of g++ and without the DCT-IV: compilers move signs "
+            "across products)",
             r"^State\.Rounding",
             "{calls} calls",
         ),

@@ -45,7 +45,7 @@ int elementBytes(const kernelgen::KernelId& id) {
 std::vector<Function> makeFunctions() {
   std::vector<Function> functions;
   const auto add = [&](const std::string& name, const Roles& roles, int bytes) {
-    const void* const address = libraryUnderTest().find(name);
+    void* const address = libraryUnderTest().find(name);
     if (address == nullptr) throw std::runtime_error(name + " is not in the library");
     functions.push_back({name, roles, address, bytes});
   };

@@ -29,7 +29,7 @@ enum class Role {
 struct Function {
   std::string name;
   std::vector<Role> roles;
-  const void* address;
+  void* address;
   int elementBytes;
 
   bool takes(Role role) const;

@@ -5,6 +5,7 @@
 #include <xmmintrin.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 
 #include "../placement.h"
@@ -169,6 +170,13 @@ Bytes nearUnderflow(const Transform& transform, Random& random) {
   });
 }
 
+// Compilers move signs across products and sums, which only rounding to nearest hides. g++ leaves
+// those of the kernels where they are; in the DCT-IV they are where its pieces have them.
+bool keepsSigns(const Transform& transform) {
+  const bool isOrdinaryBuild = std::getenv("ZVXG_LIBRARY") == nullptr;
+  return ZVXG_BUILT_BY_GXX && isOrdinaryBuild && !transform.isPlanned();
+}
+
 TEST(State, RoundingAndFlushingAreTheCallers) {
   Random random = makeRandom();
   std::int64_t calls = 0;
@@ -196,8 +204,7 @@ TEST(State, RoundingAndFlushingAreTheCallers) {
             ++calls;
             if (flush == 0) roundingShows |= actual != nearest;
             if (rounding == 0) flushingShows |= actual != nearest;
-            // The DCT-IV negates numbers before products, which only rounding to nearest hides.
-            if (!reference || (transform.isPlanned() && rounding != 0)) continue;
+            if (!reference || (rounding != 0 && !keepsSigns(transform))) continue;
             ASSERT_TRUE(actual == expected)
                 << "rounding " << rounding << ", flushing " << flush << ", flag " << flag;
           }
