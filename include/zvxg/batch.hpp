@@ -43,7 +43,9 @@ class Signals {
     count_ = array.size() < length ? 0 : (array.size() - length) / stride + 1;
   }
 
+  /// How many signals there are.
   std::size_t count() const noexcept { return count_; }
+  /// Signal i, i below count().
   std::span<T, N> operator[](std::size_t i) const noexcept {
     assert(i < count_);
     return std::span<T, N>(data_ + i * stride_, N == kDynamic ? length_ : N);

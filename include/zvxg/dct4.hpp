@@ -43,7 +43,9 @@ class Dct4 {
     detail::checkStatus(
         kName, Functions::kDct4Init(&spec_, static_cast<int32_t>(length), block_.get()), length);
   }
+  /// Takes over what `other` holds.
   Dct4(Dct4&& other) noexcept { swap(other); }
+  /// Takes over what `other` holds.
   Dct4& operator=(Dct4&& other) noexcept {
     Dct4(std::move(other)).swap(*this);
     return *this;
@@ -53,6 +55,7 @@ class Dct4 {
   /// copy of the block would be none. Throws as the constructor does.
   [[nodiscard]] Dct4 clone() const { return Dct4(length_); }
 
+  /// Elements of a transform.
   std::size_t length() const noexcept { return length_; }
 
   /// Transforms `in` into `out`, both of length() elements at any alignment; they may be one array.

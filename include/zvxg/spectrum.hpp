@@ -74,9 +74,9 @@ class SpectrumView {
   using Pairs = std::span<detail::ComplexOf<T>, detail::binsOf(N)>;
 
  public:
-  using Number = std::remove_const_t<T>;
-  static constexpr Layout kLayout = kKind;
-  static constexpr std::size_t kLength = N;
+  using Number = std::remove_const_t<T>;     ///< float or double
+  static constexpr Layout kLayout = kKind;   ///< places of the bins
+  static constexpr std::size_t kLength = N;  ///< samples of the signal, or kDynamic
 
   /// Of spectrumSize(kKind, N) numbers.
   explicit SpectrumView(Numbers numbers) noexcept requires kKnown : numbers_(numbers) {}
@@ -93,8 +93,11 @@ class SpectrumView {
   SpectrumView(Pairs bins, std::size_t length) requires(kPairs && !kKnown)
       : SpectrumView(Numbers(numbersOf(bins), 2 * bins.size()), length) {}
 
+  /// Samples of the signal.
   std::size_t length() const noexcept { return length_; }
+  /// The array as the layout has it.
   Numbers numbers() const noexcept { return numbers_; }
+  /// Itself, as Spectrum::view().
   SpectrumView view() const noexcept { return *this; }
 
   /// X[k], k = 0 .. length() / 2. What CCS has for the parts that are zero is not read.
@@ -132,25 +135,31 @@ class Spectrum {
   static constexpr bool kKnown = N != kDynamic;
 
  public:
-  using Number = T;
-  static constexpr Layout kLayout = kKind;
-  static constexpr std::size_t kLength = N;
+  using Number = T;                          ///< float or double
+  static constexpr Layout kLayout = kKind;   ///< places of the bins
+  static constexpr std::size_t kLength = N;  ///< samples of the signal, or kDynamic
 
   Spectrum() noexcept requires kKnown = default;
   /// Throws std::bad_alloc if there is no memory.
   explicit Spectrum(std::size_t length) requires(!kKnown)
       : numbers_(spectrumSize(kKind, length)), length_(length) {}
 
+  /// What the functions take; valid as long as the spectrum is neither moved nor destroyed.
   SpectrumView<kKind, T, N> view() noexcept(kKnown) { return viewOf<T>(numbers_); }
+  /// The same, to be read only.
   SpectrumView<kKind, const T, N> view() const noexcept(kKnown) {
     return viewOf<const T>(numbers_);
   }
 
+  /// Samples of the signal.
   std::size_t length() const noexcept { return length_; }
+  /// The array as the layout has it.
   auto numbers() noexcept(kKnown) { return view().numbers(); }
+  /// The same, to be read only.
   auto numbers() const noexcept(kKnown) { return view().numbers(); }
   /// As of SpectrumView.
   std::complex<T> bin(std::size_t k) const noexcept(kKnown) { return view().bin(k); }
+  /// As of SpectrumView.
   void setBin(std::size_t k, std::complex<T> value) noexcept(kKnown) { view().setBin(k, value); }
 
  private:

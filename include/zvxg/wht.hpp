@@ -41,8 +41,10 @@ class Wht {
  public:
   /// Throws std::invalid_argument for another order, std::bad_alloc if there is no memory.
   explicit Wht(int order) : order_(order), buffer_(detail::makeBlock(bytesOf(order))) {}
+  /// Takes over what `other` holds.
   Wht(Wht&& other) noexcept
       : order_(std::exchange(other.order_, 0)), buffer_(std::move(other.buffer_)) {}
+  /// Takes over what `other` holds.
   Wht& operator=(Wht&& other) noexcept {
     order_ = std::exchange(other.order_, 0);
     buffer_ = std::move(other.buffer_);
@@ -52,7 +54,9 @@ class Wht {
   /// Another object of this order.
   [[nodiscard]] Wht clone() const { return Wht(order_); }
 
+  /// Logarithm of the length to base 2.
   int order() const noexcept { return order_; }
+  /// Elements of a transform.
   std::size_t length() const noexcept { return std::size_t{1} << order_; }
 
   /// Transforms `in` into `out`, both of length() elements; they may be one array. Throws

@@ -19,7 +19,7 @@ FAST = ("--processes", "1", "--ms", "1")
 COMMAND_LINES = [
     (["--help"], 0, r"usage: zvxg-bench COMMAND"),
     (["list", "--help"], 0, r"usage: zvxg-bench COMMAND"),
-    (["--version"], 0, r"^zvxg-bench \d+\.\d+, library \d+\.\d+ build [\d.]+$"),
+    (["--version"], 0, r"^zvxg-bench \d+\.\d+\.\d+, library \d+\.\d+ build [\d.]+$"),
     ([], 2, r"which command\? zvxg-bench --help lists them"),
     (["bogus"], 2, r"there is no command 'bogus'"),
     (["s"], 2, r"there is no command 's'"),
@@ -117,7 +117,8 @@ class Formats(unittest.TestCase):
     def test_speed_beside_a_peer_and_to_a_file_as_well(self):
         with tempfile.TemporaryDirectory() as directory:
             path = os.path.join(directory, "speed.csv")
-            result = run("speed", *FAST, "--format", "json", "--csv", path, "CToC_12_32fc")
+            result = run("speed", *FAST, "--format", "json", "--csv", path,
+                         "complex-12_32fc")
             self.assertEqual(result.returncode, 0, result.stderr)
             with open(path, encoding="utf-8") as file:
                 rows = csv_rows(file.read())
@@ -133,7 +134,7 @@ class Formats(unittest.TestCase):
             for name in "libfftw3f.so.3", "libfftw3.so.3":  # are found first, and cannot be loaded
                 with open(os.path.join(directory, name), "w", encoding="utf-8"):
                     pass
-            result = run("speed", *FAST, "--format", "json", "CToC_12_", "dct4-half-128",
+            result = run("speed", *FAST, "--format", "json", "complex-CToC_12_", "dct4-half-128",
                          LD_LIBRARY_PATH=directory)
         self.assertEqual(result.returncode, 0, result.stderr)
         report = json.loads(result.stdout)
