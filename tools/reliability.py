@@ -123,7 +123,7 @@ SECTIONS = {
 HEAD = """# Reliability
 
 What is checked of all 1,193 exported functions, and what came out. `./dev reliability` writes this
-file from the figures that the tests record; `./dev test NAME` runs the tests of one row. The seed of
+file from the figures that the tests record; `./dev test PATTERN` runs the tests of one row. The seed of
 random data is fixed, `ZVXG_SEED` takes another.
 
 {machine}
