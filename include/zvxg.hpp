@@ -1,8 +1,8 @@
 // The companion of zvxg.h for C++20: header only, in namespace zvxg, outside the C boundary. It
 // adds lengths, precisions and layouts as types, and objects for what needs memory.
 //
-//     zvxg/dft.hpp        dft, idft, rdft, irdft, hartley: what all calls have in common stands
-//     here zvxg/spectrum.hpp   Spectrum, SpectrumView, convert: layouts of half spectra
+//     zvxg/dft.hpp        dft, idft, rdft, irdft, hartley; what all calls have in common
+//     zvxg/spectrum.hpp   Spectrum, SpectrumView, convert: layouts of half spectra
 //     zvxg/wht.hpp        wht, Wht
 //     zvxg/dct4.hpp       Dct4
 //     zvxg/mdct.hpp       Mdct, Imdct and their windows
