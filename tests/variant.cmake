@@ -35,6 +35,12 @@ run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
 run(${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library}
   ${DCT4_TESTS} --gtest_brief=1 --gtest_filter=Dct4Direct*:Dct4Run*.Same*)
 
+# Without optimisation clang keeps constants that a reference is bound to in writable data.
+if("${OPTIONS}" MATCHES "BUILD_TYPE=Debug")
+  set(topics Symbols)
+else()
+  set(topics Symbols Hardening)
+endif()
 run(${PYTHON} ${CMAKE_CURRENT_LIST_DIR}/library_test.py
-  --library ${library} --kernelgen ${KERNELGEN} --include ${INCLUDE} Symbols Hardening
+  --library ${library} --kernelgen ${KERNELGEN} --include ${INCLUDE} ${topics}
   MachineCode.test_plain_avx_without_fused_products MachineCode.test_real_kernels_are_scalar)
