@@ -10,6 +10,7 @@
 
 #include "dct4/pieces.h"
 #include "dct4/records.h"
+#include "frame/frame.h"
 
 namespace zvxg::dct4 {
 
@@ -37,7 +38,7 @@ requires(kLength <= 4)
 }
 
 template <class T, int kLength>
-void directDct4(const T* src, T* dst) {
+void directDct4(const Anywhere<T>* src, Anywhere<T>* dst) {
   constexpr int r = directRadix(kLength), m = kLength / (2 * r);
   std::array<std::array<Complex<T>, m>, r> w;
   unroll<r>([&](auto c) __attribute__((always_inline)) {
@@ -123,7 +124,7 @@ void directDct4OfPairs(const float* src, float* dst) {
 // Length 4 rotates (x0, x3) by 7 pi/16 and (x1, x2) by 5 pi/16 in three lifting steps of one
 // product each; real and imaginary parts come out exchanged.
 template <class T>
-void directDct4Lifted(const T* x, T* dst) {
+void directDct4Lifted(const Anywhere<T>* x, Anywhere<T>* dst) {
   constexpr T t1 = static_cast<T>(tanPi(7, 32)), s1 = static_cast<T>(sinPi(7, 16));
   constexpr T t2 = static_cast<T>(tanPi(5, 32)), s2 = static_cast<T>(sinPi(5, 16));
   constexpr T h = kHalfRoot<T>;

@@ -65,6 +65,14 @@ inline Real hidden(Real constant) {
   return constant;
 }
 
+// A number in an array of the caller's, who may have it at any address.
+template <class Real>
+struct InAnyPlace {
+  typedef Real Number __attribute__((aligned(1)));
+};
+template <class Real>
+using Anywhere = typename InAnyPlace<Real>::Number;
+
 // Arrays as reals: complex ones are pairs of them.
 template <class Real>
 inline Real* reals(Real* x) {

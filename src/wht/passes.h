@@ -18,7 +18,7 @@ inline constexpr int kVectorBytes = 16, kBoundaryBytes = 16;
 template <class Real>
 using Aligned = Access<Real, kVectorBytes, kBoundaryBytes>;
 template <class Real>
-using Unaligned = Access<Real, kVectorBytes, alignof(Real)>;
+using Unaligned = Access<Real, kVectorBytes, 1>;
 
 // The factor of all passes but the last.
 struct NoFactor {

@@ -10,6 +10,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "frame/frame.h"
+
 #define ZVXG_INLINE __attribute__((always_inline))
 
 namespace zvxg::wht {
@@ -45,9 +47,10 @@ struct Access {
 template <class RealType>
 struct Number {
   using Real = RealType;
+  using InMemory = Anywhere<Real>;
   static constexpr int kLanes = 1;
-  static Real load(const Real* p) { return *p; }
-  static void store(Real* p, Real v) { *p = v; }
+  static Real load(const InMemory* p) { return *p; }
+  static void store(InMemory* p, Real v) { *p = v; }
 };
 
 // With more than one couple in a vector, each couple stays swapped after its stage until the
@@ -68,8 +71,9 @@ ZVXG_INLINE inline auto loadCouples(const typename From::Real* p,
     asm("vmovsldup %1, %0" : "=x"(even) : "m"(*From::inMemory(p)));
     asm("vmovshdup %1, %0" : "=x"(odd) : "m"(*From::inMemory(p)));
   } else {
-    even = V{p[i & ~1]...};
-    odd = V{p[i | 1]...};
+    const Anywhere<double>* numbers = p;
+    even = V{numbers[i & ~1]...};
+    odd = V{numbers[i | 1]...};
   }
   if constexpr (kSwapped<From::kLanes>) {
     constexpr int kLanes = From::kLanes;

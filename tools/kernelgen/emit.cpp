@@ -488,8 +488,9 @@ std::string emitKernel(const Kernel& kernel) {
   const KernelId& id = kernel.id;
   const Body& body = id.body();
   const std::string real = id.precision == Precision::Single ? "float" : "double";
+  const std::string element = body.width == kScalar ? "Anywhere<" + real + ">" : real;
   const std::string parameters =
-      "(const " + real + "* src, " + real + "* dst, const " + real + "* factor)";
+      "(const " + element + "* src, " + element + "* dst, const " + real + "* factor)";
   const std::string arguments = "(reals(src), reals(dst), &kFactors.ofFlag[flag])";
   std::string s = head(kernel);
   s += "namespace {\n";
