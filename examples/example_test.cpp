@@ -90,6 +90,19 @@ void ExampleTest::expectRefusal(const std::string& program, const std::string& a
   EXPECT_EQ(namesIn("."), names);
 }
 
+void ExampleTest::expectSoundRefusals(const std::string& program, const std::string& rest,
+                                      std::initializer_list<Refused> calls) {
+  writeSound("good.wav", 8000, 1, std::vector<float>(8000, 0.25f));
+  writeSound("none.wav", 8000, 1, {});
+  std::ofstream("text.wav") << "no sound\n";
+  const std::string good = contents("good.wav");
+  expectRefusal(program, "missing.wav " + rest, "missing.wav: no such file");
+  expectRefusal(program, "text.wav " + rest, "text.wav: not a readable sound file");
+  expectRefusal(program, "none.wav " + rest, "none.wav: holds no samples");
+  for (const auto& [arguments, complaint] : calls) expectRefusal(program, arguments, complaint);
+  EXPECT_EQ(contents("good.wav"), good);
+}
+
 void ExampleTest::expectOldFileKept(const std::string& program, const std::string& arguments,
                                     const std::string& output) {
   std::ofstream(output) << "old";

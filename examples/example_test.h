@@ -6,6 +6,7 @@
 #include <sndfile.h>
 
 #include <filesystem>
+#include <initializer_list>
 #include <set>
 #include <string>
 #include <vector>
@@ -46,6 +47,14 @@ class ExampleTest : public testing::Test {
   // The program says `complaint` in one line, fails, and leaves the files as they were.
   void expectRefusal(const std::string& program, const std::string& arguments,
                      const std::string& complaint);
+
+  // The same for each of `calls`, and for an input that is missing, no sound or empty, `rest` being
+  // what follows the input. good.wav, one second at 8000 Hz, is there and stays as it is.
+  struct Refused {
+    const char *arguments, *complaint;
+  };
+  void expectSoundRefusals(const std::string& program, const std::string& rest,
+                           std::initializer_list<Refused> calls);
 
   // The program fails on a full disk, for which a file size limit stands, and keeps the old file.
   void expectOldFileKept(const std::string& program, const std::string& arguments,

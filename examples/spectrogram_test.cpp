@@ -126,48 +126,29 @@ TEST_F(Spectrogram, badInputIsOneLineAndLeavesNoFile) {
     samples[500] = odd;
     return samples;
   };
-  writeSound("good.wav", 8000, 1, std::vector<float>(640, 0.25f));
   writeSound("short.wav", 8000, 1, std::vector<float>(63, 0.25f));
-  writeSound("none.wav", 8000, 1, {});
   writeSound("nan.wav", 8000, 1, floats(std::numeric_limits<float>::quiet_NaN()));
   writeSound("inf.wav", 8000, 1, floats(-std::numeric_limits<float>::infinity()));
   writeSound("loud.wav", 8000, 1, floats(3e38f));
   std::ofstream("empty.wav");
-  std::ofstream("text.wav") << "This is no sound, whatever its name says.\n";
   std::filesystem::create_directory("directory");
-  const std::string good = contents("good.wav");
-
-  const struct {
-    const char *arguments, *complaint;
-  } kCases[] = {
-      {"", "usage: spectrogram INPUT.wav OUTPUT.png"},
-      {"good.wav", "usage: "},
-      {"good.wav out.png more", "usage: "},
-      {"missing.wav out.png", "missing.wav: no such file"},
-      {"directory out.png", "directory: not a regular file"},
-      {"/dev/null out.png", "/dev/null: not a regular file"},
-      {"empty.wav out.png", "empty.wav: not a readable sound file"},
-      {"text.wav out.png", "text.wav: not a readable sound file"},
-      {"none.wav out.png", "none.wav: holds no samples"},
-      {"short.wav out.png", "short.wav: 63 samples"},
-      {"nan.wav out.png", "nan.wav: sample 500"},
-      {"inf.wav out.png", "inf.wav: sample 500"},
-      {"loud.wav out.png", "loud.wav: sample 500"},
-      {"good.wav directory", "directory: cannot be written"},
-      {"good.wav missing/out.png", "missing/out.png: cannot be written"},
-      {"good.wav /dev/null", "/dev/null: cannot be written"},
-      {"good.wav ./good.wav", "./good.wav: is the input itself"},
-  };
-  for (const auto& [arguments, complaint] : kCases) {
-    expectRefusal("spectrogram", arguments, complaint);
-  }
-  EXPECT_EQ(contents("good.wav"), good);
+  expectSoundRefusals("spectrogram", "out.png",
+                      {{"", "usage: spectrogram INPUT.wav OUTPUT.png"},
+                       {"good.wav", "usage: "},
+                       {"good.wav out.png more", "usage: "},
+                       {"directory out.png", "directory: not a regular file"},
+                       {"/dev/null out.png", "/dev/null: not a regular file"},
+                       {"empty.wav out.png", "empty.wav: not a readable sound file"},
+                       {"short.wav out.png", "short.wav: 63 samples"},
+                       {"nan.wav out.png", "nan.wav: sample 500"},
+                       {"inf.wav out.png", "inf.wav: sample 500"},
+                       {"loud.wav out.png", "loud.wav: sample 500"},
+                       {"good.wav directory", "directory: cannot be written"},
+                       {"good.wav missing/out.png", "missing/out.png: cannot be written"},
+                       {"good.wav /dev/null", "/dev/null: cannot be written"},
+                       {"good.wav ./good.wav", "./good.wav: is the input itself"}});
   EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
-}
-
-TEST_F(Spectrogram, failedWriteKeepsTheOldPicture) {
-  writeSound("in.wav", 8000, 1, std::vector<float>(6400, 0.25f));
-  expectOldFileKept("spectrogram", "in.wav out.png", "out.png");
+  expectOldFileKept("spectrogram", "good.wav out.png", "out.png");
 }
 
 }  // namespace
