@@ -95,7 +95,7 @@ class Statements {
         length_(kernel.id.length),
         namesPlaces_(kernel.id.isLong()),
         names_(g_.size()) {
-    const std::vector<NodeId> order = schedule(g_);
+    const std::vector<NodeId> order = schedule(g_, kernel.id.pace());
     for (NodeId id : order) {
       for (NodeId o : {g_[id].a, g_[id].b}) {
         if (o != kNoNode && g_[o].op == Op::Const) declareConstant(o);

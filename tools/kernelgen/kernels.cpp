@@ -83,6 +83,10 @@ const Body& KernelId::body() const {
   return realBody(length, direction == Direction::Forward ? Flow::ToSpectrum : Flow::ToSamples);
 }
 
+Pace KernelId::pace() const {
+  return family == Family::Complex ? complexPace(length, precision) : Pace();
+}
+
 int KernelId::sourceSize() const {
   if (family == Family::Complex) return 2 * length;
   return direction == Direction::Forward ? length : SpectrumMap(*this).size();

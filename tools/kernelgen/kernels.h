@@ -37,6 +37,7 @@ struct KernelId {
   int destinationSize() const;
   // Longer than the cache of decoded instructions, which holds some 4,000 on Zen 3.
   bool isLong() const;
+  Pace pace() const;
 
   bool operator==(const KernelId&) const = default;
 };

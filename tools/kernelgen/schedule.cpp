@@ -130,13 +130,14 @@ int latency(const Node& n) {
 }
 
 // Takes the statement that can start first, and of those the one with the longest way to the end,
-// as a core would that starts kIssue of them a cycle; once kLive values are live, those that end
-// others come first, and then the base order, which knows best how to come back below.
+// as a core would that starts pace.issue of them a cycle; once pace.live values are live, those
+// that end others come first, and then the base order, which knows best how to come back below.
 class ListScheduler {
  public:
-  ListScheduler(const Graph& g, const Edges& edges)
+  ListScheduler(const Graph& g, const Edges& edges, Pace pace)
       : g_(g),
         edges_(edges),
+        pace_(pace),
         way_(g.size()),
         finish_(g.size()),
         usersLeft_(g.size()),
@@ -163,9 +164,6 @@ class ListScheduler {
   }
 
  private:
-  static constexpr int kIssue = 4;
-  static constexpr int kLive = 10;  // of 16 registers: constants and intermediate results want some
-
   static std::size_t index(NodeId n) { return static_cast<std::size_t>(n); }
 
   // A load, or the double of one.
@@ -202,7 +200,7 @@ class ListScheduler {
   }
 
   int start(NodeId n) const {
-    int t = clock_ / kIssue;
+    int t = clock_ / pace_.issue;
     for (NodeId o : edges_.operands[index(n)]) t = std::max(t, finish_[index(o)]);
     return t;
   }
@@ -217,7 +215,7 @@ class ListScheduler {
   }
 
   bool better(NodeId a, NodeId b) const {
-    if (live_ >= kLive) {
+    if (live_ >= pace_.live) {
       const int ga = growth(a), gb = growth(b);
       if ((ga > 0) != (gb > 0)) return ga < gb;
       if (ga > 0) return false;
@@ -230,13 +228,14 @@ class ListScheduler {
   void issue(NodeId n) {
     live_ += growth(n);
     finish_[index(n)] = start(n) + latency(g_[n]);
-    clock_ = std::max(clock_, start(n) * kIssue) + 1;
+    clock_ = std::max(clock_, start(n) * pace_.issue) + 1;
     for (NodeId o : edges_.operands[index(n)]) --usersLeft_[index(o)];
     scheduled_[index(n)] = true;
   }
 
   const Graph& g_;
   const Edges& edges_;
+  const Pace pace_;
   int live_ = 0;
   int clock_ = 0;
   std::vector<int> way_, finish_, usersLeft_;
@@ -257,14 +256,14 @@ Nodes withLateStores(const Graph& g, const Nodes& order) {
 
 }  // namespace
 
-std::vector<NodeId> schedule(const Graph& graph) {
+std::vector<NodeId> schedule(const Graph& graph, Pace pace) {
   const Edges edges(graph);
   Nodes statements, order;
   for (std::size_t id = 0; id < graph.size(); ++id) {
     if (isStatement(graph[static_cast<NodeId>(id)])) statements.push_back(static_cast<NodeId>(id));
   }
   Bisection(edges, graph.size()).order(statements, order);
-  return withLateStores(graph, ListScheduler(graph, edges).order(order));
+  return withLateStores(graph, ListScheduler(graph, edges, pace).order(order));
 }
 
 }  // namespace kernelgen

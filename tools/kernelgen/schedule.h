@@ -6,6 +6,6 @@
 namespace kernelgen {
 
 // Every node but the constants and the scale, operands before users, all loads before any store.
-std::vector<NodeId> schedule(const Graph& graph);
+std::vector<NodeId> schedule(const Graph& graph, Pace pace);
 
 }  // namespace kernelgen

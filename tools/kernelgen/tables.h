@@ -23,7 +23,14 @@ struct Body {
 constexpr int kMinLength = 2;
 constexpr int kMaxLength = 64;
 
+// What the scheduler believes of the core: so many values stay in its 16 registers beside constants
+// and intermediate results, so many statements start in a cycle.
+struct Pace {
+  int live = 10, issue = 4;
+};
+
 const Body& complexBody(int n, Precision precision);
+Pace complexPace(int n, Precision precision);
 
 // Which way a real transform goes: samples come in, or samples go out.
 enum class Flow {
