@@ -124,7 +124,8 @@ HEAD = """# Reliability
 
 What is checked of all 1,193 exported functions, and what came out. `./dev reliability` writes this
 file from the figures that the tests record; `./dev test PATTERN` runs the tests of one row. The seed of
-random data is fixed, `ZVXG_SEED` takes another.
+random data is fixed, `ZVXG_SEED` takes another. Of faults put into the code on purpose the tests find
+{mutation}: [mutation.md](mutation.md).
 
 {machine}
 """
@@ -157,6 +158,11 @@ def figures_of(build, pattern):
     return bool(tests) and len(passed) == len(tests), figures
 
 
+def mutation(output):
+    with open(os.path.join(os.path.dirname(output), "mutation.md"), encoding="utf-8") as file:
+        return re.search(r"([\d,]+ of [\d,]+) faults", file.read()).group(1)
+
+
 def machine():
     with open("/proc/cpuinfo", encoding="utf-8") as file:
         processor = re.search(r"model name\s*: (.*)", file.read()).group(1)
@@ -169,7 +175,7 @@ def main():
     if len(sys.argv) != 3:
         sys.exit(__doc__)
     build, output = sys.argv[1:]
-    text, failed = HEAD.format(machine=machine()), []
+    text, failed = HEAD.format(mutation=mutation(output), machine=machine()), []
     for section, rows in SECTIONS.items():
         text += f"\n## {section}\n\n| checked | result | tests |\n|---|---|---|\n"
         for row in rows:
