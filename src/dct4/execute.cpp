@@ -39,7 +39,7 @@ void runLeaves(uint32_t state, const Input<T>& input, T* out, int32_t splits) {
 }
 
 template <class T>
-int32_t runSplitNode(const SplitNode<T>& node, const Input<T>& input, T* out);
+void runSplitNode(const SplitNode<T>& node, const Input<T>& input, T* out);
 
 template <class T>
 void runSplitSub(const SplitSub<T>& sub, const Input<T>& input, T* out) {
@@ -60,16 +60,15 @@ void runSplitCombine(const SplitCombine<T>& combine, const Input<T>& input, cons
 }
 
 template <class T>
-int32_t runSplitNode(const SplitNode<T>& node, const Input<T>& input, T* out) {
-  if (node.state != 1) return zvxErrPlanState;
+void runSplitNode(const SplitNode<T>& node, const Input<T>& input, T* out) {
+  if (node.state != 1) return;
   runSplitSub(onlyItem<SplitSub<T>>(node.subList), input, node.workspace);
   runSplitCombine(onlyItem<SplitCombine<T>>(node.combineList), input, node.workspace, out);
-  return zvxOk;
 }
 
 template <class T>
-int32_t runRootSub(const RootSub<T>& sub, const T* src, T* workspace, Schedule schedule) {
-  if (sub.state != 1) return zvxErrPlanState;
+void runRootSub(const RootSub<T>& sub, const T* src, T* workspace, Schedule schedule) {
+  if (sub.state != 1) return;
   const auto& loop = onlyItem<RootSubLoop<T>>(sub.loopList);
   const Input<T> input = {src, loop.length, loop.radix, schedule};
   if (loop.state >= 1 && loop.state <= kLastLeafState) {
@@ -77,19 +76,17 @@ int32_t runRootSub(const RootSub<T>& sub, const T* src, T* workspace, Schedule s
   } else if (loop.state == kNodeState) {
     runSplitNode(onlyItem<SplitNode<T>>(loop.loopList), input, workspace);
   }
-  return zvxOk;
 }
 
 template <class T>
-int32_t runRootCombine(const RootCombine<T>& combine, const T* workspace, T* dst, Writing writing) {
-  if (combine.state != 1) return zvxErrPlanState;
+void runRootCombine(const RootCombine<T>& combine, const T* workspace, T* dst, Writing writing) {
+  if (combine.state != 1) return;
   const auto& loop = onlyItem<RootCombineLoop<T>>(combine.loopList);
-  if (loop.state == 0 || loop.state > kRoots<T>.size()) return zvxOk;
+  if (loop.state == 0 || loop.state > kRoots<T>.size()) return;
   // With a length 2^k + 1 runs do not start at lines, and one has to be cut.
   writing = loop.length % 2 != 0 ? Writing::Collected : writingTo(dst, writing);
   kRoots<T>[loop.state - 1]({workspace, dst, loop.table, loop.length, loop.lastIndex,
                              loop.subLength, loop.laneRows, writing});
-  return zvxOk;
 }
 
 }  // namespace
@@ -102,7 +99,6 @@ Schedule chooseSchedule(std::size_t bytes) {
 template <class T>
 void execute(const Dct4Spec& spec, const T* src, T* dst, Schedule schedule) {
   T* const workspace = static_cast<T*>(spec.workspace);
-  // The statuses of the stages say nothing to the caller.
   runRootSub(onlyItem<RootSub<T>>(spec.subList), src, workspace, schedule);
   runRootCombine(onlyItem<RootCombine<T>>(spec.combineList), workspace, dst, schedule.outer);
   // Streamed lines become visible to other threads before what the caller stores next.
