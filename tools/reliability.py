@@ -63,6 +63,42 @@ SECTIONS = {
             "{tests} builds",
         ),
     ],
+    "Sanitizers": [
+        Row(
+            "Arrays, buffers and plans end where their memory ends, all flags, in place and not, at "
+            "odd addresses too: no access outside and nothing that the language leaves undefined "
+            "(AddressSanitizer, UndefinedBehaviorSanitizer)",
+            r"^EveryCall\.asan$",
+            "{functions} functions, {calls} calls, 0 reports",
+        ),
+        Row(
+            "No use of memory that was not set, every result is set (MemorySanitizer, Valgrind)",
+            r"^EveryCall\.(msan|Valgrind)$",
+            "{functions} functions in two runs, {calls} calls, 0 reports",
+        ),
+        Row(
+            "No data race, and the bits of a run alone, on 16 threads with arrays of their own and "
+            "plans of direct lengths that they share (ThreadSanitizer)",
+            r"^EveryCall\.tsan$",
+            "{functions} functions, {calls} calls, 0 reports",
+        ),
+        Row(
+            "Random calls, those of the companion header among them, for ten seconds in each of six "
+            "programs (libFuzzer, AddressSanitizer, UndefinedBehaviorSanitizer): the definition, the "
+            "same bits at all places, refusals",
+            r"^Fuzz$",
+            "{runs} runs, 0 findings",
+        ),
+    ],
+    "Reach of the fast tests": [
+        Row(
+            "Lines and branches of what is written by hand: library, generator, companion header. Not "
+            "reached are the errors that stop the generator at a wrong table or command, and its cases "
+            "of shuffles and of vectors in parts that no row of the tables takes",
+            r"^Coverage$",
+            "{reached} of {lines} lines, {taken} of {branches} branches",
+        ),
+    ],
     "State of the processor": [
         Row(
             "A call changes no control bit of MXCSR or the x87, keeps rbx, rbp, r12 to r15 and a clear "

@@ -12,7 +12,12 @@
 
 #include "frame/frame.h"
 
+// Unrolled into one function and then not optimised, the stages take minutes to compile.
+#ifdef __OPTIMIZE__
 #define ZVXG_INLINE __attribute__((always_inline))
+#else
+#define ZVXG_INLINE
+#endif
 
 namespace zvxg::wht {
 

@@ -1,0 +1,215 @@
+// The companion header with lengths known at run time: parts of one array as source and
+// destination, of any size and at any distance, in place or overlapping. What a call accepts has
+// the bits of the C function and changes nothing else; all else throws and changes nothing.
+
+#include <complex>
+#include <optional>
+
+#include "fuzz.h"
+#include "zvxg.hpp"
+
+namespace fuzz {
+namespace {
+
+using zvxg::Layout;
+using zvxg::detail::Functions;
+
+// A source and a destination in an array of elements.
+struct Parts {
+  std::size_t from, fromSize, to, toSize;
+
+  template <class E>
+  std::span<const E> source(std::span<E> whole) const {
+    return whole.subspan(from, fromSize);
+  }
+  template <class E>
+  std::span<E> destination(std::span<E> whole) const {
+    return whole.subspan(to, toSize);
+  }
+  bool areApartOrOne() const { return from == to || from + fromSize <= to || to + toSize <= from; }
+};
+
+constexpr std::size_t kLongest = 70;
+
+// Sizes that are meant, but for one in eight.
+Parts partsOf(Input& input, std::size_t fromSize, std::size_t toSize) {
+  Parts parts{input.choice(2 * kLongest), fromSize, input.choice(2 * kLongest), toSize};
+  if (input.choice(3) == 0) parts.to = parts.from;
+  if (input.choice(8) == 0) parts.toSize = input.choice(kLongest);
+  return parts;
+}
+
+// Runs call(source, destination) on the parts of an array and plain(source, destination) on copies.
+template <class T, class E, class Call, class Plain>
+void compare(Input& input, const Parts& parts, bool accepted, const Call& call,
+             const Plain& plain) {
+  std::vector<E> whole(3 * kLongest + 4);
+  constexpr std::size_t kNumbers = sizeof(E) / sizeof(T);
+  const auto numbers = [](auto& array) {
+    return std::span<T>(reinterpret_cast<T*>(array.data()), array.size() * kNumbers);
+  };
+  input.fill(numbers(whole));
+  std::vector<E> expected = whole;
+  if (accepted) plain(whole.data() + parts.from, expected.data() + parts.to);
+  bool threw = false;
+  try {
+    const std::span<E> all(whole);
+    call(parts.source(all), parts.destination(all));
+  } catch (const std::invalid_argument&) {
+    threw = true;
+  }
+  require(threw != accepted, accepted ? "a good call threw" : "a bad call did not throw");
+  require(sameNumbers<T>(numbers(expected), numbers(whole)), "not what the C function does");
+}
+
+bool isLength(std::size_t n) { return n >= 2 && n <= 64; }
+bool isFlag(int32_t flag) { return std::ranges::count(tests::kFlags, flag) == 1; }
+
+// dft, idft and hartley: a family between arrays of one kind.
+template <class T, class E, class Row, class Call>
+void tryArrays(Input& input, Row, const Call& call) {
+  const std::size_t n = input.choice(kLongest);
+  const Parts parts = partsOf(input, n, n);
+  const auto flag =
+      static_cast<ZvxScaleFlag>(input.choice(4) == 0 ? static_cast<int32_t>(input.choice(16))
+                                                     : tests::kFlags[input.choice(4)]);
+  using Element = std::conditional_t<std::is_same_v<E, T>, T, typename Functions<T>::Complex>;
+  compare<T, E>(
+      input, parts, isLength(n) && parts.toSize == n && parts.areApartOrOne() && isFlag(flag),
+      [&](auto in, auto out) { call(in, out, flag); },
+      [&](const E* src, E* dst) {
+        Row::kByLength(reinterpret_cast<const Element*>(src), reinterpret_cast<Element*>(dst),
+                       static_cast<int32_t>(n), flag);
+      });
+}
+
+template <Layout kLayout, class T>
+void tryLayout(Input& input) {
+  const std::size_t n = input.choice(kLongest), size = zvxg::spectrumSize(kLayout, n);
+  const ZvxScaleFlag flag = zvxDivBySqrtN;
+  if (input.choice(2) == 0) {
+    const Parts parts = partsOf(input, n, size);
+    compare<T, T>(
+        input, parts, isLength(n) && parts.toSize == size && parts.areApartOrOne(),
+        [&](std::span<const T> in, std::span<T> out) {
+          zvxg::rdft(in, zvxg::SpectrumView<kLayout, T>(out, n), flag);
+        },
+        [&](const T* src, T* dst) {
+          zvxg::detail::ToLayout<T, kLayout>::kByLength(src, dst, static_cast<int32_t>(n), flag);
+        });
+  } else {
+    const Parts parts = partsOf(input, size, n);
+    compare<T, T>(
+        input, parts, isLength(n) && parts.toSize == n && parts.areApartOrOne(),
+        [&](std::span<const T> in, std::span<T> out) {
+          zvxg::irdft(zvxg::SpectrumView<kLayout, const T>(in, n), out, flag);
+        },
+        [&](const T* src, T* dst) {
+          zvxg::detail::FromLayout<T, kLayout>::kByLength(src, dst, static_cast<int32_t>(n), flag);
+        });
+  }
+}
+
+template <class T>
+void tryWht(Input& input) {
+  const auto order = static_cast<int>(input.choice(16));
+  std::optional<zvxg::Wht<T>> wht;
+  try {
+    wht.emplace(order);
+  } catch (const std::invalid_argument&) {
+  }
+  require(wht.has_value() == (order >= 1 && order <= 13), "an order");
+  const std::size_t n = std::size_t{1} << order;
+  if (!wht || n > kLongest) return;
+  const Parts parts = partsOf(input, n, n);
+  compare<T, T>(
+      input, parts, parts.toSize == n && parts.areApartOrOne(),
+      [&](auto in, auto out) { (*wht)(in, out, zvxNoDiv); },
+      [&](const T* src, T* dst) { Functions<T>::kWhtByOrder(src, dst, order, zvxNoDiv, nullptr); });
+}
+
+template <class T>
+void tryDct4(Input& input) {
+  const std::size_t n = input.choice(2) == 0 ? input.choice(600) : 1u << input.choice(10);
+  std::optional<zvxg::Dct4<T>> dct4, reference;
+  try {
+    dct4.emplace(n);
+  } catch (const std::invalid_argument&) {
+  }
+  require(dct4.has_value() == (n >= 2 && (n & (n - 1)) == 0), "a length");
+  if (!dct4 || n > kLongest) return;
+  tests::Exact block(1 << 16);
+  Dct4Spec* spec = nullptr;
+  Functions<T>::kDct4Init(&spec, static_cast<int32_t>(n), block.data());
+  const Parts parts = partsOf(input, n, n);
+  compare<T, T>(
+      input, parts, parts.toSize == n && parts.areApartOrOne(),
+      [&](auto in, auto out) { (*dct4)(in, out); },
+      [&](const T* src, T* dst) { Functions<T>::kDct4(src, dst, spec); });
+}
+
+// Windows of a signal into results at a stride of their own.
+template <class T>
+void tryBatch(Input& input) {
+  const std::size_t n = input.choice(12), stride = input.choice(20), hop = input.choice(20);
+  std::vector<T> x(input.choice(150)), y(input.choice(150));
+  input.fill(std::span(x));
+  const auto countOf = [&](std::size_t size, std::size_t step) {
+    std::size_t count = 0;
+    while (count * step + n <= size) ++count;
+    return count;
+  };
+  const bool refused = n == 0 || hop == 0 || stride < n ||
+                       countOf(x.size(), hop) != countOf(y.size(), stride) ||
+                       (!isLength(n) && countOf(x.size(), hop) != 0);
+  std::vector<T> expected = y;
+  for (std::size_t i = 0; !refused && i < countOf(x.size(), hop); ++i) {
+    Functions<T>::Hartley::kByLength(x.data() + i * hop, expected.data() + i * stride,
+                                     static_cast<int32_t>(n), zvxNoDiv);
+  }
+  bool threw = false;
+  try {
+    zvxg::batch(zvxg::signals(std::span<const T>(x), n, hop), zvxg::signals(y, n, stride),
+                [](auto in, auto out) { zvxg::hartley(in, out); });
+  } catch (const std::invalid_argument&) {
+    threw = true;
+  }
+  require(threw == refused, "signals and batches");
+  require(sameNumbers<T>(expected, y), "not what the C function does, signal by signal");
+}
+
+template <class T>
+void tryPrecision(Input& input) {
+  using F = Functions<T>;
+  using Pair = std::complex<T>;
+  switch (input.choice(9)) {
+    case 0:
+      return tryArrays<T, Pair>(input, typename F::Forward(),
+                                [](auto in, auto out, auto flag) { zvxg::dft(in, out, flag); });
+    case 1:
+      return tryArrays<T, Pair>(input, typename F::Inverse(),
+                                [](auto in, auto out, auto flag) { zvxg::idft(in, out, flag); });
+    case 2:
+      return tryArrays<T, T>(input, typename F::Hartley(),
+                             [](auto in, auto out, auto flag) { zvxg::hartley(in, out, flag); });
+    case 3: return tryLayout<Layout::Ccs, T>(input);
+    case 4: return tryLayout<Layout::Pack, T>(input);
+    case 5: return tryLayout<Layout::Perm, T>(input);
+    case 6: return tryWht<T>(input);
+    case 7: return tryDct4<T>(input);
+    default: return tryBatch<T>(input);
+  }
+}
+
+}  // namespace
+}  // namespace fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  fuzz::Input input(data, size);
+  if (input.choice(2) == 0) {
+    fuzz::tryPrecision<float>(input);
+  } else {
+    fuzz::tryPrecision<double>(input);
+  }
+  return 0;
+}
