@@ -70,7 +70,8 @@ Counts counts(const Kernel& kernel) {
 }
 
 std::string ledgerHead() {
-  return "symbol,row,width,adds,products,stated,scales,shuffles,logic,converts,loads,stores,bound";
+  return "symbol,row,width,bodies,adds,products,stated,scales,shuffles,logic,converts,loads,stores,"
+         "bound";
 }
 
 std::string ledgerLine(const Kernel& kernel) {
@@ -78,10 +79,10 @@ std::string ledgerLine(const Kernel& kernel) {
   const Body& body = kernel.id.body();
   const std::string stated = c.stated ? std::to_string(*c.stated) : "";
   char text[256];
-  std::snprintf(text, sizeof text, "%s,\"%s\",%d,%d,%d,%s,%d,%d,%d,%d,%d,%d,%.1f",
-                kernel.id.symbol().c_str(), body.recipe.print().c_str(), body.width, c.adds,
-                c.products, stated.c_str(), c.scales, c.shuffles, c.logic, c.converts, c.loads,
-                c.stores, c.bound);
+  std::snprintf(text, sizeof text, "%s,\"%s\",%d,%d,%d,%d,%s,%d,%d,%d,%d,%d,%d,%.1f",
+                kernel.id.symbol().c_str(), body.recipe.print().c_str(), body.width,
+                body.split ? 2 : 1, c.adds, c.products, stated.c_str(), c.scales, c.shuffles,
+                c.logic, c.converts, c.loads, c.stores, c.bound);
   return text;
 }
 

@@ -87,11 +87,6 @@ Pace KernelId::pace() const {
   return family == Family::Complex ? complexPace(length, precision) : Pace();
 }
 
-int KernelId::sourceSize() const {
-  if (family == Family::Complex) return 2 * length;
-  return direction == Direction::Forward ? length : SpectrumMap(*this).size();
-}
-
 int KernelId::destinationSize() const {
   if (family == Family::Complex) return 2 * length;
   return direction == Direction::Forward ? SpectrumMap(*this).size() : length;

@@ -32,8 +32,7 @@ struct KernelId {
 
   std::string symbol() const;
   const Body& body() const;
-  // Sizes of the arrays in real numbers.
-  int sourceSize() const;
+  // The size of the array in real numbers.
   int destinationSize() const;
   // Longer than the cache of decoded instructions, which holds some 4,000 on Zen 3.
   bool isLong() const;
