@@ -38,11 +38,6 @@ SURVIVORS = [
         "no fault: a constant of equal lanes is written lane by lane",
     ),
     (
-        "kernelgen/real_tables.cpp",
-        "kScalar, false}});",
-        "no fault of a result: a second body of the same arithmetic",
-    ),
-    (
         "zvxg/mdct.hpp",
         "sum += besselI0",
         "no fault: all sums are negated, and only their ratios are used",
