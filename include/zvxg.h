@@ -10,8 +10,8 @@
  *      int32_t status = zvxgDFTFwd_CToC_12_32fc(x, y, zvxNoDiv);
  *
  *  Link with -lzvxg -lzvxcore. The second holds the default zvxMalloc and zvxFree, which libzvxg.so
- *  loads; a program that defines these two itself has its own called instead, and can do without
- * the second where it links the archive libzvxg.a.
+ *  loads; a program that defines these two itself has its own called instead, and can do without the
+ *  second where it links the archive libzvxg.a.
  */
 #ifndef ZVXG_H
 #define ZVXG_H

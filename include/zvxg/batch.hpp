@@ -72,8 +72,8 @@ auto signals(Array&& array, std::size_t length) {
   return signals(array, length, length);
 }
 
-/** Calls transform(in[i], out[i]) for each i, in rising order. In place, both are one array with
- * one stride. Throws std::invalid_argument if there are not as many results as signals, before the
+/** Calls transform(in[i], out[i]) for each i, in rising order. In place, both are one array with one
+ *  stride. Throws std::invalid_argument if there are not as many results as signals, before the
  *  first call; all else is up to `transform`. */
 template <class In, std::size_t kIn, class Out, std::size_t kOut, class Transform>
 void batch(const Signals<In, kIn>& in, const Signals<Out, kOut>& out, Transform&& transform) {

@@ -13,15 +13,13 @@
 //
 //  - Arrays are whatever a std::span can be made of; an element is float, double, std::complex of
 //    these, Complex32 or Complex64. Source and destination have one precision.
-//  - The length is the template argument, or that of an array or spectrum whose type has it.
-//  Lengths
+//  - The length is the template argument, or that of an array or spectrum whose type has it. Lengths
 //    known to the compiler must agree and be from 2 to 64, or the call does not compile.
 //  - Where all are known, nothing is checked at run time and nothing can fail: such a call is
 //    noexcept, and no more than the call of the kernel. Otherwise std::invalid_argument is thrown
 //    for lengths that differ or have no kernel, and for arrays that overlap in part, before
 //    anything is written.
-//  - Source and destination may be one array. They may not overlap in part; where nothing is
-//  checked
+//  - Source and destination may be one array. They may not overlap in part; where nothing is checked
 //    at run time, that is up to the caller.
 //  - `scale` is the flag of zvxg.h, which has the formulas. A number that is none of the four can
 //    get in only by a cast; it is an assertion where nothing is checked, else

@@ -51,8 +51,8 @@ std::vector<T> sineWindow(std::size_t length) {
  *      w[n]^2 = (sum over j = 0 .. n of k[j]) / (sum over j = 0 .. N of k[j]),  n = 0 .. N-1,
  *      k[j] = I0(pi alpha sqrt(1 - (2j/N - 1)^2)).
  *
- *  A larger `alpha` trades a wider main lobe for lower side lobes: 4 is usual for 2N = 2048
- * samples, 5 or 6 for 256, 0 gives the root of a ramp. L. D. Fielder and others, "AC-2 and AC-3:
+ *  A larger `alpha` trades a wider main lobe for lower side lobes: 4 is usual for 2N = 2048 samples,
+ *  5 or 6 for 256, 0 gives the root of a ramp. L. D. Fielder and others, "AC-2 and AC-3:
  *  Low-complexity transform-based audio coding", AES (1996). `length` is N. Throws
  *  std::invalid_argument unless `alpha` is from 0 to 1000. */
 template <Real T>

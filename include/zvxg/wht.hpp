@@ -33,9 +33,9 @@ requires(kOrder >= 1 && kOrder <= 7 &&
 /** The Walsh-Hadamard transform of one order, 1 to 13, with its work buffer.
  *
  *  The buffer belongs to the object and not to the thread: then it is plain who holds up to 72 KB
- *  and for how long, and a call looks nothing up. A call writes to it, so it is not const; an
- * object serves one thread at a time, and clone() makes one for another. An object that was moved
- * from can be assigned to and destroyed; a call throws. */
+ *  and for how long, and a call looks nothing up. A call writes to it, so it is not const; an object
+ *  serves one thread at a time, and clone() makes one for another. An object that was moved from can
+ *  be assigned to and destroyed; a call throws. */
 template <Real T>
 class Wht {
  public:
