@@ -12,30 +12,30 @@ namespace {
 constexpr int kElementBits[] = {64, 128};  // of a complex element, single and double
 
 void makeScalar(Graph& g, const Recipe& recipe) {
-  Column<Pair> x;
+  Column<Scalars> x;
   for (int n = 0; n < recipe.n(); ++n)
     x.push_back({&g, g.load({2 * n}, 1), g.load({2 * n + 1}, 1)});
-  const Column<Pair> y = recipe.isWidened()
-                             ? (recipe.n() == 3 ? direct3<true>(x) : direct5<true>(x))
-                             : direct(recipe, x);
+  const Column<Scalars> y = recipe.isWidened()
+                                ? (recipe.n() == 3 ? direct3<true>(x) : direct5<true>(x))
+                                : direct(recipe, x);
   const NodeId scale = g.scale(1);
   for (int k = 0; k < recipe.n(); ++k) {
-    const Pair& value = y[static_cast<std::size_t>(k)];
+    const Scalars& value = y[static_cast<std::size_t>(k)];
     g.store(g.mul(value.re, scale), {2 * k});
     g.store(g.mul(value.im, scale), {2 * k + 1});
   }
 }
 
-template <class Layout>
-void makeVector(Layout layout, const Recipe& recipe) {
-  using Element = typename Spread<Layout>::Element;
-  Spread<Layout> spread(layout);
+template <class Arrangement>
+void makeVector(Arrangement arrangement, const Recipe& recipe) {
+  using Element = typename Spread<Arrangement>::Element;
+  Spread<Arrangement> spread(arrangement);
   Column<Element> x;
   for (int n = 0; n < recipe.n(); ++n) x.push_back(spread.source(n));
   const Column<Element> y = spread.run(recipe, {x})[0];
   // Elements that lie side by side already go out as they are. The others are put side by side
   // first: a store is dearer than the shuffle that saves one.
-  const std::size_t lanes = layout.lanes();
+  const std::size_t lanes = arrangement.lanes();
   const auto inPlace = [&](std::size_t k) {
     for (std::size_t i = 0; i < lanes; ++i) {
       if (k + i >= y.size() || identity(y[k + i].value) != identity(y[k].value)) return false;
@@ -52,12 +52,12 @@ void makeVector(Layout layout, const Recipe& recipe) {
     std::vector<int> elements(lanes, kNoElement);
     if (count == 1) {
       elements[static_cast<std::size_t>(y[k].lane)] = static_cast<int>(k);
-      layout.store(spread.settled({{y[k]}})[0][0].value, elements);
+      arrangement.store(spread.applyRotations({{y[k]}})[0][0].value, elements);
     } else {
       const auto at = y.begin() + static_cast<std::ptrdiff_t>(k);
       const auto end = elements.begin() + static_cast<std::ptrdiff_t>(count);
       std::iota(elements.begin(), end, static_cast<int>(k));
-      layout.store(spread.pack({at, at + static_cast<std::ptrdiff_t>(count)}), elements);
+      arrangement.store(spread.pack({at, at + static_cast<std::ptrdiff_t>(count)}), elements);
     }
     k += count;
   }

@@ -1,6 +1,6 @@
 // How transforms are laid out in vector lanes.
 //
-// Whole    an element is a whole value: each transform runs by itself, in all lanes at once.
+// Lockstep    an element is a whole value: each transform runs by itself, in all lanes at once.
 // Spread   an element is one lane of a register, or still in memory. Transforms of a batch are put
 //          side by side into the lanes while they fill them; what is left over is opened into its
 //          own blocks, which fill lanes again.
@@ -11,19 +11,19 @@
 #include <type_traits>
 
 #include "algorithms.h"
-#include "layouts.h"
+#include "arrangements.h"
 
 namespace kernelgen {
 
 template <class E>
-struct Whole {
-  static bool centresBlocks() { return std::is_same_v<E, Paired>; }
-  static bool centresColumns() { return std::is_same_v<E, Paired>; }
+struct Lockstep {
+  static bool centresBlocks() { return std::is_same_v<E, Parts>; }
+  static bool centresColumns() { return std::is_same_v<E, Parts>; }
 
   Columns<E> run(const Recipe& r, const Columns<E>& x) {
     if constexpr (std::is_same_v<E, Packed>) {
       if (r.step() == Step::Rader && x[0][0].graph->precision() == Precision::Double) {
-        return runPaired(r, x);
+        return runAsSignals(r, x);
       }
     }
     if (r.hasStages()) return split(*this, r, x);
@@ -60,7 +60,7 @@ struct Whole {
 
  private:
   // x[0] and the constants of a Rader step. Packed elements take the full product for all of them,
-  // ones and zeros included. Paired values leave out what is exact, and as a[k] and a[M-k] meet
+  // ones and zeros included. Parts leave out what is exact, and as a[k] and a[M-k] meet
   // again as their sum and difference, their constants hold the factor two of that.
   static E passed(E x) {
     if constexpr (std::is_same_v<E, Packed>) return product(x, kOne);
@@ -68,7 +68,7 @@ struct Whole {
   }
 
   static E weighted(E a, const Factor& b, bool mirror) {
-    if constexpr (std::is_same_v<E, Paired>) {
+    if constexpr (std::is_same_v<E, Parts>) {
       if (!mirror) {
         const Factor twice{{2 * b.re.exact, "two" + b.re.name},
                            {2 * b.im.exact, "two" + b.im.name}};
@@ -78,14 +78,14 @@ struct Whole {
     return product(a, b);
   }
 
-  static Columns<E> runPaired(const Recipe& r, const Columns<E>& x) {
+  static Columns<E> runAsSignals(const Recipe& r, const Columns<E>& x) {
     Columns<E> out;
     for (const Column<E>& column : x) {
-      Column<Paired> signals;
+      Column<Parts> signals;
       for (const E& e : column) signals.push_back(asSignals(e));
-      const Columns<Paired> transformed = Whole<Paired>().run(r, {signals});
+      const Columns<Parts> transformed = Lockstep<Parts>().run(r, {signals});
       Column<E>& results = out.emplace_back();
-      for (const Paired& p : transformed[0]) results.push_back(asElement(p));
+      for (const Parts& p : transformed[0]) results.push_back(asElement(p));
     }
     return out;
   }
@@ -100,18 +100,19 @@ struct Ref {
   Turn pending = {};
 };
 
-template <class Layout>
+template <class Arrangement>
 class Spread {
  public:
-  using Value = typename Layout::Value;
+  using Value = typename Arrangement::Value;
   using Element = Ref<Value>;
 
   static bool centresBlocks() { return false; }
   static bool centresColumns() { return false; }
 
-  explicit Spread(Layout layout) : layout_(layout), lanes_(layout.lanes()) {}
+  explicit Spread(Arrangement arrangement)
+      : arrangement_(arrangement), lanes_(arrangement.lanes()) {}
 
-  Element source(int element) const { return {layout_.zero(), element, {}}; }
+  Element source(int element) const { return {arrangement_.zero(), element, {}}; }
   Element zero() const { return source(kNoElement); }
 
   Columns<Element> run(const Recipe& r, const Columns<Element>& x) {
@@ -139,7 +140,7 @@ class Spread {
     const auto values = [this](std::size_t count) { return (count + lanes_ - 1) / lanes_; };
     const std::size_t rows = x[0].size(), columns = x.size();
     const bool now = (rows - 1) * values(columns) <= (columns - 1) * values(rows);
-    return now ? settled(std::move(x)) : x;
+    return now ? applyRotations(std::move(x)) : x;
   }
 
   template <class Angle>
@@ -151,7 +152,7 @@ class Spread {
   }
 
   // Every value rotated once, with the angles pending for its elements.
-  Columns<Element> settled(Columns<Element> x) {
+  Columns<Element> applyRotations(Columns<Element> x) {
     // By row, since a transform with zero inputs may have one value for several outputs.
     for (std::size_t k = 0; k < x[0].size(); ++k) {
       std::map<Identity, std::vector<Turn>> angles;
@@ -181,7 +182,7 @@ class Spread {
   }
 
   // Real and imaginary parts exchanged, where that is free.
-  Columns<Element> exchanged(Columns<Element> x) requires std::is_same_v<Value, Paired> {
+  Columns<Element> exchanged(Columns<Element> x) requires std::is_same_v<Value, Parts> {
     for (Column<Element>& column : x) {
       for (Element& e : column) std::swap(e.value.re, e.value.im);
     }
@@ -216,7 +217,7 @@ class Spread {
       inMemory = inMemory && isZero(elements[i].value);
       slots.push_back({elements[i].value, elements[i].lane});
     }
-    return turned(inMemory ? layout_.load(places) : layout_.pack(slots), angles);
+    return turned(inMemory ? arrangement_.load(places) : arrangement_.pack(slots), angles);
   }
 
  private:
@@ -235,7 +236,7 @@ class Spread {
       for (std::size_t c = begin; c < end; ++c) elements.push_back(x[c][k]);
       column.push_back(pack(elements));
     }
-    const Columns<Value> y = Whole<Value>().run(r, {column});
+    const Columns<Value> y = Lockstep<Value>().run(r, {column});
     Columns<Element> out(end - begin);
     for (std::size_t c = 0; c < out.size(); ++c) {
       for (const Value& v : y[0]) out[c].push_back({v, static_cast<int>(c), {}});
@@ -250,7 +251,7 @@ class Spread {
     }
     std::vector<int> places(lanes_, kNoElement);
     places[static_cast<std::size_t>(lane)] = e.lane;
-    return layout_.load(places);
+    return arrangement_.load(places);
   }
 
   Value turned(Value v, const std::vector<Turn>& angles) {
@@ -258,7 +259,7 @@ class Spread {
     return none || isZero(v) ? v : rotated(v, angles);
   }
 
-  Layout layout_;
+  Arrangement arrangement_;
   std::size_t lanes_;
 };
 

@@ -6,10 +6,10 @@
 namespace kernelgen {
 namespace {
 
-using Elements = Column<Paired>;
+using Elements = Column<Parts>;
 
 bool isReal(const Elements& x) {
-  return std::all_of(x.begin(), x.end(), [](const Paired& e) { return isZero(e.im); });
+  return std::all_of(x.begin(), x.end(), [](const Parts& e) { return isZero(e.im); });
 }
 
 bool isSymmetric(const Elements& x) {
@@ -19,9 +19,9 @@ bool isSymmetric(const Elements& x) {
   return true;
 }
 
-Elements parts(const Elements& x, Part Paired::*part) {
+Elements parts(const Elements& x, Part Parts::*part) {
   Elements out;
-  for (const Paired& e : x) out.push_back({e.graph, e.*part, {}});
+  for (const Parts& e : x) out.push_back({e.graph, e.*part, {}});
   return out;
 }
 
@@ -35,20 +35,20 @@ Elements joined(const Elements& x, const Elements& y) {
 // A complex signal by the transforms of its real and its imaginary part.
 template <class Transform>
 Elements ofParts(const Elements& x, const Transform& transform) {
-  const Elements re = transform(parts(x, &Paired::re));
-  const Elements im = transform(parts(x, &Paired::im));
+  const Elements re = transform(parts(x, &Parts::re));
+  const Elements im = transform(parts(x, &Parts::im));
   return joined(re, im);
 }
 
 // ---- Odd primes
 
 // u[j] = x[j] + x[p-j] for the cosine sums, v[j] = x[p-j] - x[j] for the sine sums. 5 points have
-// their first difference the other way round, which settles the signs of zero in their two sums.
+// their first difference the other way round, which decides the signs of zero in their two sums.
 Elements symmetricBlock(int p, const Elements& x) {
   const auto at = [&](int j) { return x[static_cast<std::size_t>(j)]; };
   const int half = (p - 1) / 2;
-  std::vector<Paired> u, v;
-  Paired zero = x[0];
+  std::vector<Parts> u, v;
+  Parts zero = x[0];
   for (int j = 1; j <= half; ++j) {
     u.push_back(at(j) + at(p - j));
     const bool frontFirst = p == 5 && j == 1;
@@ -63,7 +63,7 @@ Elements symmetricBlock(int p, const Elements& x) {
       even.push_back({cosine(t), u[static_cast<std::size_t>(j - 1)]});
       odd.push_back({sine(t), v[static_cast<std::size_t>(j - 1)]});
     }
-    const Paired c = combined(even, &x[0]), s = turnedQuarters(combined(odd), 3);
+    const Parts c = combined(even, &x[0]), s = turnedQuarters(combined(odd), 3);
     out[static_cast<std::size_t>(k)] = c + s;
     out[static_cast<std::size_t>(p - k)] = c - s;
   }
@@ -93,7 +93,7 @@ Elements complexPowerOfTwo(const Elements& x) {
 Elements oddBins(const Elements& d) {
   const std::size_t size = d.size(), n = 2 * size;
   Elements out(size, d[0]);
-  const auto setPair = [&](std::size_t i, Paired x) {
+  const auto setPair = [&](std::size_t i, Parts x) {
     out[i] = x;
     out[size - 1 - i] = conjugate(x);
   };
@@ -101,7 +101,7 @@ Elements oddBins(const Elements& d) {
     // Bins 4 m + 1 are a transform of n / 4 points, and the others their conjugates.
     Elements z;
     for (std::size_t j = 0; j < size / 2; ++j) {
-      const Paired both = d[j] + turnedQuarters(d[j + size / 2], 1);
+      const Parts both = d[j] + turnedQuarters(d[j + size / 2], 1);
       z.push_back(twiddled(both, {static_cast<long>(j), static_cast<long>(n)}));
     }
     const Elements bins = complexPowerOfTwo(z);
@@ -109,7 +109,7 @@ Elements oddBins(const Elements& d) {
     return out;
   }
   // Four interleaved signals, each with its odd bins, and 4 points across.
-  Columns<Paired> interleaved(4);
+  Columns<Parts> interleaved(4);
   for (std::size_t i = 0; i < size; ++i) interleaved[i % 4].push_back(d[i]);
   for (Elements& b : interleaved) b = oddBins(b);
   for (std::size_t j = 0; j < size / 8; ++j) {
@@ -155,7 +155,7 @@ Elements spectrumToSamples(const Elements& x) {
   Elements r(half, x[0]);
   for (std::size_t j = 0; j < quarter.size(); ++j) {
     const Turn t{static_cast<long>(j), static_cast<long>(n)};
-    const Paired z = shifted(twiddled(quarter[j], t), 1);
+    const Parts z = shifted(twiddled(quarter[j], t), 1);
     r[j] = {z.graph, z.re, {}};
     r[j + half / 2] = {z.graph, turnedQuarters(z, 1).re, {}};
   }
@@ -172,17 +172,16 @@ Elements spectrumToSamples(const Elements& x) {
 Elements masked(const Elements& x, std::size_t parity) {
   Elements out;
   for (std::size_t k = 0; k < x.size(); ++k) {
-    out.push_back(k % 2 == parity ? x[k] : Paired{x[k].graph, {}, {}});
+    out.push_back(k % 2 == parity ? x[k] : Parts{x[k].graph, {}, {}});
   }
   return out;
 }
 
-// The one constant that is not the nearest number to its value, but the one below it; it is
-// settled.
+// The one constant that is not the nearest number to its value but the one below it, on purpose.
 const Constant kBin6Of13{static_cast<Quad>(0.3004626062886657), "re6of13"};
 
 // A[k] B[k] with the factor two of a pair of bins in the constant, and x[0] in bin 0.
-Elements weighted(const Elements& a, const Paired& x0, const RaderNumbers& numbers) {
+Elements weighted(const Elements& a, const Parts& x0, const RaderNumbers& numbers) {
   const std::size_t order = a.size();
   Elements z;
   for (std::size_t k = 0; k < order; ++k) {
@@ -202,25 +201,25 @@ Elements weighted(const Elements& a, const Paired& x0, const RaderNumbers& numbe
 
 }  // namespace
 
-Paired twiddled(Paired x, Turn t) {
+Parts twiddled(Parts x, Turn t) {
   if (t.isZero()) return x;
   const Turn whole{8 * t.num, t.den};
   if (t.isQuarterMultiple() || whole.num % whole.den != 0) return rotated(x, t);
   const long eighths = ((whole.num / whole.den) % 8 + 8) % 8;
-  const Paired y = scaled(x, cosine({1, 8}));
+  const Parts y = scaled(x, cosine({1, 8}));
   return turnedQuarters(y + turnedQuarters(y, 1), static_cast<int>(eighths / 2));
 }
 
-Columns<Paired> Real::run(const Recipe& r, const Columns<Paired>& x) {
-  Columns<Paired> out;
+Columns<Parts> Real::run(const Recipe& r, const Columns<Parts>& x) {
+  Columns<Parts> out;
   for (const Elements& column : x) out.push_back(run(r, column));
   return out;
 }
 
-Column<Paired> Real::run(const Recipe& r, const Column<Paired>& x) {
-  if (std::all_of(x.begin(), x.end(), [](const Paired& e) { return isZero(e); })) return x;
-  if (r.step() == Step::GoodThomas) return goodThomas(*this, r, Columns<Paired>{x})[0];
-  if (r.step() == Step::CooleyTukey) return cooleyTukey(*this, r, Columns<Paired>{x})[0];
+Column<Parts> Real::run(const Recipe& r, const Column<Parts>& x) {
+  if (std::all_of(x.begin(), x.end(), [](const Parts& e) { return isZero(e); })) return x;
+  if (r.step() == Step::GoodThomas) return goodThomas(*this, r, Columns<Parts>{x})[0];
+  if (r.step() == Step::CooleyTukey) return cooleyTukey(*this, r, Columns<Parts>{x})[0];
   if (r.step() == Step::Direct && r.n() % 2 != 0) return symmetricBlock(r.n(), x);
   if (r.step() == Step::Direct && r.n() <= 4) return complexPowerOfTwo(x);
   // What is left is for real or symmetric columns; another one is a real and an imaginary signal.
@@ -235,7 +234,7 @@ Column<Paired> Real::run(const Recipe& r, const Column<Paired>& x) {
 // convolution and those in odd bins of an imaginary one. Of a spectrum, the bins in the order of
 // the powers have real parts of half the period and imaginary parts that change their sign after
 // it.
-Column<Paired> Real::runRader(const Recipe& r, const Column<Paired>& x) {
+Column<Parts> Real::runRader(const Recipe& r, const Column<Parts>& x) {
   const RaderNumbers numbers(r.n());
   Elements permuted;
   for (std::size_t power : numbers.powers) permuted.push_back(x[power]);
@@ -244,12 +243,12 @@ Column<Paired> Real::runRader(const Recipe& r, const Column<Paired>& x) {
       ofParts(permuted, [&](const Elements& part) { return toSpectrum.run(r.first(), part); });
   Elements z = weighted(a, x[0], numbers);
   if (r.hasOwnOddSecond()) {
-    for (Paired& e : z) e = kept(e);
+    for (Parts& e : z) e = kept(e);
   }
   Elements out(x.size(), x[0] + a[0]), rest;
   if (isReal(x)) {
     Elements odd;
-    for (const Paired& e : masked(z, 1)) odd.push_back(turnedQuarters(e, 1));
+    for (const Parts& e : masked(z, 1)) odd.push_back(turnedQuarters(e, 1));
     const Elements re = toSamples.run(r.second(), masked(z, 0));
     rest = joined(re, toSamples.run(r.oddSecond(), odd));
   } else {

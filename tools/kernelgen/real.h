@@ -1,4 +1,4 @@
-// Transforms of real signals and of conjugate-symmetric spectra, both over Paired values.
+// Transforms of real signals and of conjugate-symmetric spectra, both over Parts.
 //
 // A sample is an element without imaginary part; of a spectrum, the elements k and n - k are
 // conjugates. Parts that vanish are never computed and mirror values are the same nodes, so the
@@ -6,13 +6,14 @@
 // gives a half spectrum, a symmetric one real elements.
 #pragma once
 
-#include "paired.h"
+#include "algorithms.h"
+#include "parts.h"
 #include "tables.h"
 
 namespace kernelgen {
 
 // exp(-2 pi i t) x. An odd eighth of a turn takes one product of each part and a plain sum of two.
-Paired twiddled(Paired x, Turn t);
+Parts twiddled(Parts x, Turn t);
 
 class Real {
  public:
@@ -21,11 +22,11 @@ class Real {
   explicit Real(Flow flow) : flow_(flow) {}
 
   // Sums over x[n] exp(-2 pi i k n / N), of each column.
-  Columns<Paired> run(const Recipe& r, const Columns<Paired>& x);
-  Column<Paired> run(const Recipe& r, const Column<Paired>& x);
+  Columns<Parts> run(const Recipe& r, const Columns<Parts>& x);
+  Column<Parts> run(const Recipe& r, const Column<Parts>& x);
 
   template <class Angle>
-  Columns<Paired> rotate(Columns<Paired> x, Angle angle) {
+  Columns<Parts> rotate(Columns<Parts> x, Angle angle) {
     for (std::size_t c = 0; c < x.size(); ++c) {
       for (std::size_t k = 0; k < x[c].size(); ++k) x[c][k] = twiddled(x[c][k], angle(c, k));
     }
@@ -36,7 +37,7 @@ class Real {
   bool centresColumns() const { return flow_ == Flow::ToSpectrum; }
 
  private:
-  Column<Paired> runRader(const Recipe& r, const Column<Paired>& x);
+  Column<Parts> runRader(const Recipe& r, const Column<Parts>& x);
 
   Flow flow_;
 };

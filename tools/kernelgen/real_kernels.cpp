@@ -27,7 +27,7 @@ class Builder {
   }
 
  private:
-  using Elements = Column<Paired>;
+  using Elements = Column<Parts>;
 
   Elements transformed(Flow flow, const Elements& x) {
     return Real(flow).run(realBody(n_, flow).recipe, x);
@@ -44,7 +44,7 @@ class Builder {
   // From the real parts of bins 0 and n/2 and the doubled parts of those between.
   template <class Plain, class DoubledRe, class DoubledIm>
   Elements symmetric(const Plain& plain, const DoubledRe& re, const DoubledIm& im) {
-    Elements x(index(n_), Paired{&g_, {}, {}});
+    Elements x(index(n_), Parts{&g_, {}, {}});
     x[0].re = plain(0);
     if (n_ % 2 == 0) x[index(n_ / 2)].re = plain(n_ / 2);
     for (int k = 1; 2 * k < n_; ++k) {
@@ -78,7 +78,8 @@ class Builder {
   // ---- Outputs
 
   void store(Part value, int element, bool mayNegate) {
-    if (isZero(value) || value.exponent != 0) throw std::logic_error("an output is not settled");
+    if (isZero(value) || value.exponent != 0)
+      throw std::logic_error("an output has a power of two left to apply");
     const Node top = g_[value.node];
     if (value.negative && top.op == Op::Sub) value = {g_.sub(top.b, top.a)};
     if (value.negative && !mayNegate) throw std::logic_error("an output is left with a sign");
@@ -92,7 +93,7 @@ class Builder {
   void storeSpectrum(const Elements& x) {
     const SpectrumMap map(id_);
     for (int k = 0; 2 * k <= n_; ++k) {
-      const Paired& bin = x[index(k)];
+      const Parts& bin = x[index(k)];
       store(bin.re, map.re(k), false);
       if (!isZero(bin.im)) {
         store(bin.im, map.im(k), true);
@@ -113,7 +114,7 @@ class Builder {
     }
     const Elements x = transformed(Flow::ToSpectrum, samples());
     for (int k = 0; k < n_; ++k) {
-      const Paired re{&g_, x[index(k)].re, {}}, im{&g_, x[index(k)].im, {}};
+      const Parts re{&g_, x[index(k)].re, {}}, im{&g_, x[index(k)].im, {}};
       store((re - im).re, k, false);
     }
   }

@@ -99,23 +99,23 @@ Packed product(Packed x, const Factor& factor) {
   return product(x, std::vector<Factor>(elements, factor));
 }
 
-Pair operator+(Pair x, Pair y) {
+Scalars operator+(Scalars x, Scalars y) {
   Graph& g = *x.graph;
   return {&g, g.add(x.re, y.re), g.add(x.im, y.im)};
 }
 
-Pair operator-(Pair x, Pair y) {
+Scalars operator-(Scalars x, Scalars y) {
   Graph& g = *x.graph;
   return {&g, g.sub(x.re, y.re), g.sub(x.im, y.im)};
 }
 
-Pair scaled(Pair x, const Constant& c) {
+Scalars scaled(Scalars x, const Constant& c) {
   Graph& g = *x.graph;
   const NodeId k = g.constant({c}, g[x.re].precision);
   return {&g, g.mul(x.re, k), g.mul(x.im, k)};
 }
 
-Pair crossed(Pair x, const Constant& c) {
+Scalars crossed(Scalars x, const Constant& c) {
   Graph& g = *x.graph;
   const Precision precision = g[x.re].precision;
   const bool forward = g.direction() == Direction::Forward;
@@ -124,7 +124,7 @@ Pair crossed(Pair x, const Constant& c) {
   return {&g, g.mul(x.im, forward ? plus : minus), g.mul(x.re, forward ? minus : plus)};
 }
 
-Pair turnedQuarters(Pair x, int k) {
+Scalars turnedQuarters(Scalars x, int k) {
   Graph& g = *x.graph;
   if (g.direction() == Direction::Inverse) k = (4 - k) % 4;
   const auto minus = [&g](NodeId a) { return g.flip(a, {1}); };
@@ -136,12 +136,12 @@ Pair turnedQuarters(Pair x, int k) {
   }
 }
 
-Pair widened(Pair x) {
+Scalars widened(Scalars x) {
   Graph& g = *x.graph;
   return {&g, g.widen(x.re), g.widen(x.im)};
 }
 
-Pair rounded(Pair x) {
+Scalars rounded(Scalars x) {
   Graph& g = *x.graph;
   return {&g, g.round(x.re), g.round(x.im)};
 }

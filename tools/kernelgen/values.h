@@ -1,7 +1,9 @@
 // What an algorithm computes with: a complex value with +, - and products by constants.
 //
-// Packed   one or more complex elements interleaved in a vector; every operation works on all
-// lanes. Pair     two scalars, real and imaginary part.
+// Packed    one or more complex elements, interleaved in a vector; an operation works on all lanes
+// Scalars   the real and the imaginary part, a scalar each
+//
+// A third one, Parts, is in parts.h.
 //
 // The direction of the transform is decided here: forward, `crossed`, `turnedQuarters` and
 // `rotated` go with exp(-2 pi i t); for the inverse kernel i is replaced by -i in these three and
@@ -42,18 +44,18 @@ const Factor kOne{{1, "one"}, {0, "zero"}};
 Packed product(Packed x, const std::vector<Factor>& factors);
 Packed product(Packed x, const Factor& factor);
 
-struct Pair {
+struct Scalars {
   Graph* graph;
   NodeId re;
   NodeId im;
 };
 
-Pair operator+(Pair x, Pair y);
-Pair operator-(Pair x, Pair y);
-Pair scaled(Pair x, const Constant& c);
-Pair crossed(Pair x, const Constant& c);
-Pair turnedQuarters(Pair x, int k);
-Pair widened(Pair x);
-Pair rounded(Pair x);
+Scalars operator+(Scalars x, Scalars y);
+Scalars operator-(Scalars x, Scalars y);
+Scalars scaled(Scalars x, const Constant& c);
+Scalars crossed(Scalars x, const Constant& c);
+Scalars turnedQuarters(Scalars x, int k);
+Scalars widened(Scalars x);
+Scalars rounded(Scalars x);
 
 }  // namespace kernelgen

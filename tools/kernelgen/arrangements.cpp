@@ -1,4 +1,4 @@
-#include "layouts.h"
+#include "arrangements.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -7,7 +7,7 @@ namespace kernelgen {
 
 Identity identity(const Packed& v) { return {v.node}; }
 
-Identity identity(const Paired& v) {
+Identity identity(const Parts& v) {
   Identity all;
   for (const Part& p : {v.re, v.im}) {
     all.insert(all.end(), {p.node, static_cast<int>(p.negative), p.exponent});
@@ -114,7 +114,7 @@ NodeId packedLanes(Graph& g, const std::vector<NodeId>& x, const std::vector<int
 
 }  // namespace
 
-Paired Planar::load(const std::vector<int>& elements) {
+Parts Planar::load(const std::vector<int>& elements) {
   Graph& g = *graph_;
   const auto missing = [](int e) { return e == kNoElement; };
   if (std::all_of(elements.begin(), elements.end(), missing)) return zero();
@@ -125,21 +125,21 @@ Paired Planar::load(const std::vector<int>& elements) {
   };
   const NodeId low = half(0), high = half(2);
   const Part re{picked(g, low, 0, 2, high, 0, 2)}, im{picked(g, low, 1, 3, high, 1, 3)};
-  return g.direction() == Direction::Forward ? Paired{graph_, re, im} : Paired{graph_, im, re};
+  return g.direction() == Direction::Forward ? Parts{graph_, re, im} : Parts{graph_, im, re};
 }
 
-Paired Planar::pack(const std::vector<Slot<Paired>>& slots) {
-  const auto parts = [&](Part Paired::*which) {
+Parts Planar::pack(const std::vector<Slot<Parts>>& slots) {
+  const auto parts = [&](Part Parts::*which) {
     const Part first = slots[0].value.*which;
-    const bool alike = std::all_of(slots.begin(), slots.end(), [&](const Slot<Paired>& s) {
+    const bool alike = std::all_of(slots.begin(), slots.end(), [&](const Slot<Parts>& s) {
       const Part& p = s.value.*which;
       return p.negative == first.negative && p.exponent == first.exponent;
     });
     std::vector<NodeId> nodes;
     std::vector<int> lanes;
-    for (const Slot<Paired>& s : slots) {
+    for (const Slot<Parts>& s : slots) {
       const Part& p = s.value.*which;
-      nodes.push_back(alike ? p.node : settledPart(*graph_, p));
+      nodes.push_back(alike ? p.node : registerOf(*graph_, p));
       lanes.push_back(s.lane);
     }
     while (nodes.size() < 4) {
@@ -149,13 +149,13 @@ Paired Planar::pack(const std::vector<Slot<Paired>>& slots) {
     const NodeId packed = packedLanes(*graph_, nodes, lanes);
     return alike ? Part{packed, first.negative, first.exponent} : Part{packed};
   };
-  return {graph_, parts(&Paired::re), parts(&Paired::im)};
+  return {graph_, parts(&Parts::re), parts(&Parts::im)};
 }
 
-void Planar::store(Paired v, const std::vector<int>& elements) {
+void Planar::store(Parts v, const std::vector<int>& elements) {
   Graph& g = *graph_;
   const NodeId scale = g.scale(4);
-  NodeId re = g.mul(settledPart(g, v.re), scale), im = g.mul(settledPart(g, v.im), scale);
+  NodeId re = g.mul(registerOf(g, v.re), scale), im = g.mul(registerOf(g, v.im), scale);
   if (g.direction() == Direction::Inverse) std::swap(re, im);
   const auto half = [&](std::size_t at) {
     const std::vector<int> two{elements[at], elements[at + 1]};

@@ -1,15 +1,13 @@
-// How a value of several complex elements stands in registers; the only place that knows shuffles.
+// How several complex elements are arranged in registers; the only place that knows shuffles.
 //
-// Interleaved   one register, real and imaginary parts side by side, as in memory. Additions treat
-// a
-//               complex element at once, products by complex constants cost a shuffle.
-// Planar        a register of real and one of imaginary parts, twice the elements. Products cost no
-//               shuffle, but loads, stores and each transposition do: for steps that are mostly
-//               products. Parts have their signs settled late (paired.h), and the inverse is made
-//               by exchanging the registers on both ends.
+// Interleaved   one register, real and imaginary parts side by side as in memory. One addition adds
+//               both parts of an element; a product by a complex constant costs a shuffle.
+// Planar        a register of real and one of imaginary parts, so twice as many elements. Products
+//               need no shuffle, but loads, stores and transpositions do: for steps that are mostly
+//               products. The inverse exchanges the two registers after loading and before storing.
 #pragma once
 
-#include "paired.h"
+#include "parts.h"
 
 namespace kernelgen {
 
@@ -23,7 +21,7 @@ struct Slot {
 // Equal for equal values.
 using Identity = std::vector<int>;
 Identity identity(const Packed& v);
-Identity identity(const Paired& v);
+Identity identity(const Parts& v);
 
 class Interleaved {
  public:
@@ -53,7 +51,7 @@ class Interleaved {
 // Four elements, single precision.
 class Planar {
  public:
-  using Value = Paired;
+  using Value = Parts;
 
   explicit Planar(Graph& graph) : graph_(&graph) {}
 

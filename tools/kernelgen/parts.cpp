@@ -1,4 +1,4 @@
-#include "paired.h"
+#include "parts.h"
 
 #include <stdexcept>
 
@@ -33,8 +33,8 @@ Part withExponent(Graph& g, Part a, int exponent) {
   Quad power = 1;
   for (int e = exponent; e < a.exponent; ++e) power *= 2;
   for (int e = a.exponent; e < exponent; ++e) power /= 2;
-  const Part settled = times(g, a, {power, power < 1 ? "half" : "two"});
-  return {settled.node, settled.negative, exponent};
+  const Part product = times(g, a, {power, power < 1 ? "half" : "two"});
+  return {product.node, product.negative, exponent};
 }
 
 // The sum of two parts that are in one precision.
@@ -63,24 +63,24 @@ Part sum(Graph& g, Part a, Part b) {
   return added(g, a, b);
 }
 
-// A part as a register, up to its sign.
-Packed settled(Graph& g, Part a) { return {&g, withExponent(g, a, 0).node}; }
+// A part as a register, but for its sign.
+Packed withoutSign(Graph& g, Part a) { return {&g, withExponent(g, a, 0).node}; }
 
 }  // namespace
 
-Paired operator+(Paired x, Paired y) {
+Parts operator+(Parts x, Parts y) {
   return {x.graph, sum(*x.graph, x.re, y.re), sum(*x.graph, x.im, y.im)};
 }
 
-Paired operator-(Paired x, Paired y) { return x + Paired{y.graph, negated(y.re), negated(y.im)}; }
+Parts operator-(Parts x, Parts y) { return x + Parts{y.graph, negated(y.re), negated(y.im)}; }
 
-Paired scaled(Paired x, const Constant& c) {
+Parts scaled(Parts x, const Constant& c) {
   return {x.graph, times(*x.graph, x.re, c), times(*x.graph, x.im, c)};
 }
 
-Paired crossed(Paired x, const Constant& c) { return turnedQuarters(scaled(x, c), 1); }
+Parts crossed(Parts x, const Constant& c) { return turnedQuarters(scaled(x, c), 1); }
 
-Paired turnedQuarters(Paired x, int k) {
+Parts turnedQuarters(Parts x, int k) {
   switch (k) {
     case 0: return x;
     case 1: return {x.graph, x.im, negated(x.re)};
@@ -89,18 +89,18 @@ Paired turnedQuarters(Paired x, int k) {
   }
 }
 
-Paired rotated(Paired x, Turn t) {
+Parts rotated(Parts x, Turn t) {
   if (t.isQuarterMultiple()) return turnedQuarters(x, t.quarters());
   return product(x, {cosine(t), -sine(t)});
 }
 
-Paired product(Paired x, const Factor& factor) {
+Parts product(Parts x, const Factor& factor) {
   Graph& g = *x.graph;
-  const Paired straight = scaled(x, factor.re), across = turnedQuarters(scaled(x, factor.im), 3);
+  const Parts straight = scaled(x, factor.re), across = turnedQuarters(scaled(x, factor.im), 3);
   return {&g, added(g, straight.re, across.re), added(g, straight.im, across.im)};
 }
 
-Paired combined(const std::vector<Term>& terms, const Paired* plain) {
+Parts combined(const std::vector<Term>& terms, const Parts* plain) {
   Graph& g = *terms[0].x.graph;
   const auto part = [&](auto member) {
     Part total;
@@ -110,10 +110,10 @@ Paired combined(const std::vector<Term>& terms, const Paired* plain) {
     last.node = isZero(total) ? last.node : opened(g, temporary(g, last.node));
     return added(g, total, last);
   };
-  return {&g, part(&Paired::re), part(&Paired::im)};
+  return {&g, part(&Parts::re), part(&Parts::im)};
 }
 
-Paired kept(Paired x) {
+Parts kept(Parts x) {
   for (Part* part : {&x.re, &x.im}) {
     if (isZero(*part) || (*x.graph)[part->node].precision == x.graph->precision()) continue;
     part->node = x.graph->round(part->node, true);
@@ -121,17 +121,17 @@ Paired kept(Paired x) {
   return x;
 }
 
-Paired conjugate(Paired x) { return {x.graph, x.re, negated(x.im)}; }
+Parts conjugate(Parts x) { return {x.graph, x.re, negated(x.im)}; }
 
-bool sameValue(const Paired& x, const Paired& y) { return x.re == y.re && x.im == y.im; }
+bool sameValue(const Parts& x, const Parts& y) { return x.re == y.re && x.im == y.im; }
 
-Paired rotated(Paired x, const std::vector<Turn>& angles) {
+Parts rotated(Parts x, const std::vector<Turn>& angles) {
   std::vector<Factor> factors;
   for (Turn t : angles) factors.push_back({cosine(t), -sine(t)});
   return product(x, factors);
 }
 
-Paired product(Paired x, const std::vector<Factor>& factors) {
+Parts product(Parts x, const std::vector<Factor>& factors) {
   Graph& g = *x.graph;
   std::vector<Constant> re, im;
   for (const Factor& f : factors) {
@@ -147,32 +147,29 @@ Paired product(Paired x, const std::vector<Factor>& factors) {
 }
 
 bool isZero(const Part& a) { return a.node == kNoNode; }
-bool isZero(const Paired& x) { return isZero(x.re) && isZero(x.im); }
+bool isZero(const Parts& x) { return isZero(x.re) && isZero(x.im); }
 
-NodeId settledPart(Graph& g, Part a) {
-  const Part settled = withExponent(g, a, 0);
-  if (isZero(settled)) {
-    throw std::logic_error("a zero part has no register");
-  }
-  if (!settled.negative) return settled.node;
-  return g.flip(settled.node, std::vector<int>(static_cast<std::size_t>(g[settled.node].lanes), 1));
+NodeId registerOf(Graph& g, Part a) {
+  if (isZero(a)) throw std::logic_error("a zero part has no register");
+  const NodeId node = withoutSign(g, a).node;
+  return a.negative ? g.flip(node, std::vector<int>(g[node].lanes, 1)) : node;
 }
 
-Paired shifted(Paired x, int exponent) {
+Parts shifted(Parts x, int exponent) {
   for (Part* part : {&x.re, &x.im}) part->exponent += isZero(*part) ? 0 : exponent;
   return x;
 }
 
-Paired asSignals(Packed x) { return {x.graph, {x.node}, {}}; }
+Parts asSignals(Packed x) { return {x.graph, {x.node}, {}}; }
 
 // re + i im, where i turns the element itself: the one place where the direction matters.
-Packed asElement(Paired x) {
+Packed asElement(Parts x) {
   Graph& g = *x.graph;
-  const Packed turned = isZero(x.im) ? Packed{} : turnedQuarters(settled(g, x.im), 3);
+  const Packed turned = isZero(x.im) ? Packed{} : turnedQuarters(withoutSign(g, x.im), 3);
   if (isZero(x.re)) {
     return x.im.negative ? turnedQuarters(turned, 2) : turned;
   }
-  const Packed straight = settled(g, x.re);
+  const Packed straight = withoutSign(g, x.re);
   if (isZero(x.im)) return x.re.negative ? turnedQuarters(straight, 2) : straight;
   if (x.re.negative && x.im.negative) return turnedQuarters(straight + turned, 2);
   if (x.re.negative) return turned - straight;
