@@ -9,9 +9,9 @@ set_source_files_properties(${written} DIRECTORY src PROPERTIES
   COMPILE_OPTIONS "--coverage;-fprofile-update=atomic;-O0")
 target_compile_options(zvxg_companion_tests PRIVATE --coverage -O0)
 # The generator prints and interprets all kernels, which would take minutes without optimisation.
-foreach(target zvxg_kernelgen_core zvxg_kernelgen)
+foreach(target zvxg_kernel_id zvxg_kernelgen_core zvxg_kernelgen)
   target_compile_options(${target} PRIVATE --coverage -O1)
 endforeach()
-foreach(target zvxg zvxg_static zvxg_kernelgen_core)
+foreach(target zvxg zvxg_static zvxg_kernel_id zvxg_kernelgen_core)
   target_link_options(${target} PUBLIC --coverage)
 endforeach()

@@ -8,30 +8,32 @@
 namespace tests {
 namespace {
 
-// Witnesses for scaleFactor(), which the next test and others lean on.
+// Witnesses for scaleFactor(), which the generator prints and the other tests lean on.
 TEST(Frame, WellKnownFactors) {
   using kernelgen::Direction, kernelgen::Family, kernelgen::Layout, kernelgen::Precision;
-  const auto forward = [](int length) {
-    return kernelgen::KernelId{Family::Complex, Direction::Forward, length, Precision::Single};
+  const auto forward = [](int length, Precision precision, int flag) {
+    const kernelgen::KernelId id{Family::Complex, Direction::Forward, length, precision};
+    return scaleFactor(id, flag);
   };
-  EXPECT_EQ(scaleFactor<float>(forward(2), 1), 0.5f);
-  EXPECT_EQ(scaleFactor<float>(forward(2), 4), 0.70710677f);
-  EXPECT_EQ(scaleFactor<float>(forward(3), 1), 0.33333334f);
-  EXPECT_EQ(scaleFactor<float>(forward(3), 4), 0.57735026f);
-  EXPECT_EQ(scaleFactor<float>(forward(10), 1), 0.1f);
-  EXPECT_EQ(scaleFactor<float>(forward(10), 4), 0.31622776f);
-  EXPECT_EQ(scaleFactor<float>(forward(12), 4), 0.28867513f);
-  EXPECT_EQ(scaleFactor<double>(forward(3), 1), 0.3333333333333333);
-  EXPECT_EQ(scaleFactor<double>(forward(3), 4), 0.5773502691896258);
+  EXPECT_EQ(forward(2, Precision::Single, 1), 0.5f);
+  EXPECT_EQ(forward(2, Precision::Single, 4), 0.70710677f);
+  EXPECT_EQ(forward(3, Precision::Single, 1), 0.33333334f);
+  EXPECT_EQ(forward(3, Precision::Single, 4), 0.57735026f);
+  EXPECT_EQ(forward(10, Precision::Single, 1), 0.1f);
+  EXPECT_EQ(forward(10, Precision::Single, 4), 0.31622776f);
+  EXPECT_EQ(forward(12, Precision::Single, 4), 0.28867513f);
+  EXPECT_EQ(forward(3, Precision::Double, 1), 0.3333333333333333);
+  EXPECT_EQ(forward(2, Precision::Double, 4), 0.7071067811865475);  // the nearest ends in 6
+  EXPECT_EQ(forward(3, Precision::Double, 4), 0.5773502691896258);
   // The direction decides between flags 1 and 2, and without one both divide.
-  const kernelgen::KernelId inverse{Family::Real, Direction::Inverse, 5, Precision::Single,
+  const kernelgen::KernelId inverse{Family::Real, Direction::Inverse, 5, Precision::Double,
                                     Layout::Pack};
-  const kernelgen::KernelId hartley{Family::Hartley, Direction::Forward, 5, Precision::Single};
-  const float expected[][3] = {{1, 0.2f, 0.2f}, {0.2f, 1, 0.2f}};  // complex, real inverse, Hartley
+  const kernelgen::KernelId hartley{Family::Hartley, Direction::Forward, 5, Precision::Double};
+  const double expected[][3] = {{1, 0.2, 0.2}, {0.2, 1, 0.2}};  // complex, real inverse, Hartley
   for (const int32_t flag : {1, 2}) {
-    EXPECT_EQ(scaleFactor<float>(forward(5), flag), expected[2 - flag][0]);
-    EXPECT_EQ(scaleFactor<float>(inverse, flag), expected[2 - flag][1]);
-    EXPECT_EQ(scaleFactor<float>(hartley, flag), expected[2 - flag][2]);
+    EXPECT_EQ(forward(5, Precision::Double, flag), expected[2 - flag][0]);
+    EXPECT_EQ(scaleFactor(inverse, flag), expected[2 - flag][1]);
+    EXPECT_EQ(scaleFactor(hartley, flag), expected[2 - flag][2]);
   }
 }
 

@@ -13,7 +13,6 @@
 namespace tests {
 namespace {
 
-using kernelgen::Direction;
 using kernelgen::KernelId;
 
 std::string environment(const char* name, const char* otherwise) {
@@ -47,8 +46,7 @@ const Library& libraryUnderTest() {
 
 template <class T>
 TestKernel<T> loadKernel(const Library& library, const KernelId& id) {
-  TestKernel<T> kernel{
-      id, id.length, reference::sourceSize(id), reference::destinationSize(id), {}};
+  TestKernel<T> kernel{id, id.length, id.sourceSize(), id.destinationSize(), {}};
   void* address = library.find(id.symbol());
   if (address == nullptr) ADD_FAILURE() << id.symbol() << " is not in the library";
   // The prototype has pointers to complex elements, which are passed like these.
@@ -64,7 +62,7 @@ std::vector<T> TestKernel<T>::run(const std::vector<T>& source, int32_t flag) co
 }
 
 std::vector<long double> impulseResponse(const KernelId& id, int i) {
-  std::vector<long double> source(reference::sourceSize(id));
+  std::vector<long double> source(id.sourceSize());
   source[i] = 1;
   std::vector<long double> response = definition(id, source);
   // The smallest other one is above 1 / length.
@@ -72,18 +70,6 @@ std::vector<long double> impulseResponse(const KernelId& id, int i) {
     if (std::abs(number) < 1e-10L) number = 0;
   }
   return response;
-}
-
-template <class T>
-T scaleFactor(const KernelId& id, int32_t flag) {
-  const bool directed = reference::isDirected(id.family);
-  const bool forward = id.direction == Direction::Forward;
-  switch (flag) {
-    case 1: return !directed || forward ? T(1) / T(id.length) : T(1);
-    case 2: return !directed || !forward ? T(1) / T(id.length) : T(1);
-    case 4: return static_cast<T>(1.0 / std::sqrt(static_cast<double>(id.length)));
-    default: return T(1);
-  }
 }
 
 std::vector<KernelId> selectedKernels() {
@@ -141,7 +127,6 @@ T poison() {
 #define ZVXG_INSTANTIATE(T)                                                                       \
   template struct TestKernel<T>;                                                                  \
   template TestKernel<T> loadKernel<T>(const Library&, const KernelId&);                          \
-  template T scaleFactor<T>(const KernelId&, int32_t);                                            \
   template std::vector<T> normalNumbers<T>(Random&, int);                                         \
   template std::vector<T> numbersWithZeros<T>(Random&, int);                                      \
   template testing::AssertionResult sameNumbers<T>(const std::vector<T>&, const std::vector<T>&); \

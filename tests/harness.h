@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "kernels.h"  // kernelgen
+#include "kernel_id.h"  // kernelgen
 #include "reference.h"
 
 namespace tests {
@@ -62,14 +62,15 @@ using reference::definition;
 /// rounding made so: an output depends on the element where this is not zero.
 std::vector<long double> impulseResponse(const kernelgen::KernelId& id, int i);
 
-using reference::BinPlace;
-using reference::binPlace;
-using reference::isOwnMirror;
-using reference::kNowhere;
+using kernelgen::BinPlace;
+using kernelgen::binPlace;
+using kernelgen::isOwnMirror;
+using kernelgen::kNowhere;
 
-/// The factor that `flag` stands for, rounded as the contract says.
 template <class T>
-T scaleFactor(const kernelgen::KernelId& id, int32_t flag);
+T scaleFactor(const kernelgen::KernelId& id, int32_t flag) {
+  return static_cast<T>(kernelgen::scaleFactor(id, flag));
+}
 
 /// The kernels to be tested: all that are built, or those that ZVXG_KERNEL leaves of them.
 std::vector<kernelgen::KernelId> selectedKernels();

@@ -206,8 +206,7 @@ TEST(Kernels, RoundTrip) {
     int pairs = 0;
     for (const int32_t flag : kFlags) {
       for (const int32_t backFlag : kFlags) {
-        const double factor =
-            double(scaleFactor<T>(there.id, flag)) * double(scaleFactor<T>(back.id, backFlag));
+        const double factor = scaleFactor(there.id, flag) * scaleFactor(back.id, backFlag);
         if (std::abs(factor * n - 1) > 1e-3) continue;
         ++pairs;
         double error = 0, norm = 0;

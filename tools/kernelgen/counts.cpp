@@ -65,7 +65,7 @@ Counts counts(const Kernel& kernel) {
     }
   }
   if (kernel.id.family != Family::Complex) c.stated = statedProducts(kernel.id);
-  c.bound = bound(c, kernel.id.body().width == kScalar);
+  c.bound = bound(c, bodyOf(kernel.id).width == kScalar);
   return c;
 }
 
@@ -76,7 +76,7 @@ std::string ledgerHead() {
 
 std::string ledgerLine(const Kernel& kernel) {
   const Counts c = counts(kernel);
-  const Body& body = kernel.id.body();
+  const Body& body = bodyOf(kernel.id);
   const std::string stated = c.stated ? std::to_string(*c.stated) : "";
   char text[256];
   std::snprintf(text, sizeof text, "%s,\"%s\",%d,%d,%d,%d,%s,%d,%d,%d,%d,%d,%d,%.1f",

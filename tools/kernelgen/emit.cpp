@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <map>
 #include <set>
 #include <stdexcept>
@@ -93,9 +92,9 @@ class Statements {
   explicit Statements(const Kernel& kernel)
       : g_(kernel.graph),
         length_(kernel.id.length),
-        namesPlaces_(kernel.id.isLong()),
+        namesPlaces_(isLong(kernel.id)),
         names_(g_.size()) {
-    const std::vector<NodeId> order = schedule(g_, kernel.id.pace());
+    const std::vector<NodeId> order = schedule(g_, paceOf(kernel.id));
     for (NodeId id : order) {
       for (NodeId o : {g_[id].a, g_[id].b}) {
         if (o != kNoNode && g_[o].op == Op::Const) declareConstant(o);
@@ -426,17 +425,13 @@ std::string declaration(const std::string& symbol, const std::vector<Parameter>&
 
 std::string signature(const KernelId& id) { return declaration(id.symbol(), parameters(id)); }
 
-// 1/N to the nearest, and 1 over the rounded root, rounded to double and then to the precision.
 std::string factors(const KernelId& id) {
-  const double byN = 1.0 / id.length, byRoot = 1.0 / std::sqrt(static_cast<double>(id.length));
-  const char* direction = id.family == Family::Hartley         ? "undirectedFactors"
-                          : id.direction == Direction::Forward ? "forwardFactors"
-                                                               : "inverseFactors";
-  const float byNSingle = 1.0f / static_cast<float>(id.length);
-  return std::string(direction) + "(" +
-         literal(id.precision == Precision::Single ? static_cast<double>(byNSingle) : byN,
-                 id.precision) +
-         ", " + literal(byRoot, id.precision) + ")";
+  const std::string direction = !isDirected(id.family)               ? "undirected"
+                                : id.direction == Direction::Forward ? "forward"
+                                                                     : "inverse";
+  return call(direction + "Factors",
+              {literal(byLength(id.length, id.precision), id.precision),
+               literal(byRootOfLength(id.length, id.precision), id.precision)});
 }
 
 std::string bodyName(const KernelId& id) {
@@ -450,20 +445,13 @@ std::string bodyName(const KernelId& id) {
 
 std::string head(const Kernel& kernel) {
   const Counts c = counts(kernel);
-  const Body& body = kernel.id.body();
+  const Body& body = bodyOf(kernel.id);
   return "// " + kernel.id.symbol() + ": " + body.recipe.print() + ", " +
          (body.width == kScalar ? "scalar" : number(body.width) + " bits") + "\n// " +
          number(c.adds) + " additions, " + number(c.products) + " products by constants, " +
          number(c.scales) + " by the scale, " + number(c.shuffles) + " shuffles, " +
          number(c.logic) + " flips and blends, " + number(c.converts) + " conversions, " +
          number(c.loads) + " loads, " + number(c.stores) + " stores\n";
-}
-
-// The name of the kernel without its number.
-std::string entrySymbol(const KernelId& id) {
-  std::string s = id.symbol();
-  const std::string selector = "_" + number(id.length);
-  return s.erase(s.find(selector + "_"), selector.size());
 }
 
 // The by-length entry of kernels that follow one another.
@@ -486,7 +474,7 @@ std::string entry(const std::string& symbol, const std::vector<KernelId>& kernel
 
 std::string emitKernel(const Kernel& kernel) {
   const KernelId& id = kernel.id;
-  const Body& body = id.body();
+  const Body& body = bodyOf(id);
   const std::string real = id.precision == Precision::Single ? "float" : "double";
   const std::string element = body.width == kScalar ? "Anywhere<" + real + ">" : real;
   const std::string parameters =
@@ -541,8 +529,8 @@ std::string emitEntries(const std::vector<KernelId>& kernels) {
   std::vector<std::string> order;
   std::map<std::string, std::vector<KernelId>> byEntry;
   for (const KernelId& id : kernels) {
-    std::vector<KernelId>& served = byEntry[entrySymbol(id)];
-    if (served.empty()) order.push_back(entrySymbol(id));
+    std::vector<KernelId>& served = byEntry[id.entrySymbol()];
+    if (served.empty()) order.push_back(id.entrySymbol());
     if (!served.empty() && id.length != served.back().length + 1) {
       throw std::logic_error(id.symbol() + " does not follow " + served.back().symbol());
     }
@@ -564,7 +552,7 @@ std::string emitHeader(const std::vector<KernelId>& kernels) {
       "#ifndef ZVXG_H\n#error \"include zvxg.h\"\n#endif\n";
   std::string open;
   for (const KernelId& id : kernels) {
-    const std::string entry = entrySymbol(id);
+    const std::string entry = id.entrySymbol();
     if (entry != open) {
       if (!open.empty()) s += "/** @} */\n/** @} */\n";
       s += "\n/** @addtogroup " + kGroups.at(id.family) + "\n *  @{ */\n/** @name Kernels of " +

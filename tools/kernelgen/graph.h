@@ -12,14 +12,9 @@
 #include <vector>
 
 #include "angle.h"
-#include "tables.h"
+#include "kernel_id.h"
 
 namespace kernelgen {
-
-enum class Direction {
-  Forward,
-  Inverse
-};
 
 using NodeId = int;
 constexpr NodeId kNoNode = -1;

@@ -10,7 +10,6 @@
 namespace kernelgen {
 
 // source: the kernel's input as real numbers (complex elements interleaved), T its precision.
-// The returned array is as long as the source.
 template <class T>
 std::vector<T> interpret(const Kernel& kernel, std::span<const T> source, T scale);
 

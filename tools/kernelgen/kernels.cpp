@@ -65,64 +65,30 @@ void makeVector(Arrangement arrangement, const Recipe& recipe) {
 
 }  // namespace
 
-std::string KernelId::symbol() const {
-  const bool forward = direction == Direction::Forward;
-  const std::string n = std::to_string(length);
-  const std::string real = precision == Precision::Single ? "_32f" : "_64f";
-  if (family == Family::Hartley) return "zvxgHartley_" + n + real;
-  const std::string dft = std::string("zvxgDFT") + (forward ? "Fwd_" : "Inv_");
-  if (family == Family::Complex) return dft + "CToC_" + n + real + "c";
-  constexpr const char* kNames[] = {"", "CCS", "Pack", "Perm"};
-  const std::string spectrum = kNames[static_cast<int>(layout)];
-  return dft + (forward ? "RTo" + spectrum : spectrum + "ToR") + "_" + n + real;
+const Body& bodyOf(const KernelId& id) {
+  switch (id.family) {
+    case Family::Complex: return complexBody(id.length, id.precision);
+    case Family::Real:
+      return realBody(id.length,
+                      id.direction == Direction::Forward ? Flow::ToSpectrum : Flow::ToSamples);
+    case Family::Hartley: return realBody(id.length, realRow(id.length).hartley);
+  }
+  throw std::logic_error("no table for " + id.symbol());
 }
 
-const Body& KernelId::body() const {
-  if (family == Family::Complex) return complexBody(length, precision);
-  if (family == Family::Hartley) return realBody(length, realRow(length).hartley);
-  return realBody(length, direction == Direction::Forward ? Flow::ToSpectrum : Flow::ToSamples);
-}
-
-Pace KernelId::pace() const {
-  return family == Family::Complex ? complexPace(length, precision) : Pace();
-}
-
-int KernelId::destinationSize() const {
-  if (family == Family::Complex) return 2 * length;
-  return direction == Direction::Forward ? SpectrumMap(*this).size() : length;
+Pace paceOf(const KernelId& id) {
+  return id.family == Family::Complex ? complexPace(id.length, id.precision) : Pace();
 }
 
 // 47 is 2 * 23 + 1 and 59 is 2 * 29 + 1, with a second Rader step inside the first.
-bool KernelId::isLong() const {
-  return (length == 47 || length == 59) &&
-         (family != Family::Complex || precision == Precision::Double);
-}
-
-std::vector<KernelId> kernelList() {
-  std::vector<KernelId> list;
-  const auto addLengths = [&](Family family, Precision precision, Direction direction,
-                              Layout layout) {
-    for (int n = kMinLength; n <= kMaxLength; ++n) {
-      list.push_back({family, direction, n, precision, layout});
-    }
-  };
-  constexpr Precision kPrecisions[] = {Precision::Single, Precision::Double};
-  constexpr Direction kDirections[] = {Direction::Forward, Direction::Inverse};
-  for (Precision p : kPrecisions) {
-    for (Direction d : kDirections) addLengths(Family::Complex, p, d, Layout::None);
-  }
-  for (Precision p : kPrecisions) {
-    for (Direction d : kDirections) {
-      for (Layout l : {Layout::Ccs, Layout::Pack, Layout::Perm}) addLengths(Family::Real, p, d, l);
-    }
-  }
-  for (Precision p : kPrecisions) addLengths(Family::Hartley, p, Direction::Forward, Layout::None);
-  return list;
+bool isLong(const KernelId& id) {
+  return (id.length == 47 || id.length == 59) &&
+         (id.family != Family::Complex || id.precision == Precision::Double);
 }
 
 Kernel makeKernel(const KernelId& id) {
   if (id.family != Family::Complex) return makeRealKernel(id);
-  const Body& body = id.body();
+  const Body& body = bodyOf(id);
   Kernel kernel{id, Graph(id.precision, id.direction)};
   if (body.width == kScalar) {
     makeScalar(kernel.graph, body.recipe);
@@ -134,13 +100,6 @@ Kernel makeKernel(const KernelId& id) {
   }
   kernel.graph = kernel.graph.pruned();
   return kernel;
-}
-
-KernelId kernelOfSymbol(const std::string& symbol) {
-  for (const KernelId& id : kernelList()) {
-    if (id.symbol() == symbol) return id;
-  }
-  throw std::invalid_argument("no kernel is named " + symbol);
 }
 
 }  // namespace kernelgen

@@ -23,10 +23,10 @@ constexpr const char* kUsage =
     "       kernelgen counts             operation counts of all kernels as CSV\n";
 
 // Every PARTS-th kernel, so that long and short ones are spread over the files.
-std::vector<KernelId> share(bool isLong, int part, int parts) {
+std::vector<KernelId> share(bool wantsLong, int part, int parts) {
   if (parts < 1 || part < 0 || part >= parts) throw std::invalid_argument("no such part");
   std::vector<KernelId> all = kernelList(), mine;
-  std::erase_if(all, [&](const KernelId& id) { return id.isLong() != isLong; });
+  std::erase_if(all, [&](const KernelId& id) { return isLong(id) != wantsLong; });
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (static_cast<int>(i) % parts == part) mine.push_back(all[i]);
   }

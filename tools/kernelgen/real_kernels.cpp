@@ -33,6 +33,8 @@ class Builder {
     return Real(flow).run(realBody(n_, flow).recipe, x);
   }
 
+  BinPlace place(int k) const { return binPlace(id_.layout, n_, k); }
+
   Part loaded(int element) { return {g_.load({element}, 1)}; }
 
   Elements samples() {
@@ -57,14 +59,13 @@ class Builder {
   }
 
   Elements spectrum() {
-    const SpectrumMap map(id_);
     const auto doubled = [&](int element) {
       const NodeId two = g_.constant({{2, "two"}}, Precision::Single);
       return Part{g_.mul(g_.load({element}, 1), two)};
     };
-    return symmetric([&](int k) { return loaded(map.re(k)); },
-                     [&](int k) { return doubled(map.re(k)); },
-                     [&](int k) { return doubled(map.im(k)); });
+    return symmetric([&](int k) { return loaded(place(k).re); },
+                     [&](int k) { return doubled(place(k).re); },
+                     [&](int k) { return doubled(place(k).im); });
   }
 
   // The samples taken as a spectrum: sums and differences of mirror elements are its doubled bins.
@@ -91,14 +92,13 @@ class Builder {
   }
 
   void storeSpectrum(const Elements& x) {
-    const SpectrumMap map(id_);
     for (int k = 0; 2 * k <= n_; ++k) {
       const Parts& bin = x[index(k)];
-      store(bin.re, map.re(k), false);
+      store(bin.re, place(k).re, false);
       if (!isZero(bin.im)) {
-        store(bin.im, map.im(k), true);
-      } else if (map.im(k) != kNoElement) {
-        g_.store(g_.constant({{0, "zero"}}, Precision::Single), {map.im(k)});
+        store(bin.im, place(k).im, true);
+      } else if (place(k).im != kNowhere) {
+        g_.store(g_.constant({{0, "zero"}}, Precision::Single), {place(k).im});
       }
     }
   }
@@ -125,21 +125,6 @@ class Builder {
 };
 
 }  // namespace
-
-int SpectrumMap::size() const { return layout_ == Layout::Ccs ? 2 * (n_ / 2 + 1) : n_; }
-
-int SpectrumMap::re(int k) const {
-  if (k == 0) return 0;
-  if (layout_ == Layout::Ccs) return 2 * k;
-  if (layout_ == Layout::Perm && n_ % 2 == 0) return 2 * k == n_ ? 1 : 2 * k;
-  return 2 * k - 1;
-}
-
-int SpectrumMap::im(int k) const {
-  const bool isZero = k == 0 || 2 * k == n_;
-  if (isZero && layout_ != Layout::Ccs) return kNoElement;
-  return re(k) + 1;
-}
 
 Kernel makeRealKernel(const KernelId& id) {
   const Graph g = Builder(id).build();

@@ -1,14 +1,11 @@
 // Which algorithm each kernel runs: one row per length, both precisions side by side.
 #pragma once
 
+#include "kernel_id.h"
 #include "recipe.h"
+#include "schedule.h"
 
 namespace kernelgen {
-
-enum class Precision {
-  Single,
-  Double
-};
 
 // Vector width of a body in bits; kScalar works on one real lane at a time.
 constexpr int kScalar = 0;
@@ -18,15 +15,6 @@ struct Body {
   int width;
   // Two bodies, one for arrays on a boundary of the vector width; else one for any alignment.
   bool split;
-};
-
-constexpr int kMinLength = 2;
-constexpr int kMaxLength = 64;
-
-// What the scheduler believes of the core: so many values stay in its 16 registers beside constants
-// and intermediate results, so many statements start in a cycle.
-struct Pace {
-  int live = 10, issue = 4;
 };
 
 const Body& complexBody(int n, Precision precision);

@@ -61,7 +61,8 @@ def arithmetic(kernel):
 
 class Generator(Workshop):
     def __init__(self):
-        units = sources("zvxg_kernelgen_core") + sources("zvxg_kernelgen")
+        parts = "zvxg_kernel_id", "zvxg_kernelgen_core", "zvxg_kernelgen"
+        units = [unit for part in parts for unit in sources(part)]
         super().__init__("generator", units)
         program = self.program(self.originals.values(), self.tree)
         self.printed = {command: self.output(program, command) for command in COMMANDS}

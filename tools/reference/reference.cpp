@@ -10,19 +10,12 @@
 namespace reference {
 namespace {
 
+using kernelgen::BinPlace;
 using kernelgen::Direction;
 using kernelgen::Family;
+using kernelgen::isOwnMirror;
 using kernelgen::KernelId;
-using kernelgen::Layout;
 using Complex = std::complex<long double>;
-
-int signalSize(const KernelId& id) {
-  return id.family == Family::Complex ? 2 * id.length : id.length;
-}
-
-int spectrumSize(const KernelId& id) {
-  return id.layout == Layout::Ccs ? id.length / 2 * 2 + 2 : signalSize(id);
-}
 
 // cos and sin of 2 pi m / n for m = 0 .. n-1.
 struct Roots {
@@ -62,7 +55,7 @@ Numbers complexDft(const KernelId& id, const Numbers& x) {
 Numbers samplesToSpectrum(const KernelId& id, const Numbers& x) {
   const int n = id.length;
   const Roots& roots = rootsOf(n);
-  Numbers result(spectrumSize(id));
+  Numbers result(id.destinationSize());
   for (int k = 0; 2 * k <= n; ++k) {
     long double re = 0, im = 0;
     for (int j = 0, turn = 0; j < n; ++j, turn = (turn + k) % n) {
@@ -148,26 +141,6 @@ Numbers definition(const KernelId& id, const Numbers& source) {
     case Family::Hartley: return hartley(id, source);
   }
   throw std::logic_error("a kernel family without a definition");
-}
-
-bool isDirected(Family family) { return family != Family::Hartley; }
-
-// A layout lists the parts of the bins in their order; only Perm of an even length has the middle
-// bin moved to the front.
-BinPlace binPlace(Layout layout, int length, int k) {
-  if (layout == Layout::Ccs) return {2 * k, 2 * k + 1};
-  if (k == 0) return {0, kNowhere};
-  const bool perm = layout == Layout::Perm && length % 2 == 0;
-  if (2 * k == length) return {perm ? 1 : length - 1, kNowhere};
-  return perm ? BinPlace{2 * k, 2 * k + 1} : BinPlace{2 * k - 1, 2 * k};
-}
-
-int sourceSize(const KernelId& id) {
-  return id.direction == Direction::Forward ? signalSize(id) : spectrumSize(id);
-}
-
-int destinationSize(const KernelId& id) {
-  return id.direction == Direction::Forward ? spectrumSize(id) : signalSize(id);
 }
 
 // H(2n) = (H(n) H(n); H(n) -H(n)).

@@ -34,12 +34,6 @@ std::string familyOf(const KernelId& id) {
 
 int bitsOf(const KernelId& id) { return id.precision == kernelgen::Precision::Single ? 32 : 64; }
 
-// The by-length entry of a kernel has its name without the number.
-std::string entryOf(const std::string& kernel) {
-  const std::size_t last = kernel.rfind('_');
-  return kernel.substr(0, kernel.rfind('_', last - 1)) + kernel.substr(last);
-}
-
 bool hasWords(const std::string& label, const std::string& filter) {
   std::istringstream words(filter);
   for (std::string word; std::getline(words, word, '-');) {
@@ -76,7 +70,7 @@ std::vector<Function> listFunctions() {
   for (const KernelId& id : kernelgen::kernelList()) {
     functions.push_back({id.symbol(), familyOf(id), Kind::Kernel, bitsOf(id), id.length, id});
     if (id.length == kMaxLength) {
-      functions.push_back({entryOf(id.symbol()), "entries", Kind::Entry, bitsOf(id), 0, id});
+      functions.push_back({id.entrySymbol(), "entries", Kind::Entry, bitsOf(id), 0, id});
     }
   }
   for (const int bits : {32, 64}) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "kernels.h"  // kernelgen
+#include "kernel_id.h"  // kernelgen
 
 namespace bench {
 

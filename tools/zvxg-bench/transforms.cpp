@@ -17,14 +17,14 @@ using kernelgen::KernelId;
 constexpr int kLongestSummedDct4 = 1024;
 
 Scaling scalingOf(const KernelId& id) {
-  if (!reference::isDirected(id.family)) return Scaling::Undirected;
+  if (!kernelgen::isDirected(id.family)) return Scaling::Undirected;
   return id.direction == Direction::Forward ? Scaling::Forward : Scaling::Inverse;
 }
 
 template <class T>
 Transform<T> kernelTransform(const KernelId& id, decltype(Transform<T>::call) call) {
-  return {id.length,     reference::sourceSize(id), reference::destinationSize(id),
-          scalingOf(id), std::move(call),           std::bind_front(reference::definition, id)};
+  return {id.length,     id.sourceSize(), id.destinationSize(),
+          scalingOf(id), std::move(call), std::bind_front(reference::definition, id)};
 }
 
 template <class T>
