@@ -53,8 +53,8 @@ TEST(Ledger, ProductsAreThoseOfTheTable) {
 
 int singleScaleProducts(const Graph& g) {
   int count = 0;
-  for (std::size_t i = 0; i < g.size(); ++i) {
-    const Node& n = g[static_cast<NodeId>(i)];
+  for (NodeId id = 0; id < g.size(); ++id) {
+    const Node& n = g[id];
     const bool isScaled = n.op == Op::Mul && (g[n.a].op == Op::Scale || g[n.b].op == Op::Scale);
     count += isScaled && n.precision == Precision::Single;
   }
@@ -82,8 +82,8 @@ TEST(Ledger, FactorsInSinglePrecision) {
 
 std::set<double> constantsOf(const Graph& g) {
   std::set<double> constants;
-  for (std::size_t i = 0; i < g.size(); ++i) {
-    const Node& n = g[static_cast<NodeId>(i)];
+  for (NodeId id = 0; id < g.size(); ++id) {
+    const Node& n = g[id];
     if (n.op == Op::Const) constants.insert(std::abs(n.constants[0].value));
   }
   return constants;

@@ -51,7 +51,7 @@ NodeId Interleaved::pair(Slot<Packed> low, Slot<Packed> high, int& half) {
 Packed Interleaved::load(const std::vector<int>& elements) {
   const auto missing = [](int e) { return e == kNoElement; };
   if (std::all_of(elements.begin(), elements.end(), missing)) return zero();
-  return {graph_, graph_->load(elements, 2 * lanes_)};
+  return {graph_, graph_->load(Unit::Complex, elements)};
 }
 
 Packed Interleaved::pack(std::vector<Slot<Packed>> slots) {
@@ -79,7 +79,7 @@ Packed Interleaved::pack(std::vector<Slot<Packed>> slots) {
 }
 
 void Interleaved::store(Packed v, const std::vector<int>& elements) {
-  graph_->store(graph_->mul(v.node, graph_->scale(2 * lanes_)), elements);
+  graph_->store(graph_->mul(v.node, graph_->scale(2 * lanes_)), Unit::Complex, elements);
 }
 
 // ---- Planar
@@ -120,7 +120,7 @@ Parts Planar::load(const std::vector<int>& elements) {
   if (std::all_of(elements.begin(), elements.end(), missing)) return zero();
   const auto half = [&](std::size_t at) {
     const std::vector<int> two{elements[at], elements[at + 1]};
-    if (!std::all_of(two.begin(), two.end(), missing)) return g.load(two, 4);
+    if (!std::all_of(two.begin(), two.end(), missing)) return g.load(Unit::Complex, two);
     return g.constant(std::vector<Constant>(4, {0, "zero"}), g.precision());
   };
   const NodeId low = half(0), high = half(2);
@@ -161,7 +161,7 @@ void Planar::store(Parts v, const std::vector<int>& elements) {
     const std::vector<int> two{elements[at], elements[at + 1]};
     if (two[0] == kNoElement && two[1] == kNoElement) return;
     const int first = static_cast<int>(at);
-    g.store(g.shuffle(re, im, {first, first + 4, first + 1, first + 5}), two);
+    g.store(g.shuffle(re, im, {first, first + 4, first + 1, first + 5}), Unit::Complex, two);
   };
   half(0);
   half(2);

@@ -38,7 +38,7 @@ bool contiguous(const std::vector<int>& elements, std::size_t begin, std::size_t
 
 bool isBlend(const Node& shuffle) {
   for (int i = 0; i < shuffle.lanes; ++i) {
-    if (shuffle.index[static_cast<std::size_t>(i)] % shuffle.lanes != i) return false;
+    if (shuffle.select[i] % shuffle.lanes != i) return false;
   }
   return true;
 }
@@ -48,11 +48,11 @@ int accesses(const std::vector<int>& elements) { return accessesIn(elements, 0, 
 Counts counts(const Kernel& kernel) {
   const Graph& g = kernel.graph;
   Counts c;
-  for (std::size_t id = 0; id < g.size(); ++id) {
-    const Node& n = g[static_cast<NodeId>(id)];
+  for (NodeId id = 0; id < g.size(); ++id) {
+    const Node& n = g[id];
     switch (n.op) {
-      case Op::Load: c.loads += accesses(n.index); break;
-      case Op::Store: c.stores += accesses(n.index); break;
+      case Op::Load: c.loads += accesses(n.elements); break;
+      case Op::Store: c.stores += accesses(n.elements); break;
       case Op::Add:
       case Op::Sub: ++c.adds; break;
       case Op::Mul: ++(isScale(g, n.a) || isScale(g, n.b) ? c.scales : c.products); break;

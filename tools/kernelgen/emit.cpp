@@ -96,9 +96,9 @@ class Statements {
         names_(g_.size()) {
     const std::vector<NodeId> order = schedule(g_, paceOf(kernel.id));
     for (NodeId id : order) {
-      for (NodeId o : {g_[id].a, g_[id].b}) {
-        if (o != kNoNode && g_[o].op == Op::Const) declareConstant(o);
-        if (o != kNoNode && g_[o].op == Op::Scale) declareScale(o);
+      for (NodeId o : g_[id].operands()) {
+        if (g_[o].op == Op::Const) declareConstant(o);
+        if (g_[o].op == Op::Scale) declareScale(o);
       }
     }
     if (!namesPlaces_) {
@@ -143,10 +143,10 @@ class Statements {
     const Node& n = g_[id];
     if (n.op != Op::Store) {
       define(id, value(n));
-    } else if (n.lanes == 1) {
-      lines_ += "  dst[" + number(n.index[0]) + "] = " + name(n.a) + ";\n";
+    } else if (n.unit == Unit::Real) {
+      lines_ += "  dst[" + number(n.elements[0]) + "] = " + name(n.a) + ";\n";
     } else {
-      store(n.index, name(n.a), 0, n.index.size());
+      store(n.elements, name(n.a), 0, n.elements.size());
     }
   }
 
@@ -161,7 +161,7 @@ class Statements {
 
   static std::string loadName(const Node& n) {
     std::string s = "x";
-    for (int e : n.index) {
+    for (int e : n.elements) {
       if (e != kNoElement) s += (s == "x" ? "" : "_") + number(e);
     }
     return s;
@@ -248,7 +248,7 @@ class Statements {
   std::string signMask(const Node& n) {
     std::string label = "signs";
     std::vector<std::string> lanes;
-    for (int flipped : n.index) {
+    for (int flipped : n.mask) {
       label += flipped ? '1' : '0';
       lanes.push_back(literal(flipped ? -0.0 : 0.0, n.precision));
     }
@@ -263,7 +263,7 @@ class Statements {
 
   std::string value(const Node& n) {
     switch (n.op) {
-      case Op::Load: return n.lanes == 1 ? "src[" + number(n.index[0]) + "]" : load(n);
+      case Op::Load: return n.unit == Unit::Real ? "src[" + number(n.elements[0]) + "]" : load(n);
       case Op::Add: return name(n.a) + " + " + name(n.b);
       case Op::Sub: return name(n.a) + " - " + name(n.b);
       case Op::Mul: return name(n.a) + " * " + name(n.b);
@@ -282,7 +282,7 @@ class Statements {
     const int lanes = n.lanes;
     if (isBlend(n)) {
       int mask = 0;
-      for (std::size_t i = 0; i < width; ++i) mask |= (n.index[i] >= lanes) << i;
+      for (std::size_t i = 0; i < width; ++i) mask |= (n.select[i] >= lanes) << i;
       return call(intrinsic(n, "blend"), {a, b, number(mask)});
     }
     // Whole halves of a 256-bit vector.
@@ -290,12 +290,12 @@ class Statements {
     const int size = static_cast<int>(half);
     bool halves = (n.precision == Precision::Single ? lanes == 8 : lanes == 4);
     for (std::size_t i = 0; i < width && halves; ++i) {
-      halves = n.index[i] % size == static_cast<int>(i % half) &&
-               n.index[i] / size == n.index[i - i % half] / size;
+      halves = n.select[i] % size == static_cast<int>(i % half) &&
+               n.select[i] / size == n.select[i - i % half] / size;
     }
     if (halves) {
       const std::string function = intrinsic(n, "permute2f128");
-      return call(function, {a, b, number(n.index[0] / size | n.index[half] / size << 4)});
+      return call(function, {a, b, number(n.select[0] / size | n.select[half] / size << 4)});
     }
     return n.precision == Precision::Single ? shuffleSingle(n, a, b) : shuffleDouble(n, a, b);
   }
@@ -304,21 +304,21 @@ class Statements {
   // high lanes of both in turn.
   std::string shuffleSingle(const Node& n, const std::string& a, const std::string& b) {
     const int lanes = n.lanes;
-    if (n.index == std::vector<int>{0, 4, 1, 5}) return call(intrinsic(n, "unpacklo"), {a, b});
-    if (n.index == std::vector<int>{2, 6, 3, 7}) return call(intrinsic(n, "unpackhi"), {a, b});
+    if (n.select == std::vector<int>{0, 4, 1, 5}) return call(intrinsic(n, "unpacklo"), {a, b});
+    if (n.select == std::vector<int>{2, 6, 3, 7}) return call(intrinsic(n, "unpackhi"), {a, b});
     int control = 0;
     bool permute = true, fits = true;
     for (int i = 0; i < lanes; ++i) {
-      const int from = n.index[static_cast<std::size_t>(i)];
-      const int first = n.index[static_cast<std::size_t>(i % 4)];  // the same place, first half
+      const int from = n.select[i];
+      const int first = n.select[static_cast<std::size_t>(i % 4)];  // the same place, first half
       fits = fits && (from % lanes) / 4 == i / 4 && from % 4 == first % 4 &&
-             from / lanes == n.index[static_cast<std::size_t>(i % 4 / 2 * 2)] / lanes;
+             from / lanes == n.select[static_cast<std::size_t>(i % 4 / 2 * 2)] / lanes;
       permute = permute && from < lanes;
       if (i < 4) control |= (from % 4) << (2 * i);
     }
     if (!fits) throw std::logic_error("no instruction for a shuffle");
     if (permute) return call(intrinsic(n, "permute"), {a, number(control)});
-    const bool aFirst = n.index[0] < lanes;
+    const bool aFirst = n.select[0] < lanes;
     return call(intrinsic(n, "shuffle"), {aFirst ? a : b, aFirst ? b : a, number(control)});
   }
 
@@ -328,15 +328,15 @@ class Statements {
     int control = 0;
     bool permute = true, fits = true;
     for (int i = 0; i < lanes; ++i) {
-      const int from = n.index[static_cast<std::size_t>(i)];
+      const int from = n.select[i];
       fits = fits && (from % lanes) / 2 == i / 2 &&
-             from / lanes == n.index[static_cast<std::size_t>(i % 2)] / lanes;
+             from / lanes == n.select[static_cast<std::size_t>(i % 2)] / lanes;
       permute = permute && from < lanes;
       control |= (from % 2) << i;
     }
     if (!fits) throw std::logic_error("no instruction for a shuffle");
     if (permute) return call(intrinsic(n, "permute"), {a, number(control)});
-    const bool aFirst = n.index[0] < lanes;
+    const bool aFirst = n.select[0] < lanes;
     return call(intrinsic(n, "shuffle"), {aFirst ? a : b, aFirst ? b : a, number(control)});
   }
 
@@ -352,7 +352,7 @@ class Statements {
     return element % static_cast<int>(elements) == 0 ? "Memory::" : "Unaligned::";
   }
 
-  std::string load(const Node& n) { return loadRun(n.index, 0, n.index.size()); }
+  std::string load(const Node& n) { return loadRun(n.elements, 0, n.elements.size()); }
 
   std::string loadRun(const std::vector<int>& e, std::size_t begin, std::size_t end) {
     const std::size_t count = end - begin;

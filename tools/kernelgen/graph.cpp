@@ -13,9 +13,17 @@ void appendBytes(std::string& key, const void* data, std::size_t size) {
 
 std::string keyOf(const Node& n) {
   std::string key;
-  const int head[] = {static_cast<int>(n.op), static_cast<int>(n.precision), n.lanes, n.a, n.b};
+  const int head[] = {static_cast<int>(n.op),
+                      static_cast<int>(n.precision),
+                      n.lanes,
+                      n.a,
+                      n.b,
+                      static_cast<int>(n.unit),
+                      n.kept};
   appendBytes(key, head, sizeof head);
-  appendBytes(key, n.index.data(), n.index.size() * sizeof(int));
+  for (const std::vector<int>* lanes : {&n.elements, &n.mask, &n.select}) {
+    appendBytes(key, lanes->data(), lanes->size() * sizeof(int));
+  }
   for (const RoundedConstant& c : n.constants) appendBytes(key, &c.value, sizeof c.value);
   return key;
 }
@@ -34,20 +42,41 @@ Constant operator-(const Constant& c) {
   return {-c.exact, c.name[0] == 'n' ? c.name.substr(1) : "n" + c.name};
 }
 
+std::vector<NodeId> Node::operands() const {
+  if (a == kNoNode) return {};
+  return b == kNoNode || b == a ? std::vector{a} : std::vector{a, b};
+}
+
+int Node::number(int lane) const {
+  if (unit == Unit::Real) return elements[lane];
+  const int element = elements[lane / 2];
+  return element == kNoElement ? kNoElement : 2 * element + lane % 2;
+}
+
 NodeId Graph::append(Node node) {
-  const auto [place, isNew] = shared_.try_emplace(keyOf(node), static_cast<NodeId>(nodes_.size()));
+  const auto [place, isNew] = shared_.try_emplace(keyOf(node), size());
   if (isNew) nodes_.push_back(std::move(node));
   return place->second;
 }
 
-NodeId Graph::binary(Op op, NodeId a, NodeId b) {
-  const Node& n = (*this)[a];
-  return append({.op = op, .precision = n.precision, .lanes = n.lanes, .a = a, .b = b});
+NodeId Graph::append(Node node, const std::vector<NodeId>& place) {
+  for (NodeId* o : {&node.a, &node.b}) {
+    if (*o != kNoNode) *o = place[*o];
+  }
+  return append(std::move(node));
 }
 
-NodeId Graph::load(std::vector<int> elements, int lanes) {
-  return append(
-      {.op = Op::Load, .precision = precision_, .lanes = lanes, .index = std::move(elements)});
+Node Graph::on(Op op, NodeId a, NodeId b) const {
+  return {.op = op, .precision = nodes_[a].precision, .lanes = nodes_[a].lanes, .a = a, .b = b};
+}
+
+NodeId Graph::load(Unit unit, std::vector<int> elements) {
+  const int count = static_cast<int>(elements.size());
+  return append({.op = Op::Load,
+                 .precision = precision(),
+                 .lanes = unit == Unit::Complex ? 2 * count : count,
+                 .unit = unit,
+                 .elements = std::move(elements)});
 }
 
 NodeId Graph::constant(const std::vector<Constant>& lanes, Precision precision) {
@@ -62,83 +91,68 @@ NodeId Graph::constant(const std::vector<Constant>& lanes, Precision precision) 
 }
 
 NodeId Graph::scale(int lanes) {
-  return append({.op = Op::Scale, .precision = precision_, .lanes = lanes});
-}
-
-bool Graph::holdsSub(NodeId a, NodeId b) const {
-  const Node& n = (*this)[a];
-  return shared_.contains(
-      keyOf({.op = Op::Sub, .precision = n.precision, .lanes = n.lanes, .a = a, .b = b}));
+  return append({.op = Op::Scale, .precision = precision(), .lanes = lanes});
 }
 
 // A sum and a product are the same whichever operand comes first, so one order stands for both.
-NodeId Graph::add(NodeId a, NodeId b) { return binary(Op::Add, std::min(a, b), std::max(a, b)); }
-NodeId Graph::sub(NodeId a, NodeId b) { return binary(Op::Sub, a, b); }
-NodeId Graph::mul(NodeId a, NodeId b) { return binary(Op::Mul, std::min(a, b), std::max(a, b)); }
+NodeId Graph::add(NodeId a, NodeId b) {
+  return append(on(Op::Add, std::min(a, b), std::max(a, b)));
+}
+NodeId Graph::sub(NodeId a, NodeId b) { return append(on(Op::Sub, a, b)); }
+NodeId Graph::mul(NodeId a, NodeId b) {
+  return append(on(Op::Mul, std::min(a, b), std::max(a, b)));
+}
+
+bool Graph::holdsSub(NodeId a, NodeId b) const {
+  return shared_.contains(keyOf(on(Op::Sub, a, b)));
+}
 
 NodeId Graph::flip(NodeId a, std::vector<int> mask) {
-  const Node& n = (*this)[a];
-  return append({.op = Op::Flip,
-                 .precision = n.precision,
-                 .lanes = n.lanes,
-                 .a = a,
-                 .index = std::move(mask)});
+  Node n = on(Op::Flip, a);
+  n.mask = std::move(mask);
+  return append(std::move(n));
 }
 
 NodeId Graph::shuffle(NodeId a, NodeId b, std::vector<int> select) {
-  const Node& n = (*this)[a];
+  Node n = on(Op::Shuffle, a, b);
   bool identity = true;
-  for (int i = 0; i < n.lanes; ++i) identity = identity && select[static_cast<std::size_t>(i)] == i;
+  for (int i = 0; i < n.lanes; ++i) identity = identity && select[i] == i;
   if (identity) return a;
-  return append({.op = Op::Shuffle,
-                 .precision = n.precision,
-                 .lanes = n.lanes,
-                 .a = a,
-                 .b = b,
-                 .index = std::move(select)});
+  n.select = std::move(select);
+  return append(std::move(n));
 }
 
 NodeId Graph::widen(NodeId a) {
-  return append(
-      {.op = Op::Widen, .precision = Precision::Double, .lanes = (*this)[a].lanes, .a = a});
+  Node n = on(Op::Widen, a);
+  n.precision = Precision::Double;
+  return append(std::move(n));
 }
 
 NodeId Graph::round(NodeId a, bool kept) {
-  return append({.op = Op::Round,
-                 .precision = Precision::Single,
-                 .lanes = (*this)[a].lanes,
-                 .a = a,
-                 .index = {kept}});
+  Node n = on(Op::Round, a);
+  n.precision = Precision::Single;
+  n.kept = kept;
+  return append(std::move(n));
 }
 
-NodeId Graph::store(NodeId a, std::vector<int> elements) {
-  const Node& n = (*this)[a];
-  return append({.op = Op::Store,
-                 .precision = n.precision,
-                 .lanes = n.lanes,
-                 .a = a,
-                 .index = std::move(elements)});
+NodeId Graph::store(NodeId a, Unit unit, std::vector<int> elements) {
+  Node n = on(Op::Store, a);
+  n.unit = unit;
+  n.elements = std::move(elements);
+  return append(std::move(n));
 }
 
 Graph Graph::pruned() const {
   std::vector<char> needed(nodes_.size());
-  for (std::size_t id = nodes_.size(); id-- > 0;) {
-    const Node& n = nodes_[id];
-    if (n.op == Op::Store) needed[id] = true;
+  for (NodeId id = size(); id-- > 0;) {
+    if (nodes_[id].op == Op::Store) needed[id] = true;
     if (!needed[id]) continue;
-    for (NodeId o : {n.a, n.b}) {
-      if (o != kNoNode) needed[static_cast<std::size_t>(o)] = true;
-    }
+    for (NodeId o : nodes_[id].operands()) needed[o] = true;
   }
-  Graph kept(precision_, direction_);
-  std::vector<NodeId> moved(nodes_.size(), kNoNode);
-  for (std::size_t id = 0; id < nodes_.size(); ++id) {
-    if (!needed[id]) continue;
-    Node n = nodes_[id];
-    for (NodeId* o : {&n.a, &n.b}) {
-      if (*o != kNoNode) *o = moved[static_cast<std::size_t>(*o)];
-    }
-    moved[id] = kept.append(std::move(n));
+  Graph kept(traits_);
+  std::vector<NodeId> place(nodes_.size(), kNoNode);
+  for (NodeId id = 0; id < size(); ++id) {
+    if (needed[id]) place[id] = kept.append(nodes_[id], place);
   }
   return kept;
 }

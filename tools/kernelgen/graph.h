@@ -1,12 +1,10 @@
 // The program of one kernel as a graph of registers.
 //
-// A node is the value of one register, scalar or vector; its lanes are real numbers. Equal nodes
+// A node is the value of one register, whose lanes are real numbers; one lane is a scalar. Equal nodes
 // are shared and nothing else is simplified: the association of sums and products by 1 or 0 are
 // part of the result. Nodes are only appended, so an operand stands before its user.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -36,43 +34,71 @@ struct RoundedConstant {
 };
 
 enum class Op {
-  Load,   // elements of the source; lanes without an element are zero
+  Load,   // elements of the source
   Const,  // one constant per lane
   Scale,  // the factor of the flag, in all lanes
   Add,
   Sub,
   Mul,
-  Flip,     // the sign of the lanes where the mask is 1
-  Shuffle,  // lane i is lane select[i] of a, or of b from the width on
+  Flip,     // another sign in some lanes
+  Shuffle,  // lanes of one or two operands in another order
   Widen,    // single to double, exact
   Round,    // double to single
   Store,    // lanes to elements of the destination
 };
 
-struct Node {
-  Op op;
-  Precision precision;
-  int lanes;  // real lanes: 1 is a scalar
-  NodeId a = kNoNode;
-  NodeId b = kNoNode;
-  // Load, Store: the array element of each element lane, kNoElement for none (scalars: the index of
-  // a real number). Shuffle: select. Flip: mask. Round: whether it is kept.
-  std::vector<int> index = {};
-  std::vector<RoundedConstant> constants = {};
+// What the elements of a load or a store are.
+enum class Unit {
+  Real,     // numbers, each in one lane
+  Complex,  // pairs of numbers, real part first, each in two lanes
 };
 
 constexpr int kNoElement = -1;
 
+struct Node {
+  Op op;
+  Precision precision;
+  int lanes;
+  NodeId a = kNoNode;
+  NodeId b = kNoNode;
+  // Load, Store: what stands in the lanes, kNoElement for zeros or for lanes that are not stored.
+  Unit unit = Unit::Real;
+  std::vector<int> elements = {};
+  // Const
+  std::vector<RoundedConstant> constants = {};
+  // Flip: 1 for the lanes that change their sign.
+  std::vector<int> mask = {};
+  // Shuffle: lane i is lane select[i] of a, or of b from the width on.
+  std::vector<int> select = {};
+  // Round: no constant is merged into what is rounded.
+  bool kept = false;
+
+  // The operands there are, each once.
+  std::vector<NodeId> operands() const;
+  // Load, Store: which number of the array a lane is, kNoElement for none.
+  int number(int lane) const;
+};
+
+// What holds for all of a graph.
+struct Traits {
+  Precision precision;  // of the arrays
+  Direction direction;
+  // Products by constants are evaluated in double, together with the sums around them, and what
+  // comes out is rounded once.
+  bool productsInDouble = false;
+};
+
 class Graph {
  public:
-  Graph(Precision precision, Direction direction) : precision_(precision), direction_(direction) {}
+  explicit Graph(const Traits& traits) : traits_(traits) {}
 
-  Precision precision() const { return precision_; }
-  Direction direction() const { return direction_; }
-  std::size_t size() const { return nodes_.size(); }
-  const Node& operator[](NodeId id) const { return nodes_[static_cast<std::size_t>(id)]; }
+  const Traits& traits() const { return traits_; }
+  Precision precision() const { return traits_.precision; }
+  Direction direction() const { return traits_.direction; }
+  int size() const { return static_cast<int>(nodes_.size()); }
+  const Node& operator[](NodeId id) const { return nodes_[id]; }
 
-  NodeId load(std::vector<int> elements, int lanes);
+  NodeId load(Unit unit, std::vector<int> elements);
   NodeId constant(const std::vector<Constant>& lanes, Precision precision);
   NodeId scale(int lanes);
   NodeId add(NodeId a, NodeId b);
@@ -81,23 +107,23 @@ class Graph {
   NodeId flip(NodeId a, std::vector<int> mask);
   NodeId shuffle(NodeId a, NodeId b, std::vector<int> select);
   NodeId widen(NodeId a);
-  // A kept one stays a temporary: no constant is merged into what it rounds.
   NodeId round(NodeId a, bool kept = false);
-  NodeId store(NodeId a, std::vector<int> elements);
+  NodeId store(NodeId a, Unit unit, std::vector<int> elements);
 
   bool holdsSub(NodeId a, NodeId b) const;
 
-  // A node with operands of this graph.
   NodeId append(Node node);
+  // A node of another graph, whose operands are here at place[operand].
+  NodeId append(Node node, const std::vector<NodeId>& place);
 
   // Without the nodes that no store depends on.
   Graph pruned() const;
 
  private:
-  NodeId binary(Op op, NodeId a, NodeId b);
+  // A node of the precision and the lanes of its operand a.
+  Node on(Op op, NodeId a, NodeId b = kNoNode) const;
 
-  Precision precision_;
-  Direction direction_;
+  Traits traits_;
   std::vector<Node> nodes_;
   std::unordered_map<std::string, NodeId> shared_;
 };

@@ -14,15 +14,15 @@ constexpr int kElementBits[] = {64, 128};  // of a complex element, single and d
 void makeScalar(Graph& g, const Recipe& recipe) {
   Column<Scalars> x;
   for (int n = 0; n < recipe.n(); ++n)
-    x.push_back({&g, g.load({2 * n}, 1), g.load({2 * n + 1}, 1)});
+    x.push_back({&g, g.load(Unit::Real, {2 * n}), g.load(Unit::Real, {2 * n + 1})});
   const Column<Scalars> y = recipe.isWidened()
                                 ? (recipe.n() == 3 ? direct3<true>(x) : direct5<true>(x))
                                 : direct(recipe, x);
   const NodeId scale = g.scale(1);
   for (int k = 0; k < recipe.n(); ++k) {
-    const Scalars& value = y[static_cast<std::size_t>(k)];
-    g.store(g.mul(value.re, scale), {2 * k});
-    g.store(g.mul(value.im, scale), {2 * k + 1});
+    const Scalars& value = y[k];
+    g.store(g.mul(value.re, scale), Unit::Real, {2 * k});
+    g.store(g.mul(value.im, scale), Unit::Real, {2 * k + 1});
   }
 }
 
@@ -51,7 +51,7 @@ void makeVector(Arrangement arrangement, const Recipe& recipe) {
     }
     std::vector<int> elements(lanes, kNoElement);
     if (count == 1) {
-      elements[static_cast<std::size_t>(y[k].lane)] = static_cast<int>(k);
+      elements[y[k].lane] = static_cast<int>(k);
       arrangement.store(spread.applyRotations({{y[k]}})[0][0].value, elements);
     } else {
       const auto at = y.begin() + static_cast<std::ptrdiff_t>(k);
@@ -89,7 +89,7 @@ bool isLong(const KernelId& id) {
 Kernel makeKernel(const KernelId& id) {
   if (id.family != Family::Complex) return makeRealKernel(id);
   const Body& body = bodyOf(id);
-  Kernel kernel{id, Graph(id.precision, id.direction)};
+  Kernel kernel{id, Graph({id.precision, id.direction})};
   if (body.width == kScalar) {
     makeScalar(kernel.graph, body.recipe);
   } else if (body.recipe.step() == Step::Chirp) {

@@ -7,14 +7,13 @@ namespace {
 
 Part negated(Part a) { return isZero(a) ? a : Part{a.node, !a.negative, a.exponent}; }
 
-// A scalar is a temporary in the precision of the kernel, or an expression still open, in double.
-// Products by constants open one; a plain sum takes temporaries and makes one.
-NodeId temporary(Graph& g, NodeId a) {
-  return g[a].lanes == 1 && g[a].precision != g.precision() ? g.round(a) : a;
-}
+// Where products are evaluated in double, a value is a temporary in the precision of the kernel, or
+// an expression still open, in double. Products by constants open one; a plain sum takes temporaries
+// and makes one.
+NodeId temporary(Graph& g, NodeId a) { return g[a].precision != g.precision() ? g.round(a) : a; }
 
 NodeId opened(Graph& g, NodeId a) {
-  return g[a].lanes == 1 && g[a].precision != Precision::Double ? g.widen(a) : a;
+  return g.traits().productsInDouble && g[a].precision != Precision::Double ? g.widen(a) : a;
 }
 
 Part times(Graph& g, Part a, const Constant& c) {

@@ -7,54 +7,37 @@
 namespace kernelgen {
 namespace {
 
-std::size_t index(NodeId id) { return static_cast<std::size_t>(id); }
-
-bool isConstant(const Graph& g, NodeId id) { return id != kNoNode && g[id].op == Op::Const; }
-
 // The constant and the other operand of a product by a constant.
 std::optional<std::pair<NodeId, NodeId>> productByConstant(const Graph& g, NodeId id) {
   const Node& n = g[id];
   if (n.op != Op::Mul) return {};
-  if (isConstant(g, n.a)) return {{n.a, n.b}};
-  if (isConstant(g, n.b)) return {{n.b, n.a}};
+  if (g[n.a].op == Op::Const) return {{n.a, n.b}};
+  if (g[n.b].op == Op::Const) return {{n.b, n.a}};
   return {};
 }
 
 class Merging {
  public:
-  explicit Merging(const Graph& g)
-      : old_(g), new_(g.precision(), g.direction()), place_(g.size()), users_(g.size()) {
-    for (std::size_t id = 0; id < g.size(); ++id) {
-      const Node& n = g[static_cast<NodeId>(id)];
-      for (NodeId o : {n.a, n.b}) {
-        if (o != kNoNode) users_[index(o)].push_back(static_cast<NodeId>(id));
-      }
+  explicit Merging(const Graph& g) : old_(g), new_(g.traits()), place_(g.size()), users_(g.size()) {
+    for (NodeId id = 0; id < g.size(); ++id) {
+      for (NodeId o : g[id].operands()) users_[o].push_back(id);
     }
   }
 
   Graph run() {
-    for (std::size_t id = 0; id < old_.size(); ++id) {
-      const auto at = static_cast<NodeId>(id);
-      if (const auto merged = mergedProduct(at)) {
-        place_[id] = *merged;
-        continue;
-      }
-      Node n = old_[at];
-      for (NodeId* o : {&n.a, &n.b}) {
-        if (*o != kNoNode) *o = place_[index(*o)];
-      }
-      place_[id] = new_.append(std::move(n));
+    for (NodeId id = 0; id < old_.size(); ++id) {
+      const auto merged = mergedProduct(id);
+      place_[id] = merged ? *merged : new_.append(old_[id], place_);
     }
     return new_.pruned();
   }
 
  private:
-  bool usedOnce(NodeId id) const { return users_[index(id)].size() == 1; }
+  bool usedOnce(NodeId id) const { return users_[id].size() == 1; }
 
   // Whether the product is an expression by itself: it goes to a temporary or to an output.
   bool isWhole(NodeId product) const {
-    const auto& users = users_[index(product)];
-    return std::all_of(users.begin(), users.end(), [&](NodeId u) {
+    return std::ranges::all_of(users_[product], [&](NodeId u) {
       const Node& n = old_[u];
       return n.op == Op::Round || (n.op == Op::Mul && !productByConstant(old_, u));
     });
@@ -66,10 +49,9 @@ class Merging {
     const NodeId widened = product->second, temporary = old_[widened].a;
     if (!usedOnce(widened) || !usedOnce(temporary)) return {};
     const RoundedConstant c = old_[product->first].constants[0];
-    if (productByConstant(old_, temporary))
-      return times(c, place_[index(temporary)]);  // a doubling
-    if (old_[temporary].op != Op::Round || old_[temporary].index[0]) return {};
-    const NodeId sum = place_[index(old_[temporary].a)];
+    if (productByConstant(old_, temporary)) return times(c, place_[temporary]);  // a doubling
+    if (old_[temporary].op != Op::Round || old_[temporary].kept) return {};
+    const NodeId sum = place_[old_[temporary].a];
     if (!isSumOfProducts(sum)) return {};
     return times(c, sum);
   }
@@ -110,16 +92,13 @@ class Merging {
 Graph withMergedConstants(const Graph& g) { return Merging(g).run(); }
 
 Graph inDouble(const Graph& g) {
-  Graph out(Precision::Double, g.direction());
+  Graph out({Precision::Double, g.direction()});
   std::vector<NodeId> place(g.size());
-  for (std::size_t id = 0; id < g.size(); ++id) {
-    Node n = g[static_cast<NodeId>(id)];
-    for (NodeId* o : {&n.a, &n.b}) {
-      if (*o != kNoNode) *o = place[index(*o)];
-    }
-    n.precision = Precision::Double;
+  for (NodeId id = 0; id < g.size(); ++id) {
+    Node n = g[id];
     const bool isConversion = n.op == Op::Widen || n.op == Op::Round;
-    place[id] = isConversion ? n.a : out.append(std::move(n));
+    n.precision = Precision::Double;
+    place[id] = isConversion ? place[n.a] : out.append(std::move(n), place);
   }
   return out;
 }

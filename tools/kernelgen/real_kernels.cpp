@@ -8,12 +8,12 @@
 namespace kernelgen {
 namespace {
 
-std::size_t index(int k) { return static_cast<std::size_t>(k); }
-
 class Builder {
  public:
   explicit Builder(const KernelId& id)
-      : id_(id), n_(id.length), g_(Precision::Single, id.direction) {}
+      : id_(id),
+        n_(id.length),
+        g_({.precision = Precision::Single, .direction = id.direction, .productsInDouble = true}) {}
 
   Graph build() {
     if (id_.family == Family::Hartley) {
@@ -35,7 +35,7 @@ class Builder {
 
   BinPlace place(int k) const { return binPlace(id_.layout, n_, k); }
 
-  Part loaded(int element) { return {g_.load({element}, 1)}; }
+  Part loaded(int element) { return {g_.load(Unit::Real, {element})}; }
 
   Elements samples() {
     Elements x;
@@ -46,14 +46,14 @@ class Builder {
   // From the real parts of bins 0 and n/2 and the doubled parts of those between.
   template <class Plain, class DoubledRe, class DoubledIm>
   Elements symmetric(const Plain& plain, const DoubledRe& re, const DoubledIm& im) {
-    Elements x(index(n_), Parts{&g_, {}, {}});
+    Elements x(n_, Parts{&g_, {}, {}});
     x[0].re = plain(0);
-    if (n_ % 2 == 0) x[index(n_ / 2)].re = plain(n_ / 2);
+    if (n_ % 2 == 0) x[n_ / 2].re = plain(n_ / 2);
     for (int k = 1; 2 * k < n_; ++k) {
       // The sums over exp(-2 pi i k n / N) of the conjugate spectrum are the inverse transform.
       const Part doubledRe = re(k), doubledIm = im(k);
-      x[index(n_ - k)] = shifted({&g_, doubledRe, doubledIm}, -1);
-      x[index(k)] = conjugate(x[index(n_ - k)]);
+      x[n_ - k] = shifted({&g_, doubledRe, doubledIm}, -1);
+      x[k] = conjugate(x[n_ - k]);
     }
     return x;
   }
@@ -61,7 +61,7 @@ class Builder {
   Elements spectrum() {
     const auto doubled = [&](int element) {
       const NodeId two = g_.constant({{2, "two"}}, Precision::Single);
-      return Part{g_.mul(g_.load({element}, 1), two)};
+      return Part{g_.mul(g_.load(Unit::Real, {element}), two)};
     };
     return symmetric([&](int k) { return loaded(place(k).re); },
                      [&](int k) { return doubled(place(k).re); },
@@ -71,9 +71,8 @@ class Builder {
   // The samples taken as a spectrum: sums and differences of mirror elements are its doubled bins.
   Elements mirrored() {
     const Elements x = samples();
-    return symmetric([&](int k) { return x[index(k)].re; },
-                     [&](int k) { return (x[index(k)] + x[index(n_ - k)]).re; },
-                     [&](int k) { return (x[index(n_ - k)] - x[index(k)]).re; });
+    return symmetric([&](int k) { return x[k].re; }, [&](int k) { return (x[k] + x[n_ - k]).re; },
+                     [&](int k) { return (x[n_ - k] - x[k]).re; });
   }
 
   // ---- Outputs
@@ -88,23 +87,23 @@ class Builder {
     const bool isOpen = top.precision == Precision::Double;
     NodeId scaled = g_.mul(value.node, isOpen ? g_.widen(scale) : scale);
     if (value.negative) scaled = g_.sub(g_.constant({{0, "zero"}}, top.precision), scaled);
-    g_.store(isOpen ? g_.round(scaled) : scaled, {element});
+    g_.store(isOpen ? g_.round(scaled) : scaled, Unit::Real, {element});
   }
 
   void storeSpectrum(const Elements& x) {
     for (int k = 0; 2 * k <= n_; ++k) {
-      const Parts& bin = x[index(k)];
+      const Parts& bin = x[k];
       store(bin.re, place(k).re, false);
       if (!isZero(bin.im)) {
         store(bin.im, place(k).im, true);
       } else if (place(k).im != kNowhere) {
-        g_.store(g_.constant({{0, "zero"}}, Precision::Single), {place(k).im});
+        g_.store(g_.constant({{0, "zero"}}, Precision::Single), Unit::Real, {place(k).im});
       }
     }
   }
 
   void storeSamples(const Elements& x) {
-    for (int i = 0; i < n_; ++i) store(x[index(i)].re, i, false);
+    for (int i = 0; i < n_; ++i) store(x[i].re, i, false);
   }
 
   void storeHartley() {
@@ -114,7 +113,7 @@ class Builder {
     }
     const Elements x = transformed(Flow::ToSpectrum, samples());
     for (int k = 0; k < n_; ++k) {
-      const Parts re{&g_, x[index(k)].re, {}}, im{&g_, x[index(k)].im, {}};
+      const Parts re{&g_, x[k].re, {}}, im{&g_, x[k].im, {}};
       store((re - im).re, k, false);
     }
   }

@@ -30,11 +30,9 @@ class Allocation {
   static constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
   std::vector<NodeId> operands(NodeId id) const {
-    std::vector<NodeId> list;
-    for (NodeId o : {g_[id].a, g_[id].b}) {
-      if (o == kNoNode || g_[o].op == Op::Const || g_[o].op == Op::Scale) continue;
-      if (list.empty() || list[0] != o) list.push_back(o);
-    }
+    std::vector<NodeId> list = g_[id].operands();
+    std::erase_if(list,
+                  [this](NodeId o) { return g_[o].op == Op::Const || g_[o].op == Op::Scale; });
     return list;
   }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <stdexcept>
 
 namespace kernelgen {
 namespace {
@@ -13,12 +14,11 @@ bool isStatement(const Node& n) { return n.op != Op::Const && n.op != Op::Scale;
 // Edges between statements.
 struct Edges {
   explicit Edges(const Graph& g) : operands(g.size()), users(g.size()) {
-    for (std::size_t id = 0; id < g.size(); ++id) {
-      const Node& n = g[static_cast<NodeId>(id)];
-      for (NodeId o : {n.a, n.b == n.a ? kNoNode : n.b}) {
-        if (o == kNoNode || !isStatement(g[o])) continue;
+    for (NodeId id = 0; id < g.size(); ++id) {
+      for (NodeId o : g[id].operands()) {
+        if (!isStatement(g[o])) continue;
         operands[id].push_back(o);
-        users[static_cast<std::size_t>(o)].push_back(static_cast<NodeId>(id));
+        users[o].push_back(id);
       }
     }
   }
@@ -31,24 +31,24 @@ struct Edges {
 // Frigo, "A fast Fourier transform compiler", PLDI 1999.
 class Bisection {
  public:
-  Bisection(const Edges& edges, std::size_t size) : edges_(edges), side_(size, kOutside) {}
+  explicit Bisection(const Edges& edges) : edges_(edges), side_(edges.users.size(), kOutside) {}
 
   void order(const Nodes& set, Nodes& out) {
     if (set.size() <= 1) {
       out.insert(out.end(), set.begin(), set.end());
       return;
     }
-    for (NodeId n : set) side_[index(n)] = kOpen;
+    for (NodeId n : set) side_[n] = kOpen;
     const std::vector<Nodes> parts = components(set);
     if (parts.size() > 1) {
-      for (NodeId n : set) side_[index(n)] = kOutside;
+      for (NodeId n : set) side_[n] = kOutside;
       for (const Nodes& part : parts) order(part, out);
       return;
     }
     peel(set);
     Nodes early, late;
-    for (NodeId n : set) (side_[index(n)] == kEarly ? early : late).push_back(n);
-    for (NodeId n : set) side_[index(n)] = kOutside;
+    for (NodeId n : set) (side_[n] == kEarly ? early : late).push_back(n);
+    for (NodeId n : set) side_[n] = kOutside;
     order(early, out);
     order(late, out);
   }
@@ -62,13 +62,10 @@ class Bisection {
     kSeen
   };
 
-  static std::size_t index(NodeId n) { return static_cast<std::size_t>(n); }
-
   template <class Peers>
   bool all(const Peers& peers, Side wanted) const {
-    return std::all_of(peers.begin(), peers.end(), [&](NodeId p) {
-      return side_[index(p)] == kOutside || side_[index(p)] == wanted;
-    });
+    return std::all_of(peers.begin(), peers.end(),
+                       [&](NodeId p) { return side_[p] == kOutside || side_[p] == wanted; });
   }
 
   // One level from the inputs, one from the outputs, until neither end moves.
@@ -83,26 +80,26 @@ class Bisection {
   bool peelLevel(const Nodes& set, const std::vector<Nodes>& peers, Side side) {
     Nodes level;
     for (NodeId n : set) {
-      if (side_[index(n)] == kOpen && all(peers[index(n)], side)) level.push_back(n);
+      if (side_[n] == kOpen && all(peers[n], side)) level.push_back(n);
     }
-    for (NodeId n : level) side_[index(n)] = side;
+    for (NodeId n : level) side_[n] = side;
     return !level.empty();
   }
 
   std::vector<Nodes> components(const Nodes& set) {
     std::vector<Nodes> parts;
     for (NodeId start : set) {
-      if (side_[index(start)] != kOpen) continue;
+      if (side_[start] != kOpen) continue;
       Nodes stack{start}, part;
-      side_[index(start)] = kSeen;
+      side_[start] = kSeen;
       while (!stack.empty()) {
         const NodeId n = stack.back();
         stack.pop_back();
         part.push_back(n);
-        for (const auto* peers : {&edges_.operands[index(n)], &edges_.users[index(n)]}) {
+        for (const auto* peers : {&edges_.operands[n], &edges_.users[n]}) {
           for (NodeId p : *peers) {
-            if (side_[index(p)] != kOpen) continue;
-            side_[index(p)] = kSeen;
+            if (side_[p] != kOpen) continue;
+            side_[p] = kSeen;
             stack.push_back(p);
           }
         }
@@ -110,7 +107,7 @@ class Bisection {
       std::sort(part.begin(), part.end());
       parts.push_back(std::move(part));
     }
-    for (NodeId n : set) side_[index(n)] = kOpen;
+    for (NodeId n : set) side_[n] = kOpen;
     return parts;
   }
 
@@ -124,9 +121,16 @@ int latency(const Node& n) {
     case Op::Load: return 6;
     case Op::Shuffle:
     case Op::Flip: return 1;
+    case Op::Add:
+    case Op::Sub:
+    case Op::Mul:
+    case Op::Widen:
+    case Op::Round: return 3;
+    case Op::Const:
+    case Op::Scale:
     case Op::Store: return 0;
-    default: return 3;
   }
+  throw std::logic_error("an operation without latency");
 }
 
 // Takes the statement that can start first, and of those the one with the longest way to the end,
@@ -142,9 +146,9 @@ class ListScheduler {
         finish_(g.size()),
         usersLeft_(g.size()),
         scheduled_(g.size()) {
-    for (std::size_t id = g.size(); id-- > 0;) {
-      for (NodeId u : edges.users[id]) way_[id] = std::max(way_[id], way_[index(u)]);
-      way_[id] += latency(g[static_cast<NodeId>(id)]);
+    for (NodeId id = g.size(); id-- > 0;) {
+      for (NodeId u : edges.users[id]) way_[id] = std::max(way_[id], way_[u]);
+      way_[id] += latency(g[id]);
       usersLeft_[id] = static_cast<int>(edges.users[id].size());
     }
   }
@@ -156,7 +160,7 @@ class ListScheduler {
       const std::size_t pick = choose(base);
       const NodeId n = base[pick];
       base.erase(base.begin() + static_cast<std::ptrdiff_t>(pick));
-      for (NodeId o : edges_.operands[index(n)]) place(o, out);
+      for (NodeId o : edges_.operands[n]) place(o, out);
       issue(n);
       out.push_back(n);
     }
@@ -164,44 +168,42 @@ class ListScheduler {
   }
 
  private:
-  static std::size_t index(NodeId n) { return static_cast<std::size_t>(n); }
-
   // A load, or the double of one.
   bool isSource(NodeId n) const {
     if (g_[n].op == Op::Load) return true;
-    const Nodes& operands = edges_.operands[index(n)];
+    const Nodes& operands = edges_.operands[n];
     return g_[n].op == Op::Mul && operands.size() == 1 && isSource(operands[0]);
   }
 
   // A source stands before its first user: the core starts it ahead of time by itself, and a
   // register is not held for it.
   void place(NodeId n, Nodes& out) {
-    if (!isSource(n) || scheduled_[index(n)]) return;
-    for (NodeId o : edges_.operands[index(n)]) place(o, out);
-    scheduled_[index(n)] = true;
+    if (!isSource(n) || scheduled_[n]) return;
+    for (NodeId o : edges_.operands[n]) place(o, out);
+    scheduled_[n] = true;
     ++live_;
     out.push_back(n);
   }
 
   bool ready(NodeId n) const {
-    const Nodes& operands = edges_.operands[index(n)];
+    const Nodes& operands = edges_.operands[n];
     return std::all_of(operands.begin(), operands.end(),
-                       [&](NodeId o) { return scheduled_[index(o)] || isSource(o); });
+                       [&](NodeId o) { return scheduled_[o] || isSource(o); });
   }
 
   // By how much the live values grow.
   int growth(NodeId n) const {
     int g = g_[n].op == Op::Store ? 0 : 1;
-    for (NodeId o : edges_.operands[index(n)]) {
-      g += isSource(o) && !scheduled_[index(o)];
-      g -= usersLeft_[index(o)] == 1;
+    for (NodeId o : edges_.operands[n]) {
+      g += isSource(o) && !scheduled_[o];
+      g -= usersLeft_[o] == 1;
     }
     return g;
   }
 
   int start(NodeId n) const {
     int t = clock_ / pace_.issue;
-    for (NodeId o : edges_.operands[index(n)]) t = std::max(t, finish_[index(o)]);
+    for (NodeId o : edges_.operands[n]) t = std::max(t, finish_[o]);
     return t;
   }
 
@@ -222,15 +224,15 @@ class ListScheduler {
     }
     const int sa = start(a), sb = start(b);
     if (sa != sb) return sa < sb;
-    return way_[index(a)] > way_[index(b)];
+    return way_[a] > way_[b];
   }
 
   void issue(NodeId n) {
     live_ += growth(n);
-    finish_[index(n)] = start(n) + latency(g_[n]);
+    finish_[n] = start(n) + latency(g_[n]);
     clock_ = std::max(clock_, start(n) * pace_.issue) + 1;
-    for (NodeId o : edges_.operands[index(n)]) --usersLeft_[index(o)];
-    scheduled_[index(n)] = true;
+    for (NodeId o : edges_.operands[n]) --usersLeft_[o];
+    scheduled_[n] = true;
   }
 
   const Graph& g_;
@@ -259,10 +261,10 @@ Nodes withLateStores(const Graph& g, const Nodes& order) {
 std::vector<NodeId> schedule(const Graph& graph, Pace pace) {
   const Edges edges(graph);
   Nodes statements, order;
-  for (std::size_t id = 0; id < graph.size(); ++id) {
-    if (isStatement(graph[static_cast<NodeId>(id)])) statements.push_back(static_cast<NodeId>(id));
+  for (NodeId id = 0; id < graph.size(); ++id) {
+    if (isStatement(graph[id])) statements.push_back(id);
   }
-  Bisection(edges, graph.size()).order(statements, order);
+  Bisection(edges).order(statements, order);
   return withLateStores(graph, ListScheduler(graph, edges, pace).order(order));
 }
 
