@@ -8,12 +8,13 @@
 
 #include "harness.h"
 #include "interpret.h"  // kernelgen
+#include "kernels.h"    // kernelgen
 
 namespace tests {
 namespace {
 
 template <class T>
-void expectInterpreted(const TestKernel<T>& kernel, const kernelgen::Kernel& graph,
+void expectInterpreted(const TestKernel<T>& kernel, const kernelgen::Graph& graph,
                        const std::vector<T>& source, int32_t flag) {
   const std::vector<T> expected =
       kernelgen::interpret<T>(graph, std::span<const T>(source), scaleFactor<T>(kernel.id, flag));
@@ -23,7 +24,7 @@ void expectInterpreted(const TestKernel<T>& kernel, const kernelgen::Kernel& gra
 TEST(Interpreter, FiniteData) {
   Random random = makeRandom();
   forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
-    const kernelgen::Kernel graph = kernelgen::makeKernel(kernel.id);
+    const kernelgen::Graph graph = kernelgen::makeKernel(kernel.id).graph;
     for (int trial = 0; trial < 4; ++trial) {
       for (const int32_t flag : kFlags) {
         expectInterpreted(kernel, graph, normalNumbers<T>(random, kernel.sourceSize), flag);

@@ -6,6 +6,7 @@
 
 #include "../real.h"
 #include "interpret.h"  // kernelgen
+#include "kernels.h"    // kernelgen
 
 namespace tests {
 namespace {
@@ -18,9 +19,10 @@ template <class T>
 Reference ofKernel(const kernelgen::KernelId& id) {
   Factors<T> factors;
   for (const std::int32_t flag : kFlags) factors[flag] = scaleFactor<T>(id, flag);
-  return [factors, kernel = kernelgen::makeKernel(id)](const Bytes& source, std::int32_t flag) {
+  return [factors, graph = kernelgen::makeKernel(id).graph](const Bytes& source,
+                                                            std::int32_t flag) {
     const std::vector<T> numbers = numbersOf<T>(source);
-    return bytesOf(kernelgen::interpret<T>(kernel, std::span<const T>(numbers), factors.at(flag)));
+    return bytesOf(kernelgen::interpret<T>(graph, std::span<const T>(numbers), factors.at(flag)));
   };
 }
 

@@ -33,14 +33,17 @@ std::string named(char letter, Turn t) {
   return letter + std::to_string(r.num) + "_" + std::to_string(r.den);
 }
 
+std::string negated(const std::string& name) {
+  return name[0] == 'n' ? name.substr(1) : "n" + name;
+}
+
 }  // namespace
 
 Constant cosine(Turn t) { return {cosSin(t).cosine, named('c', t)}; }
 Constant sine(Turn t) { return {cosSin(t).sine, named('s', t)}; }
 
-Constant operator-(const Constant& c) {
-  return {-c.exact, c.name[0] == 'n' ? c.name.substr(1) : "n" + c.name};
-}
+Constant operator-(const Constant& c) { return {-c.exact, negated(c.name)}; }
+RoundedConstant operator-(const RoundedConstant& c) { return {-c.value, negated(c.name)}; }
 
 std::vector<NodeId> Node::operands() const {
   if (a == kNoNode) return {};

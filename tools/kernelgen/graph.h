@@ -32,6 +32,7 @@ struct RoundedConstant {
   double value;
   std::string name;
 };
+RoundedConstant operator-(const RoundedConstant& c);
 
 enum class Op {
   Load,   // elements of the source

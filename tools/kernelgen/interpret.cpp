@@ -26,10 +26,9 @@ Lanes combined(const Node& n, const Lanes& a, const Lanes& b) {
 }  // namespace
 
 template <class T>
-std::vector<T> interpret(const Kernel& kernel, std::span<const T> source, T scale) {
-  const Graph& g = kernel.graph;
+std::vector<T> interpret(const Graph& g, std::span<const T> source, T scale) {
   std::vector<Lanes> value(g.size());
-  std::vector<T> destination(kernel.id.destinationSize());
+  std::vector<T> destination;
   for (NodeId id = 0; id < g.size(); ++id) {
     const Node& n = g[id];
     Lanes& out = value[id];
@@ -62,7 +61,9 @@ std::vector<T> interpret(const Kernel& kernel, std::span<const T> source, T scal
       case Op::Store:
         for (int i = 0; i < n.lanes; ++i) {
           const int at = n.number(i);
-          if (at != kNoElement) destination[at] = static_cast<T>(value[n.a][i]);
+          if (at == kNoElement) continue;
+          if (at >= std::ssize(destination)) destination.resize(at + 1);
+          destination[at] = static_cast<T>(value[n.a][i]);
         }
         break;
     }
@@ -70,7 +71,7 @@ std::vector<T> interpret(const Kernel& kernel, std::span<const T> source, T scal
   return destination;
 }
 
-template std::vector<float> interpret(const Kernel&, std::span<const float>, float);
-template std::vector<double> interpret(const Kernel&, std::span<const double>, double);
+template std::vector<float> interpret(const Graph&, std::span<const float>, float);
+template std::vector<double> interpret(const Graph&, std::span<const double>, double);
 
 }  // namespace kernelgen

@@ -5,12 +5,13 @@
 #include <span>
 #include <vector>
 
-#include "kernels.h"
+#include "graph.h"
 
 namespace kernelgen {
 
 // source: the kernel's input as real numbers (complex elements interleaved), T its precision.
+// The returned array ends with the last number that is stored.
 template <class T>
-std::vector<T> interpret(const Kernel& kernel, std::span<const T> source, T scale);
+std::vector<T> interpret(const Graph& graph, std::span<const T> source, T scale);
 
 }  // namespace kernelgen

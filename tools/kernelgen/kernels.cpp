@@ -87,19 +87,21 @@ bool isLong(const KernelId& id) {
 }
 
 Kernel makeKernel(const KernelId& id) {
-  if (id.family != Family::Complex) return makeRealKernel(id);
-  const Body& body = bodyOf(id);
-  Kernel kernel{id, Graph({id.precision, id.direction})};
+  return id.family == Family::Complex ? Kernel{id, makeComplex(id, bodyOf(id))}
+                                      : makeRealKernel(id);
+}
+
+Graph makeComplex(const KernelId& id, const Body& body) {
+  Graph graph({id.precision, id.direction});
   if (body.width == kScalar) {
-    makeScalar(kernel.graph, body.recipe);
+    makeScalar(graph, body.recipe);
   } else if (body.recipe.step() == Step::Chirp) {
-    makeVector(Planar(kernel.graph), body.recipe);
+    makeVector(Planar(graph), body.recipe);
   } else {
     const int elements = body.width / kElementBits[static_cast<int>(id.precision)];
-    makeVector(Interleaved(kernel.graph, elements), body.recipe);
+    makeVector(Interleaved(graph, elements), body.recipe);
   }
-  kernel.graph = kernel.graph.pruned();
-  return kernel;
+  return graph.pruned();
 }
 
 }  // namespace kernelgen

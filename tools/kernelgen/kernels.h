@@ -18,4 +18,7 @@ struct Kernel {
 
 Kernel makeKernel(const KernelId& id);
 
+// The graph of a complex kernel by any body of its length.
+Graph makeComplex(const KernelId& id, const Body& body);
+
 }  // namespace kernelgen
