@@ -1,23 +1,24 @@
 // The algorithms of the complex transforms, each written once.
 //
 // A step works on a batch of transforms of one length: column c holds the elements of transform c.
-// It leaves its smaller transforms to a World, which knows what an element is:
+// What an element is, and how a batch of smaller transforms is run, only the World knows:
 //
-//   run(recipe, columns)     the transforms of all columns
-//   rotate(columns, angle)   element k of column c times exp(-2 pi i angle(c, k))
-//   convolve(a, x0, numbers) the middle of a Rader step
-//   zero, postpone, weigh    what a chirp step needs besides: an element that is zero, a rotation
-//   that
-//                            is done wherever the elements are used, and products by constants
-//   centresBlocks, centresColumns   whether a Cooley-Tukey step numbers them 0, 1, 2 .., -2, -1
+//   run(recipe, x)               the transform of every column
+//   rotate(x, angle)             element k of column c times exp(-2 pi i angle(c, k))
+//   blockNumbering, columnNumbering   of a Cooley-Tukey step
+//   convolve(recipe, x, x0, numbers)  the convolution of a Rader step
+//   zero, postpone, weigh, exchanged  for a chirp step: an element that is zero; a rotation that is
+//                                applied where the elements are used; products by constants; real
+//                                and imaginary parts exchanged
 //
 // A direct body works on the elements of one column and needs only their arithmetic (values.h).
 //
-// No expression makes two new nodes in operands of one operator: which comes first would be up to
+// No operator has two operands that both make new nodes: which of them is made first would be up to
 // the compiler, and with it the numbers of the nodes, the order of statements and signs of zeros.
 #pragma once
 
 #include <stdexcept>
+#include <type_traits>
 #include <vector>
 
 #include "convolutions.h"
@@ -31,24 +32,25 @@ using Column = std::vector<E>;
 template <class E>
 using Columns = std::vector<Column<E>>;
 
-// With a the transform of a Rader step's permuted inputs and x0 its x[0], column by column:
-template <class E>
-struct RaderMiddle {
-  Column<E> zero;   // X[0] = x0 + a[0]
-  Columns<E> rest;  // a[k] B[k], with x0 added at k = 0
-};
+// Element i is f(i).
+template <class F>
+auto column(long size, F f) {
+  Column<std::invoke_result_t<F, long>> out;
+  for (long i = 0; i < size; ++i) out.push_back(f(i));
+  return out;
+}
+
+// Element i of column c is f(c, i).
+template <class F>
+auto columns(long count, long size, F f) {
+  return column(count, [&](long c) { return column(size, [&](long i) { return f(c, i); }); });
+}
 
 // From blocks to columns: of each transform, element j of column u is element u of block j.
 template <class E>
-Columns<E> across(const Columns<E>& y, std::size_t a, std::size_t b) {
-  Columns<E> columns;
-  for (std::size_t c = 0; c < y.size() / b; ++c) {
-    for (std::size_t u = 0; u < a; ++u) {
-      Column<E>& column = columns.emplace_back();
-      for (std::size_t j = 0; j < b; ++j) column.push_back(y[c * b + j][u]);
-    }
-  }
-  return columns;
+Columns<E> across(const Columns<E>& blocks, long a, long b) {
+  return columns(std::ssize(blocks) / b * a, b,
+                 [&](long c, long j) { return blocks[c / a * b + j][c % a]; });
 }
 
 // Good-Thomas, n = a b with a and b coprime: the index maps i, j -> b i + a j and
@@ -56,118 +58,91 @@ Columns<E> across(const Columns<E>& y, std::size_t a, std::size_t b) {
 // I. J. Good, J. Roy. Statist. Soc. B 20 (1958); L. H. Thomas (1963).
 template <class World, class E>
 Columns<E> goodThomas(World& world, const Recipe& r, const Columns<E>& x) {
-  const std::size_t a = r.first().n(), b = r.second().n(), n = a * b;
-  Columns<E> blocks;
-  for (const Column<E>& c : x) {
-    for (std::size_t j = 0; j < b; ++j) {
-      Column<E>& block = blocks.emplace_back();
-      for (std::size_t i = 0; i < a; ++i) block.push_back(c[(b * i + a * j) % n]);
-    }
-  }
-  const Columns<E> y = world.run(r.first(), blocks);
-  const Columns<E> z = world.run(r.second(), across(y, a, b));
-  Columns<E> out(x.size());
-  for (std::size_t c = 0; c < x.size(); ++c) {
-    for (std::size_t k = 0; k < n; ++k) out[c].push_back(z[c * a + k % a][k % b]);
-  }
-  return out;
+  const long m = std::ssize(x), a = r.first().n(), b = r.second().n(), n = a * b;
+  const Columns<E> blocks =
+      columns(m * b, a, [&](long c, long i) { return x[c / b][(b * i + a * (c % b)) % n]; });
+  const Columns<E> z = world.run(r.second(), across(world.run(r.first(), blocks), a, b));
+  return columns(m, n, [&](long c, long k) { return z[c * a + k % a][k % b]; });
 }
 
-// Cooley-Tukey, n = a b: a-point transforms of the blocks x[b i + j], twiddles exp(-2 pi i j u /
-// n), b-point transforms across the blocks; result v of column u is element u + a v. J. W. Cooley,
-// J. W. Tukey, Math. Comp. 19 (1965).
+// The number of the i-th of n blocks or columns: i itself, or centred, 0, 1, 2 .. -2, -1, so that
+// mirror ones have conjugate twiddles.
+struct Numbering {
+  bool centred;
+
+  long operator()(long i, long n) const { return centred && 2 * i > n ? i - n : i; }
+};
+
+constexpr Numbering kPlain{false}, kCentred{true};
+
+// Cooley-Tukey, n = a b: a-point transforms of the blocks x[b i + j], twiddles
+// exp(-2 pi i j u / n), b-point transforms across the blocks; result v of column u is element
+// u + a v. J. W. Cooley, J. W. Tukey, Math. Comp. 19 (1965).
 template <class World, class E>
 Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
-  const std::size_t a = r.first().n(), b = r.second().n(), n = a * b;
-  // Centred, a block or column and its mirror have conjugate twiddles.
-  const auto number = [](bool centred, std::size_t i, std::size_t count) {
-    const auto plain = static_cast<long>(i), size = static_cast<long>(count);
-    return centred && 2 * plain > size ? plain - size : plain;
-  };
-  const auto ofBlock = [&](std::size_t j) { return number(world.centresBlocks(), j, b); };
-  const auto ofColumn = [&](std::size_t u) { return number(world.centresColumns(), u, a); };
-  const auto modN = [n](long i) {
-    const auto size = static_cast<long>(n);
-    return static_cast<std::size_t>((i % size + size) % size);
-  };
-  Columns<E> blocks;
-  for (const Column<E>& c : x) {
-    for (std::size_t j = 0; j < b; ++j) {
-      Column<E>& block = blocks.emplace_back();
-      for (std::size_t i = 0; i < a; ++i) {
-        block.push_back(c[modN(static_cast<long>(b * i) + ofBlock(j))]);
-      }
-    }
-  }
-  Columns<E> y = world.run(r.first(), blocks);
-  y = world.rotate(y, [&](std::size_t block, std::size_t u) {
-    return Turn{ofBlock(block % b) * ofColumn(u), static_cast<long>(n)};
+  const long m = std::ssize(x), a = r.first().n(), b = r.second().n(), n = a * b;
+  const auto j = [&](long c) { return world.blockNumbering()(c % b, b); };
+  const auto u = [&](long k) { return world.columnNumbering()(k % a, a); };
+  const Columns<E> blocks =
+      columns(m * b, a, [&](long c, long i) { return x[c / b][(n + b * i + j(c)) % n]; });
+  const Columns<E> y = world.rotate(world.run(r.first(), blocks), [&](long c, long k) {
+    return Turn{j(c) * u(k), n};
   });
   const Columns<E> z = world.run(r.second(), across(y, a, b));
-  Columns<E> out(x.size(), x[0]);
-  for (std::size_t c = 0; c < x.size(); ++c) {
-    for (std::size_t u = 0; u < a; ++u) {
-      for (std::size_t v = 0; v < b; ++v) {
-        out[c][modN(ofColumn(u) + static_cast<long>(a * v))] = z[c * a + u][v];
-      }
-    }
-  }
-  return out;
+  return columns(m, n, [&](long c, long k) { return z[c * a + k % a][(k - u(k)) / a % b]; });
 }
 
-// Rader, prime n: the inputs but x[0] in the order of the powers of a primitive root, transformed,
-// times constants, transformed again, are the outputs but X[0] in that order. x[0] joins the zero
-// frequency on the way and so reaches all outputs without an addition of its own. See
-// convolutions.h.
+// What a Rader step needs of the permuted inputs, column by column.
+template <class E>
+struct Convolved {
+  Column<E> zero;   // X[0], the sum of all inputs
+  Columns<E> rest;  // X[g^m], the cyclic convolution with x0 added
+};
+
+// Rader, prime n: with the inputs but x[0] in the order of the powers of a primitive root, the
+// outputs but X[0] are a cyclic convolution of them, in that order as well. It is a transform,
+// products by constants and another transform; x[0] joins the zero frequency on the way and so
+// reaches all outputs without an addition of its own. See convolutions.h.
 template <class World, class E>
 Columns<E> rader(World& world, const Recipe& r, const Columns<E>& x) {
+  const long m = std::ssize(x), n = r.n();
   const RaderNumbers numbers(r.n());
-  Columns<E> permuted(x.size());
-  Column<E> x0;
-  for (std::size_t c = 0; c < x.size(); ++c) {
-    for (std::size_t power : numbers.powers) permuted[c].push_back(x[c][power]);
-    x0.push_back(x[c][0]);
-  }
-  const RaderMiddle<E> z = world.convolve(world.run(r.first(), permuted), x0, numbers);
-  const Columns<E> d = world.run(r.second(), z.rest);
-  Columns<E> out(x.size(), x[0]);
-  for (std::size_t c = 0; c < x.size(); ++c) {
-    out[c][0] = z.zero[c];
-    for (std::size_t m = 0; m < d[c].size(); ++m) out[c][numbers.powers[m]] = d[c][m];
-  }
-  return out;
+  const Columns<E> permuted =
+      columns(m, n - 1, [&](long c, long q) { return x[c][numbers.powers[q]]; });
+  const Column<E> x0 = column(m, [&](long c) { return x[c][0]; });
+  const Convolved<E> y = world.convolve(r, permuted, x0, numbers.factors);
+  return columns(
+      m, n, [&](long c, long k) { return k == 0 ? y.zero[c] : y.rest[c][numbers.logarithms[k]]; });
 }
 
 // Chirp, n odd: k m = h (k^2 + m^2 - (k - m)^2) mod n with h = (n + 1) / 2, the inverse of 2, so
 // the transform is a product by the chirp exp(-2 pi i h m^2 / n), a convolution with its conjugate,
 // and the product again; only n-th roots of unity occur. The convolution is cyclic of a padded
-// length l, by two transforms of which the second has its inputs reversed to undo the first. L. I.
-// Bluestein, IEEE Trans. Audio Electroacoust. 18 (1970).
+// length l, by two transforms; exchanging real and imaginary parts before and after makes the
+// second one an inverse. L. I. Bluestein, IEEE Trans. Audio Electroacoust. 18 (1970).
 template <class World, class E>
 Columns<E> chirp(World& world, const Recipe& r, const Columns<E>& x) {
   const ChirpNumbers numbers(r.n(), r.first().n());
-  const std::size_t n = numbers.chirp.size(), l = numbers.factors.size();
-  const auto byChirp = [&](std::size_t, std::size_t k) { return numbers.chirp[k]; };
+  const auto byChirp = [&](long, long k) { return numbers.chirp[k]; };
   Columns<E> padded = world.postpone(x, byChirp);
-  for (Column<E>& c : padded) c.resize(l, world.zero());
+  for (Column<E>& c : padded) c.resize(numbers.factors.size(), world.zero());
   const Columns<E> z = world.weigh(world.run(r.first(), padded), numbers.factors);
   Columns<E> d = world.exchanged(world.run(r.second(), world.exchanged(z)));
-  for (Column<E>& c : d) c.resize(n, world.zero());
+  for (Column<E>& c : d) c.resize(numbers.chirp.size(), world.zero());
   return world.postpone(d, byChirp);
 }
 
-// The steps that split a transform into smaller ones.
+// The steps that every world has.
 template <class World, class E>
-Columns<E> split(World& world, const Recipe& r, const Columns<E>& x) {
+Columns<E> runStep(World& world, const Recipe& r, const Columns<E>& x) {
   switch (r.step()) {
     case Step::GoodThomas: return goodThomas(world, r, x);
     case Step::CooleyTukey: return cooleyTukey(world, r, x);
     case Step::Rader: return rader(world, r, x);
     case Step::Chirp:
-      if constexpr (requires { world.exchanged(x); }) return chirp(world, r, x);
-      [[fallthrough]];
-    default: throw std::logic_error("not a step that splits: " + r.print());
+    case Step::Direct: break;
   }
+  throw std::logic_error("not a step of smaller transforms: " + r.print());
 }
 
 template <class E>

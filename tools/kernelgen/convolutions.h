@@ -16,8 +16,9 @@ namespace kernelgen {
 struct RaderNumbers {
   explicit RaderNumbers(int p);
 
-  std::vector<std::size_t> powers;  // g^q mod p, q = 0 .. p-2
-  std::vector<Factor> factors;      // B[k], k = 0 .. p-2
+  std::vector<int> powers;      // g^q mod p, q = 0 .. p-2
+  std::vector<int> logarithms;  // the q of g^q; the one of 0 is meaningless
+  std::vector<Factor> factors;  // B[k], k = 0 .. p-2
 };
 
 // The chirp step for odd n by a convolution of length l.

@@ -145,6 +145,23 @@ Parts product(Parts x, const std::vector<Factor>& factors) {
   return {&g, sum(g, reRe, negated(imIm)), sum(g, imRe, reIm)};
 }
 
+Parts exchanged(Parts x) { return {x.graph, x.im, x.re}; }
+
+Parts productOfMirrors(Parts a, const Factor& b) {
+  const Factor twice{{2 * b.re.exact, "two" + b.re.name}, {2 * b.im.exact, "two" + b.im.name}};
+  return shifted(product(a, twice), -1);
+}
+
+Parts raderMiddle(std::vector<Parts>& a, Parts x0, const std::vector<Factor>& factors) {
+  const Parts sum = x0 + a[0];
+  for (std::size_t k = 0; k < a.size(); ++k) {
+    const bool isOwnMirror = k == 0 || 2 * k == a.size();
+    a[k] = isOwnMirror ? product(a[k], factors[k]) : productOfMirrors(a[k], factors[k]);
+  }
+  a[0] = x0 + a[0];
+  return sum;
+}
+
 bool isZero(const Part& a) { return a.node == kNoNode; }
 bool isZero(const Parts& x) { return isZero(x.re) && isZero(x.im); }
 

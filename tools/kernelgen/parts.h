@@ -24,6 +24,8 @@ struct Parts {
   Graph* graph;
   Part re;
   Part im;
+
+  static constexpr bool kSharesConjugate = true;
 };
 
 Parts operator+(Parts x, Parts y);
@@ -36,6 +38,7 @@ Parts product(Parts x, const Factor& factor);
 // One angle or factor per lane.
 Parts rotated(Parts x, const std::vector<Turn>& angles);
 Parts product(Parts x, const std::vector<Factor>& factors);
+Parts exchanged(Parts x);
 bool isZero(const Part& a);
 bool isZero(const Parts& x);
 Parts conjugate(Parts x);
@@ -47,6 +50,12 @@ struct Term {
   Constant c;
   Parts x;
 };
+
+// a b, where the value is to meet its mirror again as their sum and difference: the constants hold
+// the factor two of that.
+Parts productOfMirrors(Parts a, const Factor& b);
+// As for Packed (values.h), but without the products by one and by zero.
+Parts raderMiddle(std::vector<Parts>& a, Parts x0, const std::vector<Factor>& factors);
 
 // The sum of the products, one after the other, and then of the plain value if there is one. Of
 // scalars it is one expression, evaluated in double.

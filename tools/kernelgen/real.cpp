@@ -19,24 +19,20 @@ bool isSymmetric(const Elements& x) {
   return true;
 }
 
-Elements parts(const Elements& x, Part Parts::*part) {
-  Elements out;
-  for (const Parts& e : x) out.push_back({e.graph, e.*part, {}});
-  return out;
+Elements onlyPart(const Elements& x, Part Parts::*part) {
+  return column(std::ssize(x), [&](long k) { return Parts{x[k].graph, x[k].*part, {}}; });
 }
 
 // x + i y
 Elements joined(const Elements& x, const Elements& y) {
-  Elements out;
-  for (std::size_t k = 0; k < x.size(); ++k) out.push_back(x[k] + turnedQuarters(y[k], 3));
-  return out;
+  return column(std::ssize(x), [&](long k) { return x[k] + turnedQuarters(y[k], 3); });
 }
 
 // A complex signal by the transforms of its real and its imaginary part.
 template <class Transform>
 Elements ofParts(const Elements& x, const Transform& transform) {
-  const Elements re = transform(parts(x, &Parts::re));
-  const Elements im = transform(parts(x, &Parts::im));
+  const Elements re = transform(onlyPart(x, &Parts::re));
+  const Elements im = transform(onlyPart(x, &Parts::im));
   return joined(re, im);
 }
 
@@ -45,37 +41,35 @@ Elements ofParts(const Elements& x, const Transform& transform) {
 // u[j] = x[j] + x[p-j] for the cosine sums, v[j] = x[p-j] - x[j] for the sine sums. 5 points have
 // their first difference the other way round, which decides the signs of zero in their two sums.
 Elements symmetricBlock(int p, const Elements& x) {
-  const auto at = [&](int j) { return x[static_cast<std::size_t>(j)]; };
   const int half = (p - 1) / 2;
   std::vector<Parts> u, v;
   Parts zero = x[0];
   for (int j = 1; j <= half; ++j) {
-    u.push_back(at(j) + at(p - j));
+    u.push_back(x[j] + x[p - j]);
     const bool frontFirst = p == 5 && j == 1;
-    v.push_back(frontFirst ? turnedQuarters(at(j) - at(p - j), 2) : at(p - j) - at(j));
+    v.push_back(frontFirst ? turnedQuarters(x[j] - x[p - j], 2) : x[p - j] - x[j]);
     zero = zero + u.back();
   }
-  Elements out(x.size(), zero);
+  Elements out(p, zero);
   for (int k = 1; k <= half; ++k) {
     std::vector<Term> even, odd;
     for (int j = 1; j <= half; ++j) {
       const Turn t{j * k, p};
-      even.push_back({cosine(t), u[static_cast<std::size_t>(j - 1)]});
-      odd.push_back({sine(t), v[static_cast<std::size_t>(j - 1)]});
+      even.push_back({cosine(t), u[j - 1]});
+      odd.push_back({sine(t), v[j - 1]});
     }
     const Parts c = combined(even, &x[0]), s = turnedQuarters(combined(odd), 3);
-    out[static_cast<std::size_t>(k)] = c + s;
-    out[static_cast<std::size_t>(p - k)] = c - s;
+    out[k] = c + s;
+    out[p - k] = c - s;
   }
   return out;
 }
 
 // ---- Powers of two
 
-Elements halved(const Elements& x, std::size_t first) {
-  Elements out;
-  for (std::size_t i = first; i < x.size(); i += 2) out.push_back(x[i]);
-  return out;
+// x[first], x[first + step] ..
+Elements strided(const Elements& x, long first, long step) {
+  return column(std::ssize(x) / step, [&](long i) { return x[first + step * i]; });
 }
 
 Elements samplesToSpectrum(const Elements& x);
@@ -91,35 +85,28 @@ Elements complexPowerOfTwo(const Elements& x) {
 // Of a real signal that changes its sign after the L samples d, the odd bins k = 2 i + 1 of 2 L
 // points.
 Elements oddBins(const Elements& d) {
-  const std::size_t size = d.size(), n = 2 * size;
+  const long size = std::ssize(d), n = 2 * size;
   Elements out(size, d[0]);
-  const auto setPair = [&](std::size_t i, Parts x) {
+  const auto setMirrors = [&](long i, const Parts& x) {
     out[i] = x;
     out[size - 1 - i] = conjugate(x);
   };
   if (size <= 8) {
     // Bins 4 m + 1 are a transform of n / 4 points, and the others their conjugates.
-    Elements z;
-    for (std::size_t j = 0; j < size / 2; ++j) {
-      const Parts both = d[j] + turnedQuarters(d[j + size / 2], 1);
-      z.push_back(twiddled(both, {static_cast<long>(j), static_cast<long>(n)}));
-    }
+    const Elements z = column(size / 2, [&](long j) {
+      return twiddled(d[j] + turnedQuarters(d[j + size / 2], 1), {j, n});
+    });
     const Elements bins = complexPowerOfTwo(z);
-    for (std::size_t m = 0; m < bins.size(); ++m) setPair(2 * m, bins[m]);
+    for (long m = 0; m < size / 2; ++m) setMirrors(2 * m, bins[m]);
     return out;
   }
   // Four interleaved signals, each with its odd bins, and 4 points across.
-  Columns<Parts> interleaved(4);
-  for (std::size_t i = 0; i < size; ++i) interleaved[i % 4].push_back(d[i]);
-  for (Elements& b : interleaved) b = oddBins(b);
-  for (std::size_t j = 0; j < size / 8; ++j) {
-    Elements across;
-    for (std::size_t b = 0; b < 4; ++b) {
-      const Turn t{static_cast<long>((2 * j + 1) * b), static_cast<long>(n)};
-      across.push_back(twiddled(interleaved[b][j], t));
-    }
-    const Elements bins = direct4(across);
-    for (std::size_t m = 0; m < 4; ++m) setPair(j + size / 4 * m, bins[m]);
+  const Columns<Parts> interleaved = column(4, [&](long b) { return oddBins(strided(d, b, 4)); });
+  for (long j = 0; j < size / 8; ++j) {
+    const Elements bins = direct4(column(4, [&](long b) {
+      return twiddled(interleaved[b][j], {(2 * j + 1) * b, n});
+    }));
+    for (long m = 0; m < 4; ++m) setMirrors(j + size / 4 * m, bins[m]);
   }
   return out;
 }
@@ -127,40 +114,32 @@ Elements oddBins(const Elements& d) {
 // The even bins are the transform of the folded signal.
 Elements samplesToSpectrum(const Elements& x) {
   if (x.size() == 1) return x;
-  const std::size_t half = x.size() / 2;
+  const long n = std::ssize(x), half = n / 2;
   Elements u, d;
-  for (std::size_t i = 0; i < half; ++i) {
+  for (long i = 0; i < half; ++i) {
     u.push_back(x[i] + x[i + half]);
     d.push_back(x[i] - x[i + half]);
   }
   const Elements even = samplesToSpectrum(u);
   const Elements odd = half == 1 ? d : oddBins(d);
-  Elements out;
-  for (std::size_t k = 0; k < half; ++k) {
-    out.push_back(even[k]);
-    out.push_back(odd[k]);
-  }
-  return out;
+  return column(n, [&](long k) { return k % 2 == 0 ? even[k / 2] : odd[k / 2]; });
 }
 
 // The way back: sample i and i + n/2 are the sum and the difference of what the even and the odd
 // bins give, and the odd bins give twice the parts of a transform of the bins 4 m + 1.
 Elements spectrumToSamples(const Elements& x) {
-  const std::size_t n = x.size(), half = n / 2;
+  const long n = std::ssize(x), half = n / 2;
   if (n == 2) return direct2(x);
-  const Elements p = spectrumToSamples(halved(x, 0));
-  Elements quarter;
-  for (std::size_t k = 1; k < n; k += 4) quarter.push_back(x[k]);
-  quarter = complexPowerOfTwo(quarter);
+  const Elements p = spectrumToSamples(strided(x, 0, 2));
+  const Elements quarter = complexPowerOfTwo(strided(x, 1, 4));
   Elements r(half, x[0]);
-  for (std::size_t j = 0; j < quarter.size(); ++j) {
-    const Turn t{static_cast<long>(j), static_cast<long>(n)};
-    const Parts z = shifted(twiddled(quarter[j], t), 1);
+  for (long j = 0; j < n / 4; ++j) {
+    const Parts z = shifted(twiddled(quarter[j], {j, n}), 1);
     r[j] = {z.graph, z.re, {}};
-    r[j + half / 2] = {z.graph, turnedQuarters(z, 1).re, {}};
+    r[j + half / 2] = {z.graph, z.im, {}};
   }
   Elements out(n, x[0]);
-  for (std::size_t i = 0; i < half; ++i) {
+  for (long i = 0; i < half; ++i) {
     out[i] = p[i] + r[i];
     out[i + half] = p[i] - r[i];
   }
@@ -169,34 +148,25 @@ Elements spectrumToSamples(const Elements& x) {
 
 // ---- Rader
 
-Elements masked(const Elements& x, std::size_t parity) {
-  Elements out;
-  for (std::size_t k = 0; k < x.size(); ++k) {
-    out.push_back(k % 2 == parity ? x[k] : Parts{x[k].graph, {}, {}});
-  }
-  return out;
+// The bins of one parity, zero in place of the others.
+Elements masked(const Elements& x, long parity) {
+  return column(std::ssize(x), [&](long k) {
+    return k % 2 == parity ? x[k] : Parts{x[k].graph, {}, {}};
+  });
 }
 
 // The one constant that is not the nearest number to its value but the one below it, on purpose.
 const Constant kBin6Of13{static_cast<Quad>(0.3004626062886657), "re6of13"};
 
-// A[k] B[k] with the factor two of a pair of bins in the constant, and x[0] in bin 0.
-Elements weighted(const Elements& a, const Parts& x0, const RaderNumbers& numbers) {
-  const std::size_t order = a.size();
-  Elements z;
-  for (std::size_t k = 0; k < order; ++k) {
-    const Factor& b = numbers.factors[k];
-    if (k == 0) {
-      z.push_back(combined({{b.re, a[0]}}, &x0));
-    } else if (2 * k == order) {
-      const Factor undoubled = order == 12 ? Factor{kBin6Of13, b.im} : b;
-      z.push_back(product(a[k], undoubled));
-    } else {
-      const Factor twice{{2 * b.re.exact, "two" + b.re.name}, {2 * b.im.exact, "two" + b.im.name}};
-      z.push_back(shifted(product(a[k], twice), -1));
-    }
-  }
-  return z;
+// The products of a Rader step: like raderMiddle (parts.h), but bin 0 is one expression.
+Elements weighted(const Elements& a, const Parts& x0, const std::vector<Factor>& factors) {
+  const long order = std::ssize(a);
+  return column(order, [&](long k) {
+    const Factor& b = factors[k];
+    if (k == 0) return combined({{b.re, a[0]}}, &x0);
+    if (2 * k != order) return productOfMirrors(a[k], b);
+    return product(a[k], order == 12 ? Factor{kBin6Of13, b.im} : b);
+  });
 }
 
 }  // namespace
@@ -211,9 +181,7 @@ Parts twiddled(Parts x, Turn t) {
 }
 
 Columns<Parts> Real::run(const Recipe& r, const Columns<Parts>& x) {
-  Columns<Parts> out;
-  for (const Elements& column : x) out.push_back(run(r, column));
-  return out;
+  return column(std::ssize(x), [&](long c) { return run(r, x[c]); });
 }
 
 Column<Parts> Real::run(const Recipe& r, const Column<Parts>& x) {
@@ -226,36 +194,35 @@ Column<Parts> Real::run(const Recipe& r, const Column<Parts>& x) {
   if (!isReal(x) && !isSymmetric(x)) {
     return ofParts(x, [&](const Elements& part) { return Real(Flow::ToSpectrum).run(r, part); });
   }
-  if (r.step() == Step::Rader) return runRader(r, x);
+  if (r.step() == Step::Rader) return rader(*this, r, Columns<Parts>{x})[0];
   return isReal(x) ? samplesToSpectrum(x) : spectrumToSamples(x);
 }
 
-// Rader's step (algorithms.h). Of real samples, the products in even bins are those of a real
-// convolution and those in odd bins of an imaginary one. Of a spectrum, the bins in the order of
-// the powers have real parts of half the period and imaginary parts that change their sign after
-// it.
-Column<Parts> Real::runRader(const Recipe& r, const Column<Parts>& x) {
-  const RaderNumbers numbers(r.n());
-  Elements permuted;
-  for (std::size_t power : numbers.powers) permuted.push_back(x[power]);
+// Of real samples, the products in even bins are those of a real convolution and those in odd bins
+// of an imaginary one. Of a spectrum, the bins in the order of the powers have real parts of half
+// the period and imaginary parts that change their sign after it.
+Convolved<Parts> Real::convolve(const Recipe& r, const Columns<Parts>& x, const Column<Parts>& x0,
+                                const std::vector<Factor>& factors) {
   Real toSpectrum(Flow::ToSpectrum), toSamples(Flow::ToSamples);
-  const Elements a =
-      ofParts(permuted, [&](const Elements& part) { return toSpectrum.run(r.first(), part); });
-  Elements z = weighted(a, x[0], numbers);
-  if (r.hasOwnOddSecond()) {
-    for (Parts& e : z) e = kept(e);
+  Convolved<Parts> y;
+  for (std::size_t c = 0; c < x.size(); ++c) {
+    const Elements a =
+        ofParts(x[c], [&](const Elements& part) { return toSpectrum.run(r.first(), part); });
+    Elements z = weighted(a, x0[c], factors);
+    if (r.hasOwnOddSecond()) {
+      for (Parts& e : z) e = kept(e);
+    }
+    y.zero.push_back(x0[c] + a[0]);
+    if (isReal(x[c])) {
+      Elements odd = masked(z, 1);
+      for (Parts& e : odd) e = turnedQuarters(e, 1);
+      const Elements re = toSamples.run(r.second(), masked(z, 0));
+      y.rest.push_back(joined(re, toSamples.run(r.oddSecond(), odd)));
+    } else {
+      y.rest.push_back(toSamples.run(r.second(), z));
+    }
   }
-  Elements out(x.size(), x[0] + a[0]), rest;
-  if (isReal(x)) {
-    Elements odd;
-    for (const Parts& e : masked(z, 1)) odd.push_back(turnedQuarters(e, 1));
-    const Elements re = toSamples.run(r.second(), masked(z, 0));
-    rest = joined(re, toSamples.run(r.oddSecond(), odd));
-  } else {
-    rest = toSamples.run(r.second(), z);
-  }
-  for (std::size_t m = 0; m < rest.size(); ++m) out[numbers.powers[m]] = rest[m];
-  return out;
+  return y;
 }
 
 }  // namespace kernelgen

@@ -17,8 +17,6 @@ Parts twiddled(Parts x, Turn t);
 
 class Real {
  public:
-  // In the Cooley-Tukey step the samples keep their places, and blocks or columns of the spectrum
-  // are numbered symmetrically.
   explicit Real(Flow flow) : flow_(flow) {}
 
   // Sums over x[n] exp(-2 pi i k n / N), of each column.
@@ -26,19 +24,19 @@ class Real {
   Column<Parts> run(const Recipe& r, const Column<Parts>& x);
 
   template <class Angle>
-  Columns<Parts> rotate(Columns<Parts> x, Angle angle) {
-    for (std::size_t c = 0; c < x.size(); ++c) {
-      for (std::size_t k = 0; k < x[c].size(); ++k) x[c][k] = twiddled(x[c][k], angle(c, k));
-    }
-    return x;
+  Columns<Parts> rotate(const Columns<Parts>& x, Angle angle) {
+    return columns(std::ssize(x), std::ssize(x[0]),
+                   [&](long c, long k) { return twiddled(x[c][k], angle(c, k)); });
   }
 
-  bool centresBlocks() const { return flow_ == Flow::ToSamples; }
-  bool centresColumns() const { return flow_ == Flow::ToSpectrum; }
+  // Samples are numbered as they come, what belongs to the spectrum is centred.
+  Numbering blockNumbering() const { return flow_ == Flow::ToSamples ? kCentred : kPlain; }
+  Numbering columnNumbering() const { return flow_ == Flow::ToSpectrum ? kCentred : kPlain; }
+
+  Convolved<Parts> convolve(const Recipe& r, const Columns<Parts>& x, const Column<Parts>& x0,
+                            const std::vector<Factor>& factors);
 
  private:
-  Column<Parts> runRader(const Recipe& r, const Column<Parts>& x);
-
   Flow flow_;
 };
 

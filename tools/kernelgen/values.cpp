@@ -1,13 +1,25 @@
 #include "values.h"
 
+#include <algorithm>
+
 namespace kernelgen {
 namespace {
 
-// Real and imaginary part exchanged in every element.
-NodeId partsSwapped(Graph& g, NodeId x) {
-  std::vector<int> select;
-  for (int i = 0; i < g[x].lanes; ++i) select.push_back(i ^ 1);
-  return g.shuffle(x, x, select);
+// -i (r + i q) = q - i r: the parts change places, and one of them its sign.
+Packed turnedQuarters(Packed x, const std::vector<Turn>& turns) {
+  Graph& g = *x.graph;
+  const bool forward = g.direction() == Direction::Forward;
+  std::vector<int> select, mask;
+  bool anyFlip = false;
+  for (Turn t : turns) {
+    const int k = forward ? t.quarters() : (4 - t.quarters()) % 4;
+    const int re = static_cast<int>(select.size()), im = re + 1;
+    select.insert(select.end(), {k % 2 == 0 ? re : im, k % 2 == 0 ? im : re});
+    mask.insert(mask.end(), {k == 2 || k == 3, k == 1 || k == 2});
+    anyFlip = anyFlip || k != 0;
+  }
+  const NodeId moved = g.shuffle(x.node, x.node, select);
+  return {&g, anyFlip ? g.flip(moved, mask) : moved};
 }
 
 }  // namespace
@@ -28,7 +40,7 @@ Packed scaled(Packed x, const Constant& c) {
   if (isZero(x)) return x;
   Graph& g = *x.graph;
   const Node& n = g[x.node];
-  const std::vector<Constant> lanes(static_cast<std::size_t>(n.lanes), c);
+  const std::vector<Constant> lanes(n.lanes, c);
   return {&g, g.mul(x.node, g.constant(lanes, n.precision))};
 }
 
@@ -42,7 +54,7 @@ Packed crossed(Packed x, const Constant& c) {
     lanes.push_back((i % 2 == 0) == forward ? c : -c);
   }
   const Precision precision = n.precision;
-  const NodeId swapped = partsSwapped(g, x.node);
+  const NodeId swapped = exchanged(x).node;
   return {&g, g.mul(swapped, g.constant(lanes, precision))};
 }
 
@@ -51,30 +63,12 @@ Packed turnedQuarters(Packed x, int k) { return rotated(x, Turn{k, 4}); }
 Packed rotated(Packed x, Turn t) {
   if (isZero(x)) return x;
   const int elements = (*x.graph)[x.node].lanes / 2;
-  return rotated(x, std::vector<Turn>(static_cast<std::size_t>(elements), t));
+  return rotated(x, std::vector<Turn>(elements, t));
 }
 
 Packed rotated(Packed x, const std::vector<Turn>& angles) {
-  Graph& g = *x.graph;
-  const bool forward = g.direction() == Direction::Forward;
-  bool exact = true;
-  for (Turn t : angles) exact = exact && t.isQuarterMultiple();
-  if (exact) {
-    // -i (r + i q) = q - i r: parts change places and one of them its sign.
-    std::vector<int> select, mask;
-    bool anyFlip = false;
-    for (Turn t : angles) {
-      const int k = forward ? t.quarters() : (4 - t.quarters()) % 4;
-      const int at = static_cast<int>(select.size());
-      select.push_back(k % 2 == 0 ? at : at + 1);
-      select.push_back(k % 2 == 0 ? at + 1 : at);
-      mask.push_back(k == 2 || k == 3);
-      mask.push_back(k == 1 || k == 2);
-      anyFlip = anyFlip || k != 0;
-    }
-    const NodeId moved = g.shuffle(x.node, x.node, select);
-    return {&g, anyFlip ? g.flip(moved, mask) : moved};
-  }
+  const auto isExact = [](Turn t) { return t.isQuarterMultiple(); };
+  if (std::all_of(angles.begin(), angles.end(), isExact)) return turnedQuarters(x, angles);
   std::vector<Factor> factors;
   for (Turn t : angles) factors.push_back({cosine(t), -sine(t)});
   return product(x, factors);
@@ -89,14 +83,29 @@ Packed product(Packed x, const std::vector<Factor>& factors) {
     straight.insert(straight.end(), {f.re, f.re});
     across.insert(across.end(), {forward ? -f.im : f.im, forward ? f.im : -f.im});
   }
-  const NodeId swapped = partsSwapped(g, x.node);
+  const NodeId swapped = exchanged(x).node;
   const NodeId byRe = g.mul(x.node, g.constant(straight, precision));
   return {&g, g.add(byRe, g.mul(swapped, g.constant(across, precision)))};
 }
 
 Packed product(Packed x, const Factor& factor) {
-  const auto elements = static_cast<std::size_t>((*x.graph)[x.node].lanes / 2);
+  const int elements = (*x.graph)[x.node].lanes / 2;
   return product(x, std::vector<Factor>(elements, factor));
+}
+
+Packed exchanged(Packed x) {
+  Graph& g = *x.graph;
+  std::vector<int> select;
+  for (int i = 0; i < g[x.node].lanes; ++i) select.push_back(i ^ 1);
+  return {&g, g.shuffle(x.node, x.node, select)};
+}
+
+Packed raderMiddle(std::vector<Packed>& a, Packed x0, const std::vector<Factor>& factors) {
+  x0 = product(x0, kOne);
+  const Packed sum = x0 + a[0];
+  for (std::size_t k = 0; k < a.size(); ++k) a[k] = product(a[k], factors[k]);
+  a[0] = x0 + a[0];
+  return sum;
 }
 
 Scalars operator+(Scalars x, Scalars y) {

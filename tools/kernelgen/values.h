@@ -1,13 +1,11 @@
-// What an algorithm computes with: a complex value with +, - and products by constants.
+// What an algorithm computes with: complex values with +, - and products by constants.
 //
-// Packed    one or more complex elements, interleaved in a vector; an operation works on all lanes
-// Scalars   the real and the imaginary part, a scalar each
+// Packed    one or more complex elements interleaved in a vector; an operation works on all lanes
+// Scalars   the real and the imaginary part of one element, a scalar each
+// Parts     in parts.h
 //
-// A third one, Parts, is in parts.h.
-//
-// The direction of the transform is decided here: forward, `crossed`, `turnedQuarters` and
-// `rotated` go with exp(-2 pi i t); for the inverse kernel i is replaced by -i in these three and
-// nowhere else.
+// The algorithms know only the forward transform. In the graph of an inverse kernel, the operations
+// of Packed and Scalars that multiply by i or by a complex constant take -i for i.
 #pragma once
 
 #include "graph.h"
@@ -17,6 +15,9 @@ namespace kernelgen {
 struct Packed {
   Graph* graph;
   NodeId node;
+
+  // Whether a value and its conjugate are made of the same registers.
+  static constexpr bool kSharesConjugate = false;
 };
 
 bool isZero(Packed x);
@@ -43,6 +44,13 @@ const Factor kOne{{1, "one"}, {0, "zero"}};
 // A full complex product, one factor per element lane; no 1 and no 0 is left out.
 Packed product(Packed x, const std::vector<Factor>& factors);
 Packed product(Packed x, const Factor& factor);
+// Real and imaginary parts exchanged.
+Packed exchanged(Packed x);
+
+// Between the two transforms of Rader's step: a[k] becomes a[k] factors[k], and x0 is added to the
+// new a[0]. Returns x0 + a[0] of before. All are full products, even that of x0 by one: where the
+// elements are lanes, x0 and a[k] may share a register, and the arithmetic is to be the same.
+Packed raderMiddle(std::vector<Packed>& a, Packed x0, const std::vector<Factor>& factors);
 
 struct Scalars {
   Graph* graph;
