@@ -37,28 +37,30 @@ requires(kLength <= 4)
   return oddTransform(z);
 }
 
-template <class T, int kLength>
-void directDct4(const Anywhere<T>* src, Anywhere<T>* dst) {
+// On numbers V, scalars or lanes that are transforms of their own: load(i) is element i of the source,
+// and store(i, v) takes that of the result.
+template <class V, int kLength, class Load, class Store>
+ZVXG_INLINE void directDct4(const Load& load, const Store& store) {
   constexpr int r = directRadix(kLength), m = kLength / (2 * r);
-  std::array<std::array<Complex<T>, m>, r> w;
+  std::array<std::array<Complex<V>, m>, r> w;
   unroll<r>([&](auto c) __attribute__((always_inline)) {
-    std::array<T, 2 * m> z;
+    std::array<V, 2 * m> z;
     unroll<2 * m>([&](auto i) __attribute__((always_inline)) {
       constexpr int q = i - m;
-      z[i] = src[q >= 0 ? 2 * r * q + c : -2 * r * q - 1 - c];
+      z[i] = load(q >= 0 ? 2 * r * q + c : -2 * r * q - 1 - c);
     });
     w[c] = directColumn(z);
   });
-  // From here on src is not read, as dst may be the same.
+  // From here on nothing is loaded, as the destination may be the source.
   unroll<m>([&](auto k) __attribute__((always_inline)) {
-    std::array<Complex<T>, r> z;
+    std::array<Complex<V>, r> z;
     unroll<r>([&](auto c) __attribute__((always_inline)) {
       z[c] = rotated<(2 * c + 1) * (2 * k + 1), 4 * kLength>(w[c][k]);
     });
     const auto y = oddSynthesis(z);
     unroll<r>([&](auto l) __attribute__((always_inline)) {
-      dst[2 * m * l + k] = y[r + l];
-      dst[2 * m * l + 2 * m - 1 - k] = y[r - 1 - l];
+      store(2 * m * l + k, y[r + l]);
+      store(2 * m * l + 2 * m - 1 - k, y[r - 1 - l]);
     });
   });
 }
@@ -123,18 +125,37 @@ void directDct4OfPairs(const float* src, float* dst) {
 
 // Length 4 rotates (x0, x3) by 7 pi/16 and (x1, x2) by 5 pi/16 in three lifting steps of one
 // product each; real and imaginary parts come out exchanged.
-template <class T>
-void directDct4Lifted(const Anywhere<T>* x, Anywhere<T>* dst) {
+template <class V, class Load, class Store>
+ZVXG_INLINE void directDct4Lifted(const Load& load, const Store& store) {
+  using T = Element<V>;
   constexpr T t1 = static_cast<T>(tanPi(7, 32)), s1 = static_cast<T>(sinPi(7, 16));
   constexpr T t2 = static_cast<T>(tanPi(5, 32)), s2 = static_cast<T>(sinPi(5, 16));
   constexpr T h = kHalfRoot<T>;
-  const T a = x[0] - t1 * x[3], b = a * s1 + x[3], a2 = a - b * t1;
-  const T c = x[1] - t2 * x[2], d = c * s2 + x[2], c2 = c - d * t2;
-  const T e = (a2 + c2) * h, f = (b - d) * h;
-  dst[0] = b + d;
-  dst[1] = f + e;
-  dst[2] = f - e;
-  dst[3] = a2 - c2;
+  const V x0 = load(0), x1 = load(1), x2 = load(2), x3 = load(3);
+  const V a = x0 - t1 * x3, b = a * s1 + x3, a2 = a - b * t1;
+  const V c = x1 - t2 * x2, d = c * s2 + x2, c2 = c - d * t2;
+  const V e = (a2 + c2) * h, f = (b - d) * h;
+  store(0, b + d);
+  store(1, f + e);
+  store(2, f - e);
+  store(3, a2 - c2);
+}
+
+// What a direct length does to each element of a vector, or to a scalar.
+template <class V, int kLength, class Load, class Store>
+ZVXG_INLINE void directDct4InLanes(const Load& load, const Store& store) {
+  if constexpr (kLength == 4) {
+    directDct4Lifted<V>(load, store);
+  } else {
+    directDct4<V, kLength>(load, store);
+  }
+}
+
+template <class T, int kLength>
+void directDct4OfNumbers(const Anywhere<T>* src, Anywhere<T>* dst) {
+  directDct4InLanes<T, kLength>(
+      [&](int i) __attribute__((always_inline))->T { return src[i]; },
+      [&](int i, T v) __attribute__((always_inline)) { dst[i] = v; });
 }
 
 template <class T>
@@ -142,12 +163,10 @@ using DirectKernel = void (*)(const T*, T*);
 
 template <class T, int kLength>
 constexpr DirectKernel<T> directKernel() {
-  if constexpr (kLength == 4) {
-    return directDct4Lifted<T>;
-  } else if constexpr (sizeof(T) == 4 && kLength >= 32) {
+  if constexpr (sizeof(T) == 4 && kLength >= 32) {
     return directDct4OfPairs<kLength>;
   } else {
-    return directDct4<T, kLength>;
+    return directDct4OfNumbers<T, kLength>;
   }
 }
 
