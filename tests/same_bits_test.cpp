@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 
+#include "complex_kernels.h"  // kernelgen
 #include "harness.h"
 #include "interpret.h"  // kernelgen
 #include "kernels.h"    // kernelgen
@@ -54,8 +55,8 @@ TEST(SameBits, KernelAndItsPieces) {
     for (NodeId i = 0; i < scalar.size(); ++i) {
       ASSERT_TRUE(scalar[i].lanes == 1 && scalar[i].op != Op::Shuffle);
     }
-    const bool hasElements = id.family == Family::Complex && bodyOf(id).width != kScalar &&
-                             bodyOf(id).recipe.step() != Step::Chirp;
+    const bool hasElements = id.family == Family::Complex && designOf(id).width != kScalar &&
+                             designOf(id).recipe.step() != Step::Chirp;
     if (hasElements) {
       EXPECT_EQ(difference(graph, apart(graph, 2)), "");
     } else {
@@ -110,14 +111,14 @@ bool hasRotations(const Recipe& r) {
 TEST(SameBits, OtherWidths) {
   int same = 0, different = 0, seen = 0;
   forEachId([&](const KernelId& id) {
-    Body body = bodyOf(id);
-    const bool isTied = body.width == kScalar || body.recipe.step() == Step::Chirp;
+    Design design = designOf(id);
+    const bool isTied = design.width == kScalar || design.recipe.step() == Step::Chirp;
     if (id.family != Family::Complex || isTied) return;
-    body.width = body.width == 128 ? 256 : 128;
+    design.width = design.width == 128 ? 256 : 128;
     const Graph graph = makeKernel(id).graph;
     std::optional<Graph> other;
     try {
-      other = makeComplex(id, body);
+      other = complexGraph(id, design);
     } catch (const std::logic_error&) {  // a Rader step that does not open at this width
       return;
     }
@@ -126,7 +127,7 @@ TEST(SameBits, OtherWidths) {
     ++(areSame ? same : different);
     seen += !seemSame;
     EXPECT_TRUE(seemSame || !areSame);
-    EXPECT_TRUE(areSame || hasRotations(body.recipe)) << difference(graph, *other);
+    EXPECT_TRUE(areSame || hasRotations(design.recipe)) << difference(graph, *other);
   });
   EXPECT_GT(same, 100);
   EXPECT_GT(seen, different / 2);

@@ -3,17 +3,12 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "real_kernels.h"
+#include "access.h"
+#include "machine.h"
+#include "tables.h"
 
 namespace kernelgen {
 namespace {
-
-int accessesIn(const std::vector<int>& elements, std::size_t begin, std::size_t end) {
-  if (contiguous(elements, begin, end)) return 1;
-  if (end - begin == 1) return 0;
-  const std::size_t middle = (begin + end) / 2;
-  return accessesIn(elements, begin, middle) + accessesIn(elements, middle, end);
-}
 
 bool isScale(const Graph& g, NodeId id) {
   return g[id].op == Op::Scale || (g[id].op == Op::Widen && g[g[id].a].op == Op::Scale);
@@ -29,30 +24,14 @@ double bound(const Counts& c, bool scalar) {
 
 }  // namespace
 
-bool contiguous(const std::vector<int>& elements, std::size_t begin, std::size_t end) {
-  for (std::size_t i = begin; i < end; ++i) {
-    if (elements[i] != elements[begin] + static_cast<int>(i - begin)) return false;
-  }
-  return elements[begin] != kNoElement;
-}
-
-bool isBlend(const Node& shuffle) {
-  for (int i = 0; i < shuffle.lanes; ++i) {
-    if (shuffle.select[i] % shuffle.lanes != i) return false;
-  }
-  return true;
-}
-
-int accesses(const std::vector<int>& elements) { return accessesIn(elements, 0, elements.size()); }
-
 Counts counts(const Kernel& kernel) {
   const Graph& g = kernel.graph;
   Counts c;
   for (NodeId id = 0; id < g.size(); ++id) {
     const Node& n = g[id];
     switch (n.op) {
-      case Op::Load: c.loads += accesses(n.elements); break;
-      case Op::Store: c.stores += accesses(n.elements); break;
+      case Op::Load: c.loads += accesses(n); break;
+      case Op::Store: c.stores += accesses(n); break;
       case Op::Add:
       case Op::Sub: ++c.adds; break;
       case Op::Mul: ++(isScale(g, n.a) || isScale(g, n.b) ? c.scales : c.products); break;
@@ -64,8 +43,8 @@ Counts counts(const Kernel& kernel) {
       case Op::Scale: break;
     }
   }
-  if (kernel.id.family != Family::Complex) c.stated = statedProducts(kernel.id);
-  c.bound = bound(c, bodyOf(kernel.id).width == kScalar);
+  c.stated = designOf(kernel.id).products;
+  c.bound = bound(c, designOf(kernel.id).width == kScalar);
   return c;
 }
 
@@ -76,13 +55,13 @@ std::string ledgerHead() {
 
 std::string ledgerLine(const Kernel& kernel) {
   const Counts c = counts(kernel);
-  const Body& body = bodyOf(kernel.id);
+  const Design& design = designOf(kernel.id);
   const std::string stated = c.stated ? std::to_string(*c.stated) : "";
   char text[256];
   std::snprintf(text, sizeof text, "%s,\"%s\",%d,%d,%d,%d,%s,%d,%d,%d,%d,%d,%d,%.1f",
-                kernel.id.symbol().c_str(), body.recipe.print().c_str(), body.width,
-                body.split ? 2 : 1, c.adds, c.products, stated.c_str(), c.scales, c.shuffles,
-                c.logic, c.converts, c.loads, c.stores, c.bound);
+                kernel.id.symbol().c_str(), design.recipe.print().c_str(), design.width,
+                design.bodies, c.adds, c.products, stated.c_str(), c.scales, c.shuffles, c.logic,
+                c.converts, c.loads, c.stores, c.bound);
   return text;
 }
 

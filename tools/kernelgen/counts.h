@@ -26,13 +26,4 @@ Counts counts(const Kernel& kernel);
 std::string ledgerHead();
 std::string ledgerLine(const Kernel& kernel);
 
-// A shuffle that takes each lane from the same place of either operand; it can go to any pipe.
-bool isBlend(const Node& shuffle);
-
-// Whether elements begin to end follow each other in memory.
-bool contiguous(const std::vector<int>& elements, std::size_t begin, std::size_t end);
-
-// Contiguous runs of elements that one access of `lanes` elements is broken into.
-int accesses(const std::vector<int>& elements);
-
 }  // namespace kernelgen

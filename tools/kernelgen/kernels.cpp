@@ -1,107 +1,19 @@
 #include "kernels.h"
 
-#include <numeric>
 #include <stdexcept>
 
-#include "lanes.h"
+#include "complex_kernels.h"
 #include "real_kernels.h"
 
 namespace kernelgen {
-namespace {
-
-constexpr int kElementBits[] = {64, 128};  // of a complex element, single and double
-
-void makeScalar(Graph& g, const Recipe& recipe) {
-  Column<Scalars> x;
-  for (int n = 0; n < recipe.n(); ++n)
-    x.push_back({&g, g.load(Unit::Real, {2 * n}), g.load(Unit::Real, {2 * n + 1})});
-  const Column<Scalars> y = recipe.isWidened()
-                                ? (recipe.n() == 3 ? direct3<true>(x) : direct5<true>(x))
-                                : direct(recipe, x);
-  const NodeId scale = g.scale(1);
-  for (int k = 0; k < recipe.n(); ++k) {
-    const Scalars& value = y[k];
-    g.store(g.mul(value.re, scale), Unit::Real, {2 * k});
-    g.store(g.mul(value.im, scale), Unit::Real, {2 * k + 1});
-  }
-}
-
-template <class Arrangement>
-void makeVector(Arrangement arrangement, const Recipe& recipe) {
-  using Element = typename Spread<Arrangement>::Element;
-  Spread<Arrangement> spread(arrangement);
-  Column<Element> x;
-  for (int n = 0; n < recipe.n(); ++n) x.push_back(spread.source(n));
-  const Column<Element> y = spread.run(recipe, {x})[0];
-  // Elements that lie side by side already go out as they are. The others are put side by side
-  // first: a store is dearer than the shuffle that saves one.
-  const std::size_t lanes = arrangement.lanes();
-  const auto inPlace = [&](std::size_t k) {
-    for (std::size_t i = 0; i < lanes; ++i) {
-      if (k + i >= y.size() || identity(y[k + i].value) != identity(y[k].value)) return false;
-      if (y[k + i].lane != static_cast<int>(i)) return false;
-    }
-    return true;
-  };
-  for (std::size_t k = 0; k < y.size();) {
-    std::size_t count = lanes;
-    if (!inPlace(k)) {
-      count = 1;
-      while (count < lanes && k + count < y.size() && !inPlace(k + count)) ++count;
-    }
-    std::vector<int> elements(lanes, kNoElement);
-    if (count == 1) {
-      elements[y[k].lane] = static_cast<int>(k);
-      arrangement.store(spread.applyRotations({{y[k]}})[0][0].value, elements);
-    } else {
-      const auto at = y.begin() + static_cast<std::ptrdiff_t>(k);
-      const auto end = elements.begin() + static_cast<std::ptrdiff_t>(count);
-      std::iota(elements.begin(), end, static_cast<int>(k));
-      arrangement.store(spread.pack({at, at + static_cast<std::ptrdiff_t>(count)}), elements);
-    }
-    k += count;
-  }
-}
-
-}  // namespace
-
-const Body& bodyOf(const KernelId& id) {
-  switch (id.family) {
-    case Family::Complex: return complexBody(id.length, id.precision);
-    case Family::Real:
-      return realBody(id.length,
-                      id.direction == Direction::Forward ? Flow::ToSpectrum : Flow::ToSamples);
-    case Family::Hartley: return realBody(id.length, realRow(id.length).hartley);
-  }
-  throw std::logic_error("no table for " + id.symbol());
-}
-
-Pace paceOf(const KernelId& id) {
-  return id.family == Family::Complex ? complexPace(id.length, id.precision) : Pace();
-}
-
-// 47 is 2 * 23 + 1 and 59 is 2 * 29 + 1, with a second Rader step inside the first.
-bool isLong(const KernelId& id) {
-  return (id.length == 47 || id.length == 59) &&
-         (id.family != Family::Complex || id.precision == Precision::Double);
-}
 
 Kernel makeKernel(const KernelId& id) {
-  return id.family == Family::Complex ? Kernel{id, makeComplex(id, bodyOf(id))}
-                                      : makeRealKernel(id);
-}
-
-Graph makeComplex(const KernelId& id, const Body& body) {
-  Graph graph({id.precision, id.direction});
-  if (body.width == kScalar) {
-    makeScalar(graph, body.recipe);
-  } else if (body.recipe.step() == Step::Chirp) {
-    makeVector(Planar(graph), body.recipe);
-  } else {
-    const int elements = body.width / kElementBits[static_cast<int>(id.precision)];
-    makeVector(Interleaved(graph, elements), body.recipe);
+  switch (id.family) {
+    case Family::Complex: return {id, complexGraph(id, designOf(id))};
+    case Family::Real:
+    case Family::Hartley: return {id, realGraph(id)};
   }
-  return graph.pruned();
+  throw std::logic_error("no graph for " + id.symbol());
 }
 
 }  // namespace kernelgen

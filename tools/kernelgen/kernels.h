@@ -1,15 +1,9 @@
-// How each kernel is made.
+// A kernel: what it computes, as a graph made the way its row of the tables says.
 #pragma once
 
 #include "graph.h"
-#include "tables.h"
 
 namespace kernelgen {
-
-const Body& bodyOf(const KernelId& id);
-Pace paceOf(const KernelId& id);
-// Longer than the cache of decoded instructions, which holds some 4,000 on Zen 3.
-bool isLong(const KernelId& id);
 
 struct Kernel {
   KernelId id;
@@ -17,8 +11,5 @@ struct Kernel {
 };
 
 Kernel makeKernel(const KernelId& id);
-
-// The graph of a complex kernel by any body of its length.
-Graph makeComplex(const KernelId& id, const Body& body);
 
 }  // namespace kernelgen

@@ -7,7 +7,8 @@
 #include <stdexcept>
 
 #include "counts.h"
-#include "emit.h"
+#include "exports.h"
+#include "tables.h"
 
 namespace {
 
@@ -26,7 +27,7 @@ constexpr const char* kUsage =
 std::vector<KernelId> share(bool wantsLong, int part, int parts) {
   if (parts < 1 || part < 0 || part >= parts) throw std::invalid_argument("no such part");
   std::vector<KernelId> all = kernelList(), mine;
-  std::erase_if(all, [&](const KernelId& id) { return isLong(id) != wantsLong; });
+  std::erase_if(all, [&](const KernelId& id) { return designOf(id).isLong != wantsLong; });
   for (std::size_t i = 0; i < all.size(); ++i) {
     if (static_cast<int>(i) % parts == part) mine.push_back(all[i]);
   }
@@ -38,11 +39,11 @@ int run(const std::vector<std::string>& words) {
   if (command == "list" && words.size() == 1) {
     for (const KernelId& id : kernelList()) std::cout << id.symbol() << '\n';
   } else if (command == "header" && words.size() == 1) {
-    std::cout << emitHeader(kernelList());
+    std::cout << emitHeader();
   } else if ((command == "source" || command == "long") && words.size() == 3) {
     std::cout << emitFile(share(command == "long", std::stoi(words[1]), std::stoi(words[2])));
   } else if (command == "entries" && words.size() == 1) {
-    std::cout << emitEntries(kernelList());
+    std::cout << emitEntries();
   } else if (command == "show" && words.size() == 2) {
     std::cout << emitKernel(makeKernel(kernelOfSymbol(words[1])));
   } else if (command == "counts" && words.size() == 1) {

@@ -155,9 +155,6 @@ Elements masked(const Elements& x, long parity) {
   });
 }
 
-// The one constant that is not the nearest number to its value but the one below it, on purpose.
-const Constant kBin6Of13{static_cast<Quad>(0.3004626062886657), "re6of13"};
-
 // The products of a Rader step: like raderMiddle (parts.h), but bin 0 is one expression.
 Elements weighted(const Elements& a, const Parts& x0, const std::vector<Factor>& factors) {
   const long order = std::ssize(a);
@@ -165,7 +162,8 @@ Elements weighted(const Elements& a, const Parts& x0, const std::vector<Factor>&
     const Factor& b = factors[k];
     if (k == 0) return combined({{b.re, a[0]}}, &x0);
     if (2 * k != order) return productOfMirrors(a[k], b);
-    return product(a[k], order == 12 ? Factor{kBin6Of13, b.im} : b);
+    const std::optional<Constant> stated = statedFactor(order + 1, k);
+    return product(a[k], stated ? Factor{*stated, b.im} : b);
   });
 }
 

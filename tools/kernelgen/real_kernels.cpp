@@ -16,12 +16,17 @@ class Builder {
         g_({.precision = Precision::Single, .direction = id.direction, .productsInDouble = true}) {}
 
   Graph build() {
-    if (id_.family == Family::Hartley) {
-      storeHartley();
-    } else if (id_.direction == Direction::Forward) {
-      storeSpectrum(transformed(Flow::ToSpectrum, samples()));
-    } else {
-      storeSamples(transformed(Flow::ToSamples, spectrum()));
+    const bool isForward = flowOf(id_) == Flow::ToSpectrum;
+    switch (id_.family) {
+      case Family::Complex: throw std::logic_error("a real kernel of the complex family");
+      case Family::Real:
+        if (isForward) storeSpectrum(transformed(samples()));
+        if (!isForward) storeSamples(transformed(spectrum()));
+        break;
+      case Family::Hartley:
+        if (isForward) storeHartley(transformed(samples()));
+        if (!isForward) storeSamples(transformed(mirrored()));
+        break;
     }
     return withMergedConstants(g_.pruned());
   }
@@ -29,9 +34,7 @@ class Builder {
  private:
   using Elements = Column<Parts>;
 
-  Elements transformed(Flow flow, const Elements& x) {
-    return Real(flow).run(realBody(n_, flow).recipe, x);
-  }
+  Elements transformed(const Elements& x) { return Real(flowOf(id_)).run(designOf(id_).recipe, x); }
 
   BinPlace place(int k) const { return binPlace(id_.layout, n_, k); }
 
@@ -61,7 +64,7 @@ class Builder {
   Elements spectrum() {
     const auto doubled = [&](int element) {
       const NodeId two = g_.constant({{2, "two"}}, Precision::Single);
-      return Part{g_.mul(g_.load(Unit::Real, {element}), two)};
+      return Part{g_.mul(loaded(element).node, two)};
     };
     return symmetric([&](int k) { return loaded(place(k).re); },
                      [&](int k) { return doubled(place(k).re); },
@@ -106,12 +109,7 @@ class Builder {
     for (int i = 0; i < n_; ++i) store(x[i].re, i, false);
   }
 
-  void storeHartley() {
-    if (realRow(n_).hartley == Flow::ToSamples) {
-      storeSamples(transformed(Flow::ToSamples, mirrored()));
-      return;
-    }
-    const Elements x = transformed(Flow::ToSpectrum, samples());
+  void storeHartley(const Elements& x) {
     for (int k = 0; k < n_; ++k) {
       const Parts re{&g_, x[k].re, {}}, im{&g_, x[k].im, {}};
       store((re - im).re, k, false);
@@ -125,15 +123,9 @@ class Builder {
 
 }  // namespace
 
-Kernel makeRealKernel(const KernelId& id) {
+Graph realGraph(const KernelId& id) {
   const Graph g = Builder(id).build();
-  return {id, id.precision == Precision::Single ? g : inDouble(g).pruned()};
-}
-
-int statedProducts(const KernelId& id) {
-  const RealRow& row = realRow(id.length);
-  if (id.family == Family::Hartley) return row.hartleyProducts;
-  return id.direction == Direction::Forward ? row.forwardProducts : row.inverseProducts;
+  return id.precision == Precision::Single ? g : inDouble(g).pruned();
 }
 
 }  // namespace kernelgen

@@ -2,13 +2,10 @@
 // transforms of real.h.
 #pragma once
 
-#include "kernels.h"
+#include "graph.h"
 
 namespace kernelgen {
 
-Kernel makeRealKernel(const KernelId& id);
-
-// Products by constants that the table states for a real or Hartley kernel.
-int statedProducts(const KernelId& id);
+Graph realGraph(const KernelId& id);
 
 }  // namespace kernelgen

@@ -1,7 +1,6 @@
 // The rows of the real and Hartley kernels; they serve both precisions.
-#include <array>
-#include <optional>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "tables.h"
@@ -11,6 +10,18 @@ namespace {
 
 constexpr Flow kForward = Flow::ToSpectrum;
 constexpr Flow kInverse = Flow::ToSamples;
+constexpr bool kLong = true;
+
+struct RealRow {
+  int n;
+  Recipe forward;
+  int forwardProducts;
+  Recipe inverse;
+  int inverseProducts;
+  Flow hartley;
+  int hartleyProducts;
+  bool isLong = false;
+};
 
 // The first argument of a two-factor form is the stage that touches the input: the samples forward,
 // the spectrum on the way back. Behind a recipe stands its count of products by constants, with the
@@ -62,7 +73,7 @@ const RealRow kRows[] = {
     {44, GT(11, 4),               200,   GT(4, R(11)),            242,   kInverse,  200},
     {45, GT(5, CT(3, 3)),         172,   GT(5, CT(3, 3)),         206,   kInverse,  162},
     {46, GT(2, R(23)),            484,   GT(R(23), 2),            528,   kInverse,  484},
-    {47, R(47),                  1058,   R(47),                  1104,   kForward, 1058},
+    {47, R(47),                  1058,   R(47),                  1104,   kForward, 1058, kLong},
     {48, GT(16, 3),                68,   GT(16, 3),               118,   kInverse,   72},
     {49, CT(7, 7),                324,   CT(7, 7),                372,   kForward,  324},
     {50, GT(CT(5, 5), 2),         224,   GT(CT(5, 5), 2),         272,   kForward,  224},
@@ -74,7 +85,7 @@ const RealRow kRows[] = {
     {56, GT(7, 8),                158,   GT(8, 7),                212,   kInverse,  158},
     {57, GT(R(19), 3),            362,   GT(3, R(19)),            423,   kForward,  362},
     {58, GT(2, R(29)),            420,   GT(R(29), 2),            476,   kForward,  420},
-    {59, R(59),                   954,   R(59),                  1012,   kForward,  954},
+    {59, R(59),                   954,   R(59),                  1012,   kForward,  954, kLong},
     {60, GT(3, GT(5, 4)),         136,   GT(GT(3, 4), 5),         194,   kInverse,  136},
     {61, R(61),                   415,   R(61),                   478,   kForward,  415},
     {62, GT(R(31), 2),            384,   GT(R(31), 2),            448,   kInverse,  388},
@@ -100,7 +111,7 @@ const Exception kExceptions[] = {
 Recipe withTransforms(const Recipe& r, Flow flow);
 
 Recipe raderStep(int p, Flow flow) {
-  const RealRow& row = realRow(p - 1);
+  const RealRow& row = kRows[p - 1 - kMinLength];
   const Recipe first = withTransforms(row.forward, kForward);
   for (const Exception& e : kExceptions) {
     if (e.p != p || e.flow != flow) continue;
@@ -117,26 +128,55 @@ Recipe withTransforms(const Recipe& r, Flow flow) {
   return r.step() == Step::GoodThomas ? GT(first, second) : CT(first, second);
 }
 
-}  // namespace
+// Those of a row.
+struct Designs {
+  Flow hartleyFlow;
+  Design forward, inverse, hartley;
+};
 
-const RealRow& realRow(int n) {
-  if (n < kMinLength || n > kMaxLength) {
-    throw std::out_of_range("real table: no row " + std::to_string(n));
+Designs designs(const RealRow& r) {
+  if (r.forward.n() != r.n || r.inverse.n() != r.n) {
+    throw std::invalid_argument("real table, row " + std::to_string(r.n) + ": the recipes " +
+                                r.forward.print() + " and " + r.inverse.print() +
+                                " are of another length");
   }
-  return kRows[n - kMinLength];
+  const auto design = [&](Flow flow, int products) {
+    return Design{.recipe = withTransforms(flow == kForward ? r.forward : r.inverse, flow),
+                  .width = kScalar,
+                  .bodies = 1,
+                  .isLong = r.isLong,
+                  .products = products};
+  };
+  return {r.hartley, design(kForward, r.forwardProducts), design(kInverse, r.inverseProducts),
+          design(r.hartley, r.hartleyProducts)};
 }
 
-const Body& realBody(int n, Flow flow) {
-  static const auto kBodies = [] {
-    std::vector<std::array<Body, 2>> bodies;
-    for (const RealRow& r : kRows) {
-      bodies.push_back({Body{withTransforms(r.forward, kForward), kScalar, false},
-                        Body{withTransforms(r.inverse, kInverse), kScalar, false}});
-    }
-    return bodies;
+const Designs& designsOf(int n) {
+  static const std::vector<Designs> kDesigns = [] {
+    std::vector<Designs> all;
+    for (const RealRow& r : kRows) all.push_back(designs(r));
+    return all;
   }();
-  const auto place = static_cast<std::size_t>(realRow(n).n - kMinLength);
-  return kBodies[place][static_cast<std::size_t>(flow)];
+  return kDesigns[n - kMinLength];
+}
+
+}  // namespace
+
+Flow flowOf(const KernelId& id) {
+  if (id.family == Family::Hartley) return designsOf(id.length).hartleyFlow;
+  return id.direction == Direction::Forward ? Flow::ToSpectrum : Flow::ToSamples;
+}
+
+const Design& realDesign(const KernelId& id) {
+  const Designs& row = designsOf(id.length);
+  if (id.family == Family::Hartley) return row.hartley;
+  return id.direction == Direction::Forward ? row.forward : row.inverse;
+}
+
+// The one constant that is not the nearest number to its value, but the one below it.
+std::optional<Constant> statedFactor(long p, long k) {
+  if (p != 13 || k != 6) return {};
+  return Constant{static_cast<Quad>(0.3004626062886657), "re6of13"};
 }
 
 }  // namespace kernelgen

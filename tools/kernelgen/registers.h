@@ -3,8 +3,8 @@
 // A compiler finds places for values and constants itself, and reaches them by instructions of
 // eight and nine bytes. That is nothing to a kernel that stays in the cache of decoded
 // instructions. A longer one is decoded anew in every call, at 16 to 18 bytes a cycle, and so
-// depends on the length of its code: its places are settled here and named by pointers with short
-// offsets (emit.cpp).
+// depends on the length of its code: its places are chosen here and named by pointers with short
+// offsets (statements.cpp).
 #pragma once
 
 #include <vector>

@@ -1,24 +1,40 @@
-// Which algorithm each kernel runs: one row per length, both precisions side by side.
+// Which algorithm each kernel runs: one row per length, in tables.cpp for the complex kernels, both
+// precisions side by side, in real_tables.cpp for those of real signals.
 #pragma once
 
+#include <optional>
+
+#include "graph.h"
 #include "kernel_id.h"
 #include "recipe.h"
 #include "schedule.h"
 
 namespace kernelgen {
 
-// Vector width of a body in bits; kScalar works on one real lane at a time.
+// Vector width in bits; kScalar works on one real lane at a time.
 constexpr int kScalar = 0;
 
-struct Body {
+// How a kernel is made.
+struct Design {
   Recipe recipe;
   int width;
-  // Two bodies, one for arrays on a boundary of the vector width; else one for any alignment.
-  bool split;
+  // 2: one for arrays on a boundary of the vector width, and one for all others.
+  int bodies;
+  Pace pace = {};
+  // Longer than the cache of decoded instructions, which holds some 4,000 on Zen 3.
+  bool isLong = false;
+  // Products by constants, where the table states their count.
+  std::optional<int> products = {};
+
+  Design paced(int live, int issue) && {
+    pace = {live, issue};
+    return std::move(*this);
+  }
 };
 
-const Body& complexBody(int n, Precision precision);
-Pace complexPace(int n, Precision precision);
+const Design& designOf(const KernelId& id);
+
+// ---- Real signals
 
 // Which way a real transform goes: samples come in, or samples go out.
 enum class Flow {
@@ -26,17 +42,11 @@ enum class Flow {
   ToSamples
 };
 
-struct RealRow {
-  int n;
-  Recipe forward;
-  int forwardProducts;
-  Recipe inverse;
-  int inverseProducts;
-  Flow hartley;
-  int hartleyProducts;
-};
+// That of a real kernel is its direction, that of a Hartley kernel what its row says.
+Flow flowOf(const KernelId& id);
+const Design& realDesign(const KernelId& id);
 
-const RealRow& realRow(int n);
-const Body& realBody(int n, Flow flow);
+// Where a factor of a Rader step over real signals is not the number nearest to its real part.
+std::optional<Constant> statedFactor(long p, long k);
 
 }  // namespace kernelgen

@@ -21,9 +21,9 @@ writes this file; `./dev mutation dct4` does one line of it, `--count` seeds mor
   or a factor of a flag in its last bit, the factors of forward and inverse, a dropped scale. Where
   results are single but computed in double, the last bit of a constant is that of single precision;
   finer ones hardly ever reach a result. {others:,} are found without the hashes of `tests/hashes.csv`.
-- **generator** (`tools/kernelgen/`), and what is written by hand: **frame** (`src/frame/` and
-  `src/complex/`), **wht**, **dct4**, **companion** (`include/zvxg/`): operators, integers, truth values,
-  statuses, exchanged arguments and cells, dropped statements. The ledger of operation counts finds
+- **generator** (`tools/kernelgen/`), and what is written by hand: **frame** (`src/frame/`),
+  **wht**, **dct4**, **companion** (`include/zvxg/`): operators, integers, truth values, statuses,
+  exchanged arguments and cells, dropped statements. The ledger of operation counts finds
   some of those in the generator; for the others the four shortest kernels that come out changed are
   compiled and tested.
 

@@ -1,4 +1,4 @@
-// Kernels as C++ text: one statement per node in the order of the schedule.
+// What is exported, as C++ text: kernels in their frame, by-length entries, prototypes.
 #pragma once
 
 #include <string>
@@ -13,10 +13,10 @@ std::string emitKernel(const Kernel& kernel);
 // A file of kernels.
 std::string emitFile(const std::vector<KernelId>& kernels);
 
-// The file of the by-length entries, which must list the kernels of each in order of length.
-std::string emitEntries(const std::vector<KernelId>& kernels);
+// The file of the by-length entries.
+std::string emitEntries();
 
 // include/zvxg_kernels.h
-std::string emitHeader(const std::vector<KernelId>& kernels);
+std::string emitHeader();
 
 }  // namespace kernelgen

@@ -1,6 +1,5 @@
-// How the complex kernels move elements between memory and vectors. The number in the name of a
-// load is its count of complex elements. Aligned and Unaligned are the two policies a body is made
-// for.
+// How the kernels move values between memory and registers. The number in the name of a load is its
+// count of complex elements. Aligned and Unaligned are the two policies a body is made for.
 #pragma once
 
 #include <immintrin.h>
