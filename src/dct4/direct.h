@@ -24,41 +24,40 @@ constexpr int directRadix(int length) {
 
 // The column transforms of 32 and 64 points are split into transforms of length 4 at once.
 template <class T>
-ZVXG_INLINE std::array<Complex<T>, 8> directColumn(const std::array<T, 16>& z) {
+ZVXG_INLINE inline std::array<Complex<T>, 8> directColumn(const std::array<T, 16>& z) {
   return oddTransformBySplit<4>(z);
 }
 template <class T>
-ZVXG_INLINE std::array<Complex<T>, 16> directColumn(const std::array<T, 32>& z) {
+ZVXG_INLINE inline std::array<Complex<T>, 16> directColumn(const std::array<T, 32>& z) {
   return oddTransformBySplit<8>(z);
 }
 template <class T, std::size_t kLength>
-requires(kLength <= 4)
-    ZVXG_INLINE std::array<Complex<T>, kLength / 2> directColumn(const std::array<T, kLength>& z) {
+requires(kLength <= 4) ZVXG_INLINE inline std::array<Complex<T>, kLength / 2> directColumn(
+    const std::array<T, kLength>& z) {
   return oddTransform(z);
 }
 
 // On numbers V, scalars or lanes that are transforms of their own: load(i) is element i of the source,
 // and store(i, v) takes that of the result.
 template <class V, int kLength, class Load, class Store>
-ZVXG_INLINE void directDct4(const Load& load, const Store& store) {
+ZVXG_INLINE inline void directDct4(const Load& load, const Store& store) {
   constexpr int r = directRadix(kLength), m = kLength / (2 * r);
   std::array<std::array<Complex<V>, m>, r> w;
-  unroll<r>([&](auto c) __attribute__((always_inline)) {
+  unroll<r>([&](auto c) ZVXG_INLINE {
     std::array<V, 2 * m> z;
-    unroll<2 * m>([&](auto i) __attribute__((always_inline)) {
+    unroll<2 * m>([&](auto i) ZVXG_INLINE {
       constexpr int q = i - m;
       z[i] = load(q >= 0 ? 2 * r * q + c : -2 * r * q - 1 - c);
     });
     w[c] = directColumn(z);
   });
   // From here on nothing is loaded, as the destination may be the source.
-  unroll<m>([&](auto k) __attribute__((always_inline)) {
+  unroll<m>([&](auto k) ZVXG_INLINE {
     std::array<Complex<V>, r> z;
-    unroll<r>([&](auto c) __attribute__((always_inline)) {
-      z[c] = rotated<(2 * c + 1) * (2 * k + 1), 4 * kLength>(w[c][k]);
-    });
+    unroll<r>([&](auto c)
+                  ZVXG_INLINE { z[c] = rotated<(2 * c + 1) * (2 * k + 1), 4 * kLength>(w[c][k]); });
     const auto y = oddSynthesis(z);
-    unroll<r>([&](auto l) __attribute__((always_inline)) {
+    unroll<r>([&](auto l) ZVXG_INLINE {
       store(2 * m * l + k, y[r + l]);
       store(2 * m * l + 2 * m - 1 - k, y[r - 1 - l]);
     });
@@ -90,7 +89,7 @@ template <int kLength>
 void directDct4OfPairs(const float* src, float* dst) {
   constexpr int r = 2, m = kLength / (2 * r);
   std::array<ColumnPair, 2 * m> z;
-  unroll<2 * m>([&](auto i) __attribute__((always_inline)) {
+  unroll<2 * m>([&](auto i) ZVXG_INLINE {
     constexpr int q = i - m;
     if constexpr (q >= 0) {
       z[i] = ColumnPairs::load(src + 2 * r * q);
@@ -100,7 +99,7 @@ void directDct4OfPairs(const float* src, float* dst) {
   });
   const auto w = directColumn(z);
   std::array<ColumnPair, m> re, im;
-  unroll<m>([&](auto k) __attribute__((always_inline)) {
+  unroll<m>([&](auto k) ZVXG_INLINE {
     constexpr int n = 2 * k + 1, d = 4 * kLength;
     constexpr ColumnPair cos = {static_cast<float>(cosPi(n, d)),
                                 static_cast<float>(cosPi(3 * n, d))};
@@ -111,12 +110,12 @@ void directDct4OfPairs(const float* src, float* dst) {
     im[k] = turned.im;
   });
   // From here on src is not read, as dst may be the same.
-  unroll<m / 4>([&](auto g) __attribute__((always_inline)) {
+  unroll<m / 4>([&](auto g) ZVXG_INLINE {
     constexpr int k = 4 * g;
     const auto partsRe = ColumnPairs::transposed(&re[k]), partsIm = ColumnPairs::transposed(&im[k]);
     const auto y = oddSynthesis(std::array{Complex<ColumnPair>{partsRe[0], partsIm[0]},
                                            Complex<ColumnPair>{partsRe[1], partsIm[1]}});
-    unroll<r>([&](auto l) __attribute__((always_inline)) {
+    unroll<r>([&](auto l) ZVXG_INLINE {
       _mm_storeu_ps(dst + 2 * m * l + k, y[r + l]);
       _mm_storeu_ps(dst + 2 * m * l + 2 * m - 4 - k, _mm_permute_ps(y[r - 1 - l], 0x1b));
     });
@@ -126,7 +125,7 @@ void directDct4OfPairs(const float* src, float* dst) {
 // Length 4 rotates (x0, x3) by 7 pi/16 and (x1, x2) by 5 pi/16 in three lifting steps of one
 // product each; real and imaginary parts come out exchanged.
 template <class V, class Load, class Store>
-ZVXG_INLINE void directDct4Lifted(const Load& load, const Store& store) {
+ZVXG_INLINE inline void directDct4Lifted(const Load& load, const Store& store) {
   using T = Element<V>;
   constexpr T t1 = static_cast<T>(tanPi(7, 32)), s1 = static_cast<T>(sinPi(7, 16));
   constexpr T t2 = static_cast<T>(tanPi(5, 32)), s2 = static_cast<T>(sinPi(5, 16));
@@ -143,7 +142,7 @@ ZVXG_INLINE void directDct4Lifted(const Load& load, const Store& store) {
 
 // What a direct length does to each element of a vector, or to a scalar.
 template <class V, int kLength, class Load, class Store>
-ZVXG_INLINE void directDct4InLanes(const Load& load, const Store& store) {
+ZVXG_INLINE inline void directDct4InLanes(const Load& load, const Store& store) {
   if constexpr (kLength == 4) {
     directDct4Lifted<V>(load, store);
   } else {
@@ -153,9 +152,8 @@ ZVXG_INLINE void directDct4InLanes(const Load& load, const Store& store) {
 
 template <class T, int kLength>
 void directDct4OfNumbers(const Anywhere<T>* src, Anywhere<T>* dst) {
-  directDct4InLanes<T, kLength>(
-      [&](int i) __attribute__((always_inline))->T { return src[i]; },
-      [&](int i, T v) __attribute__((always_inline)) { dst[i] = v; });
+  directDct4InLanes<T, kLength>([&](int i) ZVXG_INLINE -> T { return src[i]; },
+                                [&](int i, T v) ZVXG_INLINE { dst[i] = v; });
 }
 
 template <class T>

@@ -32,7 +32,7 @@ struct LeafInputs {
   const T* descending;  // first column of y[-1]
   std::ptrdiff_t step;  // from y[Q] to y[Q+1], and from y[-1] to y[-2]
 
-  ZVXG_INLINE Vector<T> operator()(int q, int g) const {
+  ZVXG_INLINE inline Vector<T> operator()(int q, int g) const {
     return q >= 0 ? Simd<T>::loadAnywhere(ascending + q * step + g * kLanes<T>)
                   : Simd<T>::loadDescending(descending + (-q - 1) * step - g * kLanes<T>);
   }
@@ -58,7 +58,7 @@ constexpr auto kSplitTurns = SplitTurns<T, kLength, kRadix>::make();
 
 // Real and imaginary part `distance` apart.
 template <class T>
-ZVXG_INLINE void storePair(T* re, std::ptrdiff_t distance, Complex<Vector<T>> z) {
+ZVXG_INLINE inline void storePair(T* re, std::ptrdiff_t distance, Complex<Vector<T>> z) {
   Simd<T>::store(re, z.re);
   Simd<T>::store(re + distance, z.im);
 }
@@ -70,12 +70,10 @@ void leafGroup(const LeafInputs<T>& in, T* out, std::ptrdiff_t width, int vector
   if constexpr (kLength <= 16) {
     for (int g = 0; g < vectors; ++g) {
       std::array<V, kLength> z;
-      unroll<kLength>([&](auto i)
-                          __attribute__((always_inline)) { z[i] = in(i - kLength / 2, g); });
+      unroll<kLength>([&](auto i) ZVXG_INLINE { z[i] = in(i - kLength / 2, g); });
       const auto w = oddTransform(z);
-      unroll<kLength / 2>([&](auto k) __attribute__((always_inline)) {
-        storePair(out + 2 * k * width + g * kLanes<T>, width, w[k]);
-      });
+      unroll<kLength / 2>(
+          [&](auto k) ZVXG_INLINE { storePair(out + 2 * k * width + g * kLanes<T>, width, w[k]); });
     }
   } else {
     // By a split over transforms of length 16.
@@ -86,9 +84,9 @@ void leafGroup(const LeafInputs<T>& in, T* out, std::ptrdiff_t width, int vector
                                   in.descending + (kRadix - 1 - t) * in.step, kRadix * in.step};
       for (int g = 0; g < vectors; ++g) {
         std::array<V, 16> z;
-        unroll<16>([&](auto i) __attribute__((always_inline)) { z[i] = part(i - 8, g); });
+        unroll<16>([&](auto i) ZVXG_INLINE { z[i] = part(i - 8, g); });
         const auto w = oddTransform(z);
-        unroll<8>([&](auto k) __attribute__((always_inline)) { tile.set(8 * t + k, g, w[k]); });
+        unroll<8>([&](auto k) ZVXG_INLINE { tile.set(8 * t + k, g, w[k]); });
       }
     }
     constexpr const auto& turns = kSplitTurns<T, kLength, kRadix>;
@@ -100,14 +98,12 @@ void leafGroup(const LeafInputs<T>& in, T* out, std::ptrdiff_t width, int vector
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, kRadix> a;
         a[0] = tile.get(k, g);
-        unroll<kRadix - 1>([&](auto i) __attribute__((always_inline)) {
+        unroll<kRadix - 1>([&](auto i) ZVXG_INLINE {
           constexpr int t = i + 1;
           a[t] = rotated(tile.get(8 * t + k, g), turns.cos[k][t], turns.sin[k][t]);
         });
         const auto v = dftFolded(a);
-        unroll<kRadix>([&](auto l) __attribute__((always_inline)) {
-          storePair(row[l] + g * kLanes<T>, width, v[l]);
-        });
+        unroll<kRadix>([&](auto l) ZVXG_INLINE { storePair(row[l] + g * kLanes<T>, width, v[l]); });
       }
     }
   }

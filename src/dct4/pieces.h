@@ -19,19 +19,9 @@
 #include <utility>
 
 #include "dct4/trig.h"
+#include "frame/unroll.h"
 
 namespace zvxg::dct4 {
-
-#define ZVXG_INLINE __attribute__((always_inline)) inline
-
-// Calls body(integral_constant) for 0 .. kCount - 1.
-template <int kCount, class Body>
-ZVXG_INLINE void unroll(const Body& body) {
-  [&]<int... i>(std::integer_sequence<int, i...>) __attribute__((always_inline)) {
-    (body(std::integral_constant<int, i>()), ...);
-  }
-  (std::make_integer_sequence<int, kCount>());
-}
 
 // ---- Numbers ------------------------------------------------------------------------------------
 
@@ -54,31 +44,31 @@ struct Complex {
 };
 
 template <class V>
-ZVXG_INLINE Complex<V> operator+(Complex<V> a, Complex<V> b) {
+ZVXG_INLINE inline Complex<V> operator+(Complex<V> a, Complex<V> b) {
   return {a.re + b.re, a.im + b.im};
 }
 template <class V>
-ZVXG_INLINE Complex<V> operator-(Complex<V> a, Complex<V> b) {
+ZVXG_INLINE inline Complex<V> operator-(Complex<V> a, Complex<V> b) {
   return {a.re - b.re, a.im - b.im};
 }
 template <class V>
-ZVXG_INLINE Complex<V> conj(Complex<V> a) {
+ZVXG_INLINE inline Complex<V> conj(Complex<V> a) {
   return {a.re, -a.im};
 }
 // conj(a - b)
 template <class V>
-ZVXG_INLINE Complex<V> conjDifference(Complex<V> a, Complex<V> b) {
+ZVXG_INLINE inline Complex<V> conjDifference(Complex<V> a, Complex<V> b) {
   return {a.re - b.re, b.im - a.im};
 }
 
 template <class V, class C>
-ZVXG_INLINE Complex<V> rotated(Complex<V> a, C cos, C sin) {
+ZVXG_INLINE inline Complex<V> rotated(Complex<V> a, C cos, C sin) {
   return {a.re * cos - a.im * sin, a.re * sin + a.im * cos};
 }
 
 // a e(pi kNumerator / kDenominator)
 template <int kNumerator, int kDenominator, class V>
-ZVXG_INLINE Complex<V> rotated(Complex<V> a) {
+ZVXG_INLINE inline Complex<V> rotated(Complex<V> a) {
   if constexpr (kNumerator == 0) {
     return a;
   } else {
@@ -95,19 +85,19 @@ constexpr Element<V> kHalfRoot = static_cast<Element<V>>(cosPi(1, 4));
 
 // What the split stores: V[0] .. V[s/2 - 1], then the conjugates of V[s/2] .. V[s - 1].
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 2> dftFolded(const std::array<Complex<V>, 2>& a) {
+ZVXG_INLINE inline std::array<Complex<V>, 2> dftFolded(const std::array<Complex<V>, 2>& a) {
   return {a[0] + a[1], conjDifference(a[0], a[1])};
 }
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 4> dft4(const std::array<Complex<V>, 4>& a) {
+ZVXG_INLINE inline std::array<Complex<V>, 4> dft4(const std::array<Complex<V>, 4>& a) {
   const Complex<V> e0 = a[0] + a[2], e1 = a[0] - a[2], o0 = a[1] + a[3], o1 = a[1] - a[3];
   return {e0 + o0, Complex<V>{e1.re - o1.im, e1.im + o1.re}, e0 - o0,
           Complex<V>{e1.re + o1.im, e1.im - o1.re}};
 }
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 4> dftFolded(const std::array<Complex<V>, 4>& a) {
+ZVXG_INLINE inline std::array<Complex<V>, 4> dftFolded(const std::array<Complex<V>, 4>& a) {
   const Complex<V> e0 = a[0] + a[2], e1 = a[0] - a[2], o0 = a[1] + a[3], o1 = a[1] - a[3];
   return {e0 + o0, Complex<V>{e1.re - o1.im, e1.im + o1.re}, conjDifference(e0, o0),
           Complex<V>{e1.re + o1.im, o1.re - e1.im}};
@@ -115,7 +105,7 @@ ZVXG_INLINE std::array<Complex<V>, 4> dftFolded(const std::array<Complex<V>, 4>&
 
 // The odd half of a transform of length 8, its last step before the sums: O[l] e(pi l / 4).
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 4> turnedByEighths(const std::array<Complex<V>, 4>& o) {
+ZVXG_INLINE inline std::array<Complex<V>, 4> turnedByEighths(const std::array<Complex<V>, 4>& o) {
   constexpr auto h = kHalfRoot<V>;
   return {o[0], Complex<V>{(o[1].re - o[1].im) * h, (o[1].re + o[1].im) * h},
           Complex<V>{-o[2].im, o[2].re},
@@ -123,7 +113,7 @@ ZVXG_INLINE std::array<Complex<V>, 4> turnedByEighths(const std::array<Complex<V
 }
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 8> dft8(const std::array<Complex<V>, 8>& a) {
+ZVXG_INLINE inline std::array<Complex<V>, 8> dft8(const std::array<Complex<V>, 8>& a) {
   const auto e = dft4<V>({a[0], a[2], a[4], a[6]});
   const auto o = turnedByEighths(dft4<V>({a[1], a[3], a[5], a[7]}));
   return {e[0] + o[0], e[1] + o[1], e[2] + o[2], e[3] + o[3],
@@ -131,7 +121,7 @@ ZVXG_INLINE std::array<Complex<V>, 8> dft8(const std::array<Complex<V>, 8>& a) {
 }
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 8> dftFolded(const std::array<Complex<V>, 8>& a) {
+ZVXG_INLINE inline std::array<Complex<V>, 8> dftFolded(const std::array<Complex<V>, 8>& a) {
   const auto e = dft4<V>({a[0], a[2], a[4], a[6]});
   const auto o = turnedByEighths(dft4<V>({a[1], a[3], a[5], a[7]}));
   return {e[0] + o[0],
@@ -148,17 +138,17 @@ ZVXG_INLINE std::array<Complex<V>, 8> dftFolded(const std::array<Complex<V>, 8>&
 
 // Reals z[-M] .. z[M-1] are kept from z[-M] on.
 template <class V, std::size_t kLength>
-ZVXG_INLINE V at(const std::array<V, kLength>& z, int q) {
+ZVXG_INLINE inline V at(const std::array<V, kLength>& z, int q) {
   return z[static_cast<std::size_t>(q + static_cast<int>(kLength) / 2)];
 }
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 1> oddTransform(const std::array<V, 2>& z) {
+ZVXG_INLINE inline std::array<Complex<V>, 1> oddTransform(const std::array<V, 2>& z) {
   return {Complex<V>{at(z, 0), -at(z, -1)}};
 }
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 2> oddTransform(const std::array<V, 4>& z) {
+ZVXG_INLINE inline std::array<Complex<V>, 2> oddTransform(const std::array<V, 4>& z) {
   constexpr auto h = kHalfRoot<V>;
   const V s1 = (at(z, 1) + at(z, -1)) * h;
   const V d1 = (at(z, 1) - at(z, -1)) * h;
@@ -167,11 +157,10 @@ ZVXG_INLINE std::array<Complex<V>, 2> oddTransform(const std::array<V, 4>& z) {
 
 // The steps of a split behind its sub-transforms, for one k: twiddle and transform.
 template <int kLength, int k, class V, std::size_t kRadix>
-ZVXG_INLINE std::array<Complex<V>, kRadix> splitOutputs(const std::array<Complex<V>, kRadix>& p) {
+ZVXG_INLINE inline std::array<Complex<V>, kRadix> splitOutputs(
+    const std::array<Complex<V>, kRadix>& p) {
   std::array<Complex<V>, kRadix> a;
-  unroll<kRadix>([&](auto t) __attribute__((always_inline)) {
-    a[t] = rotated<t*(2 * k + 1), kLength>(p[t]);
-  });
+  unroll<kRadix>([&](auto t) ZVXG_INLINE { a[t] = rotated<t*(2 * k + 1), kLength>(p[t]); });
   return dftFolded(a);
 }
 
@@ -182,23 +171,21 @@ constexpr int splitPlace(int length, int radix, int k, int l) {
 }
 
 template <int kRadix, class V, std::size_t kLength>
-ZVXG_INLINE std::array<Complex<V>, kLength / 2> oddTransformBySplit(
+ZVXG_INLINE inline std::array<Complex<V>, kLength / 2> oddTransformBySplit(
     const std::array<V, kLength>& z) {
   constexpr int kHalf = kLength / 2, p = kHalf / kRadix;
   std::array<std::array<Complex<V>, p>, kRadix> parts;
-  unroll<kRadix>([&](auto t) __attribute__((always_inline)) {
+  unroll<kRadix>([&](auto t) ZVXG_INLINE {
     std::array<V, 2 * p> y;
-    unroll<2 * p>([&](auto i) __attribute__((always_inline)) { y[i] = z[kRadix * i + t]; });
+    unroll<2 * p>([&](auto i) ZVXG_INLINE { y[i] = z[kRadix * i + t]; });
     parts[t] = oddTransform(y);
   });
   std::array<Complex<V>, kHalf> w;
-  unroll<p>([&](auto k) __attribute__((always_inline)) {
+  unroll<p>([&](auto k) ZVXG_INLINE {
     std::array<Complex<V>, kRadix> column;
-    unroll<kRadix>([&](auto t) __attribute__((always_inline)) { column[t] = parts[t][k]; });
+    unroll<kRadix>([&](auto t) ZVXG_INLINE { column[t] = parts[t][k]; });
     const auto v = splitOutputs<kLength, k>(column);
-    unroll<kRadix>([&](auto l) __attribute__((always_inline)) {
-      w[splitPlace(kLength, kRadix, k, l)] = v[l];
-    });
+    unroll<kRadix>([&](auto l) ZVXG_INLINE { w[splitPlace(kLength, kRadix, k, l)] = v[l]; });
   });
   return w;
 }
@@ -206,12 +193,12 @@ ZVXG_INLINE std::array<Complex<V>, kLength / 2> oddTransformBySplit(
 // ---- Odd synthesis ------------------------------------------------------------------------------
 
 template <class V>
-ZVXG_INLINE std::array<V, 2> oddSynthesis(const std::array<Complex<V>, 1>& z) {
+ZVXG_INLINE inline std::array<V, 2> oddSynthesis(const std::array<Complex<V>, 1>& z) {
   return {z[0].im, z[0].re};
 }
 
 template <class V>
-ZVXG_INLINE std::array<V, 4> oddSynthesis(const std::array<Complex<V>, 2>& z) {
+ZVXG_INLINE inline std::array<V, 4> oddSynthesis(const std::array<Complex<V>, 2>& z) {
   constexpr auto h = kHalfRoot<V>;
   const V t1 = (z[0].re - z[1].re) * h;
   const V t2 = (z[0].im + z[1].im) * h;
@@ -221,33 +208,31 @@ ZVXG_INLINE std::array<V, 4> oddSynthesis(const std::array<Complex<V>, 2>& z) {
 // The transform over l of a split of the synthesis, for one k; the latter half of `u` is
 // conjugated.
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 2> dftOfFolded(const std::array<Complex<V>, 2>& u) {
+ZVXG_INLINE inline std::array<Complex<V>, 2> dftOfFolded(const std::array<Complex<V>, 2>& u) {
   const Complex<V> last = conj(u[1]);
   return {u[0] + last, u[0] - last};
 }
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 4> dftOfFolded(const std::array<Complex<V>, 4>& u) {
+ZVXG_INLINE inline std::array<Complex<V>, 4> dftOfFolded(const std::array<Complex<V>, 4>& u) {
   return dft4<V>({u[0], u[1], conj(u[2]), conj(u[3])});
 }
 
 template <int kRadix, class V, std::size_t kHalf>
-ZVXG_INLINE std::array<V, 2 * kHalf> oddSynthesisBySplit(const std::array<Complex<V>, kHalf>& z) {
+ZVXG_INLINE inline std::array<V, 2 * kHalf> oddSynthesisBySplit(
+    const std::array<Complex<V>, kHalf>& z) {
   constexpr int kLength = 2 * kHalf, p = static_cast<int>(kHalf) / kRadix;
   std::array<std::array<Complex<V>, p>, kRadix> parts;
-  unroll<p>([&](auto k) __attribute__((always_inline)) {
+  unroll<p>([&](auto k) ZVXG_INLINE {
     std::array<Complex<V>, kRadix> u;
-    unroll<kRadix>([&](auto l) __attribute__((always_inline)) {
-      u[l] = z[splitPlace(kLength, kRadix, k, l)];
-    });
+    unroll<kRadix>([&](auto l) ZVXG_INLINE { u[l] = z[splitPlace(kLength, kRadix, k, l)]; });
     const auto b = dftOfFolded(u);
-    unroll<kRadix>([&](auto t) __attribute__((always_inline)) {
-      parts[t][k] = rotated<t*(2 * k + 1), kLength>(b[t]);
-    });
+    unroll<kRadix>([&](auto t)
+                       ZVXG_INLINE { parts[t][k] = rotated<t*(2 * k + 1), kLength>(b[t]); });
   });
   std::array<V, kLength> y;
-  unroll<kRadix>([&](auto t) __attribute__((always_inline)) {
+  unroll<kRadix>([&](auto t) ZVXG_INLINE {
     const auto part = oddSynthesis(parts[t]);
-    unroll<2 * p>([&](auto i) __attribute__((always_inline)) { y[kRadix * i + t] = part[i]; });
+    unroll<2 * p>([&](auto i) ZVXG_INLINE { y[kRadix * i + t] = part[i]; });
   });
   return y;
 }
@@ -255,19 +240,19 @@ ZVXG_INLINE std::array<V, 2 * kHalf> oddSynthesisBySplit(const std::array<Comple
 // ---- Lengths that are split in one way everywhere -----------------------------------------------
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 4> oddTransform(const std::array<V, 8>& z) {
+ZVXG_INLINE inline std::array<Complex<V>, 4> oddTransform(const std::array<V, 8>& z) {
   return oddTransformBySplit<2>(z);
 }
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 8> oddTransform(const std::array<V, 16>& z) {
+ZVXG_INLINE inline std::array<Complex<V>, 8> oddTransform(const std::array<V, 16>& z) {
   return oddTransformBySplit<4>(z);
 }
 template <class V>
-ZVXG_INLINE std::array<V, 8> oddSynthesis(const std::array<Complex<V>, 4>& z) {
+ZVXG_INLINE inline std::array<V, 8> oddSynthesis(const std::array<Complex<V>, 4>& z) {
   return oddSynthesisBySplit<2>(z);
 }
 template <class V>
-ZVXG_INLINE std::array<V, 16> oddSynthesis(const std::array<Complex<V>, 8>& z) {
+ZVXG_INLINE inline std::array<V, 16> oddSynthesis(const std::array<Complex<V>, 8>& z) {
   return oddSynthesisBySplit<4>(z);
 }
 

@@ -30,7 +30,7 @@ constexpr std::array<int, r> kRotationPlace = [] {
 
 // Columns c .. c + 3, or as many as there are, of a block: loaded and rotated.
 template <class T, int r, int c>
-ZVXG_INLINE void loadRotated(const T* block, const T* table, Complex<Vector<T>> (&z)[4]) {
+ZVXG_INLINE inline void loadRotated(const T* block, const T* table, Complex<Vector<T>> (&z)[4]) {
   constexpr int kColumns = r < 4 ? r : 4;
   Vector<T> re[4], im[4];
   if constexpr (r >= 4) {
@@ -44,7 +44,7 @@ ZVXG_INLINE void loadRotated(const T* block, const T* table, Complex<Vector<T>> 
       }
     }
   }
-  unroll<kColumns>([&](auto i) __attribute__((always_inline)) {
+  unroll<kColumns>([&](auto i) ZVXG_INLINE {
     const T* const pair = table + 2 * kRotationPlace<r>[c + i] * kLanes<T>;
     z[i] = rotated(Complex<Vector<T>>{re[i], im[i]}, Simd<T>::load(pair),
                    Simd<T>::load(pair + kLanes<T>));
@@ -60,11 +60,11 @@ struct RootOutputs {
 
   // The outputs q = kRadix (i - kCount / 2) + t, i < kCount: l = q, or the mirrored l = -q - 1.
   template <int kRadix, std::size_t kCount>
-  ZVXG_INLINE void put(int t, int g, const std::array<Vector<T>, kCount>& y) const {
+  ZVXG_INLINE inline void put(int t, int g, const std::array<Vector<T>, kCount>& y) const {
     constexpr int kHalf = kCount / 2;
     T* const firstUp = up + t * step + g * kLanes<T>;
     T* const firstDown = down + (kRadix - 1 - t) * step - (g + 1) * kLanes<T> + 1;
-    unroll<kHalf>([&](auto i) __attribute__((always_inline)) {
+    unroll<kHalf>([&](auto i) ZVXG_INLINE {
       Simd<T>::storeAnywhere(firstUp + i * kRadix * step, y[kHalf + i]);
       Simd<T>::storeAnywhere(firstDown + i * kRadix * step, Simd<T>::reversed(y[kHalf - 1 - i]));
     });
@@ -81,12 +81,10 @@ void rootGroup(const RootStage<T>& stage, const RootOutputs<T>& out, std::ptrdif
   if constexpr (r <= 8) {
     for (int g = 0; g < vectors; ++g) {
       std::array<Complex<V>, r> z;
-      unroll<(r + 3) / 4>([&](auto quarter) __attribute__((always_inline)) {
+      unroll<(r + 3) / 4>([&](auto quarter) ZVXG_INLINE {
         Complex<V> four[4];
         loadRotated<T, r, 4 * quarter>(in + g * kBlock, table + g * kBlock, four);
-        unroll<(r < 4 ? r : 4)>([&](auto i) __attribute__((always_inline)) {
-          z[4 * quarter + i] = four[i];
-        });
+        unroll<(r < 4 ? r : 4)>([&](auto i) ZVXG_INLINE { z[4 * quarter + i] = four[i]; });
       });
       out.template put<1>(0, g, oddSynthesis(z));
     }
@@ -96,22 +94,20 @@ void rootGroup(const RootStage<T>& stage, const RootOutputs<T>& out, std::ptrdif
     constexpr const auto& turns = kSplitTurns<T, 2 * r, kRadix>;
     Tile<T, r> tile;
     for (int g = 0; g < vectors; ++g) {
-      unroll<r / 4>([&](auto quarter) __attribute__((always_inline)) {
+      unroll<r / 4>([&](auto quarter) ZVXG_INLINE {
         Complex<V> four[4];
         loadRotated<T, r, 4 * quarter>(in + g * kBlock, table + g * kBlock, four);
-        unroll<4>([&](auto i)
-                      __attribute__((always_inline)) { tile.set(4 * quarter + i, g, four[i]); });
+        unroll<4>([&](auto i) ZVXG_INLINE { tile.set(4 * quarter + i, g, four[i]); });
       });
     }
     for (int k = 0; k < 8; ++k) {
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, kRadix> u;
-        unroll<kRadix>([&](auto l) __attribute__((always_inline)) {
-          u[l] = tile.get(splitPlace(2 * r, kRadix, k, l), g);
-        });
+        unroll<kRadix>([&](auto l)
+                           ZVXG_INLINE { u[l] = tile.get(splitPlace(2 * r, kRadix, k, l), g); });
         const auto b = dftOfFolded(u);
         tile.set(splitPlace(2 * r, kRadix, k, 0), g, b[0]);
-        unroll<kRadix - 1>([&](auto i) __attribute__((always_inline)) {
+        unroll<kRadix - 1>([&](auto i) ZVXG_INLINE {
           constexpr int t = i + 1;
           tile.set(splitPlace(2 * r, kRadix, k, t), g,
                    rotated(b[t], turns.cos[k][t], turns.sin[k][t]));
@@ -121,9 +117,7 @@ void rootGroup(const RootStage<T>& stage, const RootOutputs<T>& out, std::ptrdif
     for (int t = 0; t < kRadix; ++t) {
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, 8> z;
-        unroll<8>([&](auto k) __attribute__((always_inline)) {
-          z[k] = tile.get(splitPlace(2 * r, kRadix, k, t), g);
-        });
+        unroll<8>([&](auto k) ZVXG_INLINE { z[k] = tile.get(splitPlace(2 * r, kRadix, k, t), g); });
         out.template put<kRadix>(t, g, oddSynthesis(z));
       }
     }

@@ -31,25 +31,25 @@ struct SplitOutputs {
 };
 
 template <class T>
-ZVXG_INLINE Complex<Vector<T>> loadPair(const T* re, const T* im) {
+ZVXG_INLINE inline Complex<Vector<T>> loadPair(const T* re, const T* im) {
   return {Simd<T>::load(re), Simd<T>::load(im)};
 }
 
 // Pairs of the table for t = 1 .. kCount - 1 applied to a[t].
 template <int kCount, class V, class T>
-ZVXG_INLINE void twiddle(std::array<Complex<V>, kCount>& a, const T* pairs) {
-  unroll<kCount - 1>([&](auto i) __attribute__((always_inline)) {
+ZVXG_INLINE inline void twiddle(std::array<Complex<V>, kCount>& a, const T* pairs) {
+  unroll<kCount - 1>([&](auto i) ZVXG_INLINE {
     const T* const pair = pairs + 2 * i * kLanes<T>;
     a[i + 1] = rotated(a[i + 1], Simd<T>::load(pair), Simd<T>::load(pair + kLanes<T>));
   });
 }
 
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 4> dft(const std::array<Complex<V>, 4>& a) {
+ZVXG_INLINE inline std::array<Complex<V>, 4> dft(const std::array<Complex<V>, 4>& a) {
   return dft4(a);
 }
 template <class V>
-ZVXG_INLINE std::array<Complex<V>, 8> dft(const std::array<Complex<V>, 8>& a) {
+ZVXG_INLINE inline std::array<Complex<V>, 8> dft(const std::array<Complex<V>, 8>& a) {
   return dft8(a);
 }
 
@@ -59,15 +59,14 @@ void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, st
                 int vectors) {
   using V = Vector<T>;
   const std::ptrdiff_t width = stage.width, toImaginary = kRadix * width;
-  const auto input = [&](int t, int g) __attribute__((always_inline)) {
+  const auto input = [&](int t, int g) ZVXG_INLINE {
     const T* const re = in + t * width + g * kLanes<T>;
     return loadPair(re, re + toImaginary);
   };
   // Of kCount results the latter half belongs to `down`, in reverse order.
-  const auto store = [&]<std::size_t kCount>(T * up, T * down, std::ptrdiff_t step,
-                                             const std::array<Complex<V>, kCount>& v)
-      __attribute__((always_inline)) {
-    unroll<kCount / 2>([&](auto l) __attribute__((always_inline)) {
+  const auto store = [&]<std::size_t kCount>(T* up, T* down, std::ptrdiff_t step,
+                                             const std::array<Complex<V>, kCount>& v) ZVXG_INLINE {
+    unroll<kCount / 2>([&](auto l) ZVXG_INLINE {
       storePair(up + l * step, out.toImaginary, v[l]);
       storePair(down + l * step, out.toImaginary, v[kCount - 1 - l]);
     });
@@ -76,7 +75,7 @@ void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, st
     const T* const pairs = stage.table + k * twiddleVectors(kRadix) * kLanes<T>;
     for (int g = 0; g < vectors; ++g) {
       std::array<Complex<V>, kRadix> a;
-      unroll<kRadix>([&](auto t) __attribute__((always_inline)) { a[t] = input(t, g); });
+      unroll<kRadix>([&](auto t) ZVXG_INLINE { a[t] = input(t, g); });
       twiddle<kRadix>(a, pairs);
       store(out.up + g * kLanes<T>, out.down + g * kLanes<T>, out.step, dftFolded(a));
     }
@@ -93,12 +92,10 @@ void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, st
     for (int t0 = 0; t0 < 4; ++t0) {
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, kFirst> a;
-        unroll<kFirst>([&](auto t1)
-                           __attribute__((always_inline)) { a[t1] = input(4 * t1 + t0, g); });
+        unroll<kFirst>([&](auto t1) ZVXG_INLINE { a[t1] = input(4 * t1 + t0, g); });
         twiddle<kFirst>(a, pairs1);
         const auto b = dft(a);
-        unroll<kFirst>([&](auto l0)
-                           __attribute__((always_inline)) { tile.set(4 * l0 + t0, g, b[l0]); });
+        unroll<kFirst>([&](auto l0) ZVXG_INLINE { tile.set(4 * l0 + t0, g, b[l0]); });
       }
     }
     for (int l0 = 0; l0 < kFirst; ++l0) {
@@ -107,8 +104,7 @@ void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, st
       T* const down = out.down + (kFirst - 1 - l0) * out.step;
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, 4> a;
-        unroll<4>([&](auto t0)
-                      __attribute__((always_inline)) { a[t0] = tile.get(4 * l0 + t0, g); });
+        unroll<4>([&](auto t0) ZVXG_INLINE { a[t0] = tile.get(4 * l0 + t0, g); });
         twiddle<4>(a, pairs2 + 6 * l0 * kLanes<T>);
         store(up + g * kLanes<T>, down + g * kLanes<T>, kFirst * out.step, dftFolded(a));
       }

@@ -11,29 +11,12 @@
 #include <utility>
 
 #include "frame/frame.h"
-
-// Unrolled into one function and then not optimised, the stages take minutes to compile.
-#ifdef __OPTIMIZE__
-#define ZVXG_INLINE __attribute__((always_inline))
-#else
-#define ZVXG_INLINE
-#endif
+#include "frame/unroll.h"
 
 namespace zvxg::wht {
 
 template <int kCount>
 using Indices = std::make_integer_sequence<int, kCount>;
-
-template <class Body, int... i>
-ZVXG_INLINE inline void unrolled(const Body& body, std::integer_sequence<int, i...>) {
-  (body(std::integral_constant<int, i>()), ...);
-}
-
-// body(0), body(1) ... with constants for arguments, so that all indices are known.
-template <int kCount, class Body>
-ZVXG_INLINE inline void unrolled(const Body& body) {
-  unrolled(body, Indices<kCount>());
-}
 
 // Vectors of kBytes, in memory on a boundary of kAlignment bytes.
 template <class RealType, int kBytes, int kAlignment>
@@ -103,7 +86,7 @@ template <int kLanes, int kStage = 2, class V, int kCount>
 ZVXG_INLINE inline void stagesOfPairs(V (&v)[kCount]) {
   if constexpr (kStage <= kLanes) {
     constexpr bool kSwap = kSwapped<kLanes> && kStage == kLanes;
-    unrolled<kCount / 2>([&](auto i) ZVXG_INLINE {
+    unroll<kCount / 2>([&](auto i) ZVXG_INLINE {
       const V even = everySecondCouple<0, kSwap>(v[2 * i], v[2 * i + 1], Indices<kLanes>());
       const V odd = everySecondCouple<1, kSwap>(v[2 * i], v[2 * i + 1], Indices<kLanes>());
       v[2 * i] = even + odd;
@@ -117,7 +100,7 @@ ZVXG_INLINE inline void stagesOfPairs(V (&v)[kCount]) {
 template <int kFirst, class V, int kCount>
 ZVXG_INLINE inline void stagesBetween(V (&v)[kCount]) {
   if constexpr (kFirst < kCount) {
-    unrolled<kCount / 2>([&](auto i) ZVXG_INLINE {
+    unroll<kCount / 2>([&](auto i) ZVXG_INLINE {
       constexpr int kLow = i / kFirst * 2 * kFirst + i % kFirst;
       const V a = v[kLow], b = v[kLow + kFirst];
       v[kLow] = a + b;
@@ -136,20 +119,20 @@ ZVXG_INLINE inline void transform(const Load& load, const Store& store) {
   using V = decltype(load(std::integral_constant<int, 0>()));
   constexpr int kGroup = std::min(kCount, 8), kGroups = kCount / kGroup;
   V aside[kCount];
-  unrolled<kGroups>([&](auto g) ZVXG_INLINE {
+  unroll<kGroups>([&](auto g) ZVXG_INLINE {
     V group[kGroup];
-    unrolled<kGroup>([&](auto i) ZVXG_INLINE {
+    unroll<kGroup>([&](auto i) ZVXG_INLINE {
       group[i] = load(std::integral_constant<int, g * kGroup + i>());
     });
     if constexpr (kLanes > 1) stagesOfPairs<kLanes>(group);
     stagesBetween<kLanes == 1 ? 1 : 2>(group);
-    unrolled<kGroup>([&](auto i) ZVXG_INLINE { aside[g * kGroup + i] = group[i]; });
+    unroll<kGroup>([&](auto i) ZVXG_INLINE { aside[g * kGroup + i] = group[i]; });
   });
-  unrolled<kGroup>([&](auto i) ZVXG_INLINE {
+  unroll<kGroup>([&](auto i) ZVXG_INLINE {
     V column[kGroups];
-    unrolled<kGroups>([&](auto g) ZVXG_INLINE { column[g] = aside[g * kGroup + i]; });
+    unroll<kGroups>([&](auto g) ZVXG_INLINE { column[g] = aside[g * kGroup + i]; });
     stagesBetween<1>(column);
-    unrolled<kGroups>([&](auto g) ZVXG_INLINE {
+    unroll<kGroups>([&](auto g) ZVXG_INLINE {
       store(std::integral_constant<int, g * kGroup + i>(), column[g]);
     });
   });

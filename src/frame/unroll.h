@@ -1,0 +1,28 @@
+// Straight-line code: what is inlined wherever it is called, and loops whose indices are constants.
+#pragma once
+
+#include <type_traits>
+#include <utility>
+
+// Stands before `inline` of a function, or before the body of a lambda. Unrolled into one function
+// and then not optimised, a transform would take minutes to compile.
+#ifdef __OPTIMIZE__
+#define ZVXG_INLINE __attribute__((always_inline))
+#else
+#define ZVXG_INLINE
+#endif
+
+namespace zvxg {
+
+template <class Body, int... i>
+ZVXG_INLINE inline void unroll(const Body& body, std::integer_sequence<int, i...>) {
+  (body(std::integral_constant<int, i>()), ...);
+}
+
+// body(0), body(1) ... with constants for arguments, so that all indices are known.
+template <int kCount, class Body>
+ZVXG_INLINE inline void unroll(const Body& body) {
+  unroll(body, std::make_integer_sequence<int, kCount>());
+}
+
+}  // namespace zvxg
