@@ -22,19 +22,15 @@ constexpr int directRadix(int length) {
   }
 }
 
-// The column transforms of 32 and 64 points are split into transforms of length 4 at once.
-template <class T>
-ZVXG_INLINE inline std::array<Complex<T>, 8> directColumn(const std::array<T, 16>& z) {
-  return oddTransformBySplit<4>(z);
-}
-template <class T>
-ZVXG_INLINE inline std::array<Complex<T>, 16> directColumn(const std::array<T, 32>& z) {
-  return oddTransformBySplit<8>(z);
-}
-template <class T, std::size_t kLength>
-requires(kLength <= 4) ZVXG_INLINE inline std::array<Complex<T>, kLength / 2> directColumn(
-    const std::array<T, kLength>& z) {
-  return oddTransform(z);
+// At 64 points the columns are split into transforms of length 4 at once, as they are at 32.
+template <class V, std::size_t kLength>
+ZVXG_INLINE inline std::array<Complex<V>, kLength / 2> directColumn(
+    const std::array<V, kLength>& z) {
+  if constexpr (kLength == 32) {
+    return oddTransformBySplit<8>(z);
+  } else {
+    return oddTransform(z);
+  }
 }
 
 // On numbers V, scalars or lanes that are transforms of their own: load(i) is element i of the source,
