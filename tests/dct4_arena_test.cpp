@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "dct4/arena.h"
+#include "dct4/radix.h"
 #include "zvxg.h"
 
 namespace tests {

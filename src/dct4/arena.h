@@ -62,7 +62,4 @@ void releaseStageList(NodeList* list);
 // Destroys the records of the list that owns them, then releases it.
 void releaseOwningList(NodeList* list);
 
-// The radix by which half a length is split. zvxErrLength, and nothing stored, if there is none.
-int32_t chooseRadix(int32_t* result, int32_t value);
-
 }  // namespace zvxg::dct4

@@ -3,6 +3,7 @@
 
 #include "dct4/plan.h"
 
+#include "dct4/radix.h"
 #include "dct4/tables.h"
 #include "zvxg.h"
 

@@ -4,6 +4,7 @@
 // of such a length fits into the block, and the answer is kept because callers know it.
 
 #include "dct4/plan.h"
+#include "dct4/radix.h"
 #include "dct4/tables.h"
 #include "zvxg.h"
 

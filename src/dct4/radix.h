@@ -1,0 +1,11 @@
+// How a plan splits a length, at the root and below it alike.
+#pragma once
+
+#include <cstdint>
+
+namespace zvxg::dct4 {
+
+// The radix by which half a length is split. zvxErrLength, and nothing stored, if there is none.
+int32_t chooseRadix(int32_t* result, int32_t value);
+
+}  // namespace zvxg::dct4
