@@ -21,15 +21,13 @@ uint32_t bytesOf(int32_t elements) {
   return static_cast<uint32_t>(sizeof(T)) * static_cast<uint32_t>(elements);
 }
 
-constexpr uint32_t kVectorBytes = 32;
-
 void destroyNothing(void*) {}
 
 // ---- Splits -------------------------------------------------------------------------------------
 
 template <class T>
 uint32_t tableBytes(const SplitCombine<T>& combine) {
-  return static_cast<uint32_t>(combine.count * twiddleVectors(combine.radix)) * kVectorBytes;
+  return static_cast<uint32_t>(combine.count * twiddleVectors(combine.radix)) * kTableVectorBytes;
 }
 
 template <class T>
@@ -224,11 +222,11 @@ int32_t initRootSubLoop(void* record) {
 template <class T>
 int32_t initRootSub(void* record) {
   auto* const sub = static_cast<RootSub<T>*>(record);
-  sub->state = sub->laneGroups % kLanes<T> == 0 ? 1 : 0;
+  sub->state = sub->laneGroups % kTableLanes<T> == 0 ? 1 : 0;
   if (sub->state == 0) return zvxErrLength;
   RootSubLoop<T>* const loop =
       addRootSub<T>(sub->arena, sub->allNodes, sub->loopList, initRootSubLoop<T>, sub->length,
-                    sub->radix, sub->laneGroups / kLanes<T>);
+                    sub->radix, sub->laneGroups / kTableLanes<T>);
   if (const int32_t status = loop->init(loop); status != zvxOk) return status;
   sub->scratch = nullptr;
   return zvxOk;
@@ -238,7 +236,7 @@ int32_t initRootSub(void* record) {
 
 template <class T>
 uint32_t tableBytes(const RootCombineLoop<T>& loop) {
-  return static_cast<uint32_t>(loop.laneRows * loop.rowLength) * kVectorBytes;
+  return static_cast<uint32_t>(loop.laneRows * loop.rowLength) * kTableVectorBytes;
 }
 
 template <class T>
@@ -262,9 +260,9 @@ template <class T>
 int32_t initRootCombine(void* record) {
   auto* const combine = static_cast<RootCombine<T>*>(record);
   Arena* const arena = combine->arena;
-  combine->state = combine->rows % kLanes<T> == 0 ? 1 : 0;
+  combine->state = combine->rows % kTableLanes<T> == 0 ? 1 : 0;
   if (combine->state == 0) return zvxErrLength;
-  const int32_t n = combine->length, r = combine->radix, laneRows = combine->rows / kLanes<T>;
+  const int32_t n = combine->length, r = combine->radix, laneRows = combine->rows / kTableLanes<T>;
 
   auto* const loop = take<RootCombineLoop<T>>(arena);
   auto* const source = take<LaneRowsSource<T>>(arena);
@@ -284,7 +282,7 @@ int32_t initRootCombine(void* record) {
            .radix = r,
            .length = n,
            .rowLength = 2 * r,
-           .laneStride = kLanes<T> * 2 * r,
+           .laneStride = kTableLanes<T> * 2 * r,
            .laneRows = laneRows,
            .outLength = n,
            .lastIndex = combine->lastIndex,

@@ -5,7 +5,7 @@
 //
 // A record is filled when its parent makes it and completed by its own `init`; execution only reads
 // it. Names: n, r as above, a = n / (2r), m the length of a SplitNode, q its radix, s the product
-// of all radices above it. W is the number of elements in a vector. All quotients truncate.
+// of all radices above it. Tables consist of vectors of W elements. All quotients truncate.
 //
 // The layout is the same in both precisions, and settled to the byte: fields that repeat each other
 // or that nothing reads belong to it.
@@ -223,8 +223,10 @@ constexpr uint32_t kDirectStates = sizeof(T) == 4 ? 6 : 5;
 template <class T>
 constexpr uint32_t kGeneralState = kDirectStates<T> + 1;
 
+// W. A plan is the same for every width of the vectors that run it.
+constexpr uint32_t kTableVectorBytes = 32;
 template <class T>
-constexpr int32_t kLanes = 32 / sizeof(T);
+constexpr int32_t kTableLanes = kTableVectorBytes / sizeof(T);
 
 #define ZVXG_AT(record, field, offset) static_assert(offsetof(record, field) == (offset))
 static_assert(sizeof(RecordHead) == 16 && sizeof(NodeList) == 24 && sizeof(Arena) == 8);

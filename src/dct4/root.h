@@ -31,13 +31,14 @@ constexpr std::array<int, r> kRotationPlace = [] {
 // Columns c .. c + 3, or as many as there are, of a block: loaded and rotated.
 template <class T, int r, int c>
 ZVXG_INLINE inline void loadRotated(const T* block, const T* table, Complex<Vector<T>> (&z)[4]) {
+  static_assert(kLanes<T> == kTableLanes<T>, "a wider vector would take several blocks");
   constexpr int kColumns = r < 4 ? r : 4;
   Vector<T> re[4], im[4];
   if constexpr (r >= 4) {
     Simd<T>::loadColumns(block + c, 2 * r, re);
     Simd<T>::loadColumns(block + r + c, 2 * r, im);
   } else {
-    for (int lane = 0; lane < kLanes<T>; ++lane) {
+    for (int lane = 0; lane < kTableLanes<T>; ++lane) {
       for (int i = 0; i < kColumns; ++i) {
         re[i][lane] = block[2 * r * lane + i];
         im[i][lane] = block[2 * r * lane + r + i];
@@ -45,9 +46,9 @@ ZVXG_INLINE inline void loadRotated(const T* block, const T* table, Complex<Vect
     }
   }
   unroll<kColumns>([&](auto i) ZVXG_INLINE {
-    const T* const pair = table + 2 * kRotationPlace<r>[c + i] * kLanes<T>;
+    const T* const pair = table + 2 * kRotationPlace<r>[c + i] * kTableLanes<T>;
     z[i] = rotated(Complex<Vector<T>>{re[i], im[i]}, Simd<T>::load(pair),
-                   Simd<T>::load(pair + kLanes<T>));
+                   Simd<T>::load(pair + kTableLanes<T>));
   });
 }
 
@@ -75,7 +76,7 @@ template <class T, int r>
 void rootGroup(const RootStage<T>& stage, const RootOutputs<T>& out, std::ptrdiff_t block,
                int vectors) {
   using V = Vector<T>;
-  constexpr std::ptrdiff_t kBlock = 2 * r * kLanes<T>;  // elements, in workspace and table
+  constexpr std::ptrdiff_t kBlock = 2 * r * kTableLanes<T>;  // elements, in workspace and table
   const T* const in = stage.in + block * kBlock;
   const T* const table = stage.table + block * kBlock;
   if constexpr (r <= 8) {

@@ -23,8 +23,6 @@ constexpr uint32_t kRoot = 320 + nodeListBytes(4) + kSub + kNode + kArenaHead;
 constexpr uint32_t kSplit = 128 + nodeListBytes(1) + kSub + kNode;
 static_assert(kDirect == 256 && kLeaf == 160 && kRoot == 1152 && kSplit == 800);
 
-constexpr uint32_t kVectorBytes = 32;
-
 // A sum that has been refused stays so.
 class Sum {
  public:
@@ -56,7 +54,7 @@ void addSub(Sum& sum, int32_t m, uint32_t workspace) {
   }
   addSub<T>(sum, m / q, workspace);
   const uint32_t count = m / (2 * q);
-  sum += alignUp32(count * twiddleVectors(q) * kVectorBytes);
+  sum += alignUp32(count * twiddleVectors(q) * kTableVectorBytes);
   sum += workspace;
   sum += kSplit;
 }
@@ -72,12 +70,12 @@ int32_t planSize(int32_t length, uint32_t* size) {
   int32_t r;
   if (chooseRadix(&r, length / 2) != zvxOk) return zvxErrLength;
   const int32_t rows = length / (2 * r);
-  if (rows % kLanes<T> != 0 || r % kLanes<T> != 0) return zvxErrLength;
+  if (rows % kTableLanes<T> != 0 || r % kTableLanes<T> != 0) return zvxErrLength;
 
   const uint32_t workspace = alignUp32(sizeof(T) * static_cast<uint32_t>(length));
   Sum sum;
   addSub<T>(sum, length / r, workspace);
-  sum += static_cast<uint32_t>(rows / kLanes<T>) * (2 * r) * kVectorBytes;
+  sum += static_cast<uint32_t>(rows / kTableLanes<T>) * (2 * r) * kTableVectorBytes;
   sum += workspace;
   sum += kRoot;
   if (!sum.ok()) return zvxErrLength;

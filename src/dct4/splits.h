@@ -39,8 +39,9 @@ ZVXG_INLINE inline Complex<Vector<T>> loadPair(const T* re, const T* im) {
 template <int kCount, class V, class T>
 ZVXG_INLINE inline void twiddle(std::array<Complex<V>, kCount>& a, const T* pairs) {
   unroll<kCount - 1>([&](auto i) ZVXG_INLINE {
-    const T* const pair = pairs + 2 * i * kLanes<T>;
-    a[i + 1] = rotated(a[i + 1], Simd<T>::load(pair), Simd<T>::load(pair + kLanes<T>));
+    const T* const pair = pairs + 2 * i * kTableLanes<T>;
+    a[i + 1] = rotated(a[i + 1], Simd<T>::loadRepeated(pair),
+                       Simd<T>::loadRepeated(pair + kTableLanes<T>));
   });
 }
 
@@ -53,10 +54,11 @@ ZVXG_INLINE inline std::array<Complex<V>, 8> dft(const std::array<Complex<V>, 8>
   return dft8(a);
 }
 
-// `in` is P_0[k].
+// One group of columns for one k; `in` is P_0[k]. Inlined into the loop over groups it would have too
+// few registers for radix 8, and 2048 points take 2 % longer on Zen 4.
 template <class T, int kRadix>
-void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, std::ptrdiff_t k,
-                int vectors) {
+[[gnu::noinline]] void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out,
+                                  std::ptrdiff_t k, int vectors) {
   using V = Vector<T>;
   const std::ptrdiff_t width = stage.width, toImaginary = kRadix * width;
   const auto input = [&](int t, int g) ZVXG_INLINE {
@@ -72,7 +74,7 @@ void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, st
     });
   };
   if constexpr (kRadix <= 8) {
-    const T* const pairs = stage.table + k * twiddleVectors(kRadix) * kLanes<T>;
+    const T* const pairs = stage.table + k * twiddleVectors(kRadix) * kTableLanes<T>;
     for (int g = 0; g < vectors; ++g) {
       std::array<Complex<V>, kRadix> a;
       unroll<kRadix>([&](auto t) ZVXG_INLINE { a[t] = input(t, g); });
@@ -84,9 +86,10 @@ void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, st
     constexpr TwiddleLayout layout = twiddleLayout<T>(kRadix);
     constexpr bool kFirstLeads = layout.sections[0].steps == 1;
     constexpr std::ptrdiff_t kVectorsBefore = layout.sections[0].vectors();
-    const T* const other = stage.table + stage.count * kVectorsBefore * kLanes<T>;
-    const T* const pairs1 = (kFirstLeads ? stage.table : other) + k * 2 * (kFirst - 1) * kLanes<T>;
-    const T* const pairs2 = (kFirstLeads ? other : stage.table) + k * 6 * kFirst * kLanes<T>;
+    const T* const other = stage.table + stage.count * kVectorsBefore * kTableLanes<T>;
+    const T* const pairs1 =
+        (kFirstLeads ? stage.table : other) + k * 2 * (kFirst - 1) * kTableLanes<T>;
+    const T* const pairs2 = (kFirstLeads ? other : stage.table) + k * 6 * kFirst * kTableLanes<T>;
 
     Tile<T, kRadix> tile;
     for (int t0 = 0; t0 < 4; ++t0) {
@@ -105,73 +108,93 @@ void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out, st
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, 4> a;
         unroll<4>([&](auto t0) ZVXG_INLINE { a[t0] = tile.get(4 * l0 + t0, g); });
-        twiddle<4>(a, pairs2 + 6 * l0 * kLanes<T>);
+        twiddle<4>(a, pairs2 + 6 * l0 * kTableLanes<T>);
         store(up + g * kLanes<T>, down + g * kLanes<T>, kFirst * out.step, dftFolded(a));
       }
     }
   }
 }
 
+// Where the outputs of one k belong.
+template <class T>
+SplitOutputs<T> outputsOf(const SplitStage<T>& stage, std::ptrdiff_t k) {
+  const std::ptrdiff_t width = stage.width;
+  return {stage.out + 2 * k * width, stage.out + 2 * (2 * stage.count - 1 - k) * width,
+          4 * stage.count * width, width};
+}
+
+// The columns first .. first + count - 1 of one k, group by group, to `out` and what follows there.
 template <class T, int kRadix>
-void runSplit(const SplitStage<T>& stage) {
-  constexpr std::ptrdiff_t kStep = kGroup * kLanes<T>, kRun = Staging<T>::kRun;
-  const std::ptrdiff_t width = stage.width, step = 4 * stage.count * width;
-  const auto run = [&](std::ptrdiff_t k, std::ptrdiff_t col, const SplitOutputs<T>& out) {
-    splitGroup<T, kRadix>(stage, stage.in + 2 * k * kRadix * width + col, out, k,
-                          static_cast<int>(std::min(kStep, width - col) / kLanes<T>));
-  };
-  const auto outputs = [&](std::ptrdiff_t k) -> SplitOutputs<T> {
-    return {stage.out + 2 * k * width, stage.out + 2 * (2 * stage.count - 1 - k) * width, step,
-            width};
-  };
-  if (stage.writing == Writing::Direct) {
-    for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
-      const SplitOutputs<T> out = outputs(k);
-      for (std::ptrdiff_t col = 0; col < width; col += kStep) {
-        run(k, col, {out.up + col, out.down + col, step, width});
-      }
-    }
-    return;
+void splitColumns(const SplitStage<T>& stage, std::ptrdiff_t k, std::ptrdiff_t first,
+                  std::ptrdiff_t count, const SplitOutputs<T>& out) {
+  constexpr std::ptrdiff_t kStep = kGroup * kLanes<T>;
+  const T* const in = stage.in + 2 * k * kRadix * stage.width + first;
+  for (std::ptrdiff_t col = 0; col < count; col += kStep) {
+    const auto vectors = static_cast<int>(std::min(kStep, count - col) / kLanes<T>);
+    splitGroup<T, kRadix>(stage, in + col,
+                          {out.up + col, out.down + col, out.step, out.toImaginary}, k, vectors);
   }
+}
+
+template <class T, int kRadix>
+void splitDirectly(const SplitStage<T>& stage) {
+  for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
+    splitColumns<T, kRadix>(stage, k, 0, stage.width, outputsOf(stage, k));
+  }
+}
+
+// Collects runs along a row.
+template <class T, int kRadix>
+void splitLongRows(const SplitStage<T>& stage) {
+  constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
   Staging<T> staging;
-  constexpr int kHalf = kRadix / 2;
-  if (width >= kRun) {
-    // Runs along a row.
-    for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
-      const SplitOutputs<T> out = outputs(k);
-      for (std::ptrdiff_t start = 0; start < width; start += kRun) {
-        const std::ptrdiff_t count = std::min(kRun, width - start);
-        for (std::ptrdiff_t col = 0; col < count; col += kStep) {
-          run(k, start + col, {staging.run(0) + col, staging.run(kRadix) + col, 2 * kRun, kRun});
-        }
-        for (int l = 0; l < kHalf; ++l) {
-          for (int part = 0; part < 2; ++part) {
-            const std::ptrdiff_t to = l * step + part * width + start;
-            staging.copyOut(out.up + to, staging.run(2 * l + part), count, stage.writing);
-            staging.copyOut(out.down + to, staging.run(kRadix + 2 * l + part), count,
-                            stage.writing);
-          }
+  for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
+    const SplitOutputs<T> out = outputsOf(stage, k);
+    for (std::ptrdiff_t start = 0; start < stage.width; start += kRun) {
+      const std::ptrdiff_t count = std::min(kRun, stage.width - start);
+      splitColumns<T, kRadix>(stage, k, start, count,
+                              {staging.run(0), staging.run(kRadix), 2 * kRun, kRun});
+      for (int l = 0; l < kRadix / 2; ++l) {
+        for (int part = 0; part < 2; ++part) {
+          const std::ptrdiff_t to = l * out.step + part * out.toImaginary + start;
+          staging.copyOut(out.up + to, staging.run(2 * l + part), count, stage.writing);
+          staging.copyOut(out.down + to, staging.run(kRadix + 2 * l + part), count, stage.writing);
         }
       }
     }
-    return;
   }
-  // Rows are short: the rows of several k together, real and imaginary ones in turn, make a run.
-  const std::ptrdiff_t most = kRun / width;
+}
+
+// Collects the rows of several k in one run, real and imaginary ones in turn.
+template <class T, int kRadix>
+void splitShortRows(const SplitStage<T>& stage) {
+  constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
+  const std::ptrdiff_t width = stage.width, most = kRun / width;
+  Staging<T> staging;
   for (std::ptrdiff_t first = 0; first < stage.count; first += most) {
-    const std::ptrdiff_t many = std::min(most, stage.count - first), count = 2 * many * width;
+    const std::ptrdiff_t many = std::min(most, stage.count - first);
     for (std::ptrdiff_t i = 0; i < many; ++i) {
       T* const up = staging.run(0) + 2 * i * width;
       T* const down = staging.run(kRadix) + 2 * (many - 1 - i) * width;
-      for (std::ptrdiff_t col = 0; col < width; col += kStep) {
-        run(first + i, col, {up + col, down + col, 2 * kRun, width});
-      }
+      splitColumns<T, kRadix>(stage, first + i, 0, width, {up, down, 2 * kRun, width});
     }
-    const SplitOutputs<T> firstOut = outputs(first), lastOut = outputs(first + many - 1);
-    for (int l = 0; l < kHalf; ++l) {
-      staging.copyOut(firstOut.up + l * step, staging.run(2 * l), count, stage.writing);
-      staging.copyOut(lastOut.down + l * step, staging.run(kRadix + 2 * l), count, stage.writing);
+    const std::ptrdiff_t count = 2 * many * width;
+    const SplitOutputs<T> out = outputsOf(stage, first), last = outputsOf(stage, first + many - 1);
+    for (int l = 0; l < kRadix / 2; ++l) {
+      staging.copyOut(out.up + l * out.step, staging.run(2 * l), count, stage.writing);
+      staging.copyOut(last.down + l * out.step, staging.run(kRadix + 2 * l), count, stage.writing);
     }
+  }
+}
+
+template <class T, int kRadix>
+void runSplit(const SplitStage<T>& stage) {
+  if (stage.writing == Writing::Direct) {
+    splitDirectly<T, kRadix>(stage);
+  } else if (stage.width >= Staging<T>::kRun) {
+    splitLongRows<T, kRadix>(stage);
+  } else {
+    splitShortRows<T, kRadix>(stage);
   }
 }
 

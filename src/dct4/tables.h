@@ -58,7 +58,7 @@ T evaluateRotation(const RotationSource<T>* source, int32_t row, int32_t column)
 
 template <class T>
 T evaluateLaneRows(const LaneRowsSource<T>* source, int32_t laneRow, int32_t lane, int32_t column) {
-  return source->source->evaluate(source->source, laneRow * kLanes<T> + lane, column);
+  return source->source->evaluate(source->source, laneRow * kTableLanes<T> + lane, column);
 }
 
 // Place i of a group of r pairs (cosine, sine) holds the pair of this column of the plan. Pairs
@@ -76,12 +76,12 @@ void fillRotations(const RootCombineLoop<T>& loop) {
   const int32_t pairs = loop.radix;
   T* vectors = loop.table;
   for (int32_t i = 0; i < loop.laneRows; ++i) {
-    for (int32_t pair = 0; pair < pairs; ++pair, vectors += 2 * kLanes<T>) {
+    for (int32_t pair = 0; pair < pairs; ++pair, vectors += 2 * kTableLanes<T>) {
       const int32_t column = 2 * rotationPair(loop.radix, pair);
-      for (int32_t lane = 0; lane < kLanes<T>; ++lane) {
-        const auto value = cosSinPi(rotationPhase(source, i * kLanes<T> + lane, column));
+      for (int32_t lane = 0; lane < kTableLanes<T>; ++lane) {
+        const auto value = cosSinPi(rotationPhase(source, i * kTableLanes<T> + lane, column));
         vectors[lane] = value.cos;
-        vectors[kLanes<T> + lane] = value.sin;
+        vectors[kTableLanes<T> + lane] = value.sin;
       }
     }
   }
@@ -129,11 +129,11 @@ void fillTwiddles(const SplitCombine<T>& combine) {
       const T phase = combine.source->evaluate(combine.source, i, 0, 0);
       for (int32_t j = 0; j < section.steps; ++j) {
         const T shifted = phase + static_cast<T>(j);
-        for (int32_t t = 1; t < section.radix; ++t, vectors += 2 * kLanes<T>) {
+        for (int32_t t = 1; t < section.radix; ++t, vectors += 2 * kTableLanes<T>) {
           const T multiplier = static_cast<T>(2 * t) / static_cast<T>(section.order);
           const auto value = cosSinPi(shifted * multiplier);
-          std::fill_n(vectors, kLanes<T>, value.cos);
-          std::fill_n(vectors + kLanes<T>, kLanes<T>, value.sin);
+          std::fill_n(vectors, kTableLanes<T>, value.cos);
+          std::fill_n(vectors + kTableLanes<T>, kTableLanes<T>, value.sin);
         }
       }
     }

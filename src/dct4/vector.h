@@ -1,4 +1,4 @@
-// Vectors of 256 bits: what differs between the precisions, and nothing else does.
+// The vectors that the stages of a plan work on, and the groups in which they take them.
 #pragma once
 
 #include <immintrin.h>
@@ -12,15 +12,24 @@
 
 namespace zvxg::dct4 {
 
+// The width of the vectors. Neither a result nor a plan depends on it.
+constexpr int kVectorBytes = 32;
+
 template <class T>
+constexpr int32_t kLanes = kVectorBytes / sizeof(T);
+
+// All that differs between precisions and between widths.
+template <class T, int kBytes = kVectorBytes>
 struct Simd;
 
-// Not __m256, whose attribute templates would drop with a warning.
+// Vector is not __m256, whose attribute templates would drop with a warning.
 template <>
-struct Simd<float> {
+struct Simd<float, 32> {
   using Vector __attribute__((vector_size(32))) = float;
 
   static Vector load(const float* p) { return _mm256_load_ps(p); }
+  // A vector of a table, all lanes of which are the same number.
+  static Vector loadRepeated(const float* p) { return load(p); }
   static Vector loadAnywhere(const float* p) { return _mm256_loadu_ps(p); }
   static void store(float* p, Vector v) { _mm256_store_ps(p, v); }
   static void storeAnywhere(float* p, Vector v) { _mm256_storeu_ps(p, v); }
@@ -54,10 +63,11 @@ struct Simd<float> {
 };
 
 template <>
-struct Simd<double> {
+struct Simd<double, 32> {
   using Vector __attribute__((vector_size(32))) = double;
 
   static Vector load(const double* p) { return _mm256_load_pd(p); }
+  static Vector loadRepeated(const double* p) { return load(p); }
   static Vector loadAnywhere(const double* p) { return _mm256_loadu_pd(p); }
   static void store(double* p, Vector v) { _mm256_store_pd(p, v); }
   static void storeAnywhere(double* p, Vector v) { _mm256_storeu_pd(p, v); }
@@ -91,11 +101,11 @@ struct Simd<double> {
 template <class T>
 using Vector = typename Simd<T>::Vector;
 
-// Vectors that stand side by side are worked on in groups of up to four: 128 bytes, two cache
-// lines. A body takes its steps one after the other and in each step all vectors of the group, with
-// the intermediate values on the stack, so that both halves of a line are used while it is at hand.
-// That matters because rows lie a power of two apart, where a cache holds only a few lines.
-constexpr int kGroup = 4;
+// Neighbouring vectors are worked on in groups of up to 128 bytes, two cache lines. A body takes its
+// steps one after the other, each for all vectors of the group, with the intermediate values on the
+// stack. So a line is used up while it is in the cache, which matters because rows lie a power of two
+// apart, where a cache holds only a few lines.
+constexpr int kGroup = 128 / kVectorBytes;
 
 // A tile of intermediate values, as complex rows of a group.
 template <class T, int kRows>
