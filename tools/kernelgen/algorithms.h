@@ -255,24 +255,23 @@ Column<E> directPrime(int p, const Column<E>& x) {
   const int half = (p - 1) / 2;
   std::vector<Signed<E>> sums{{x[0]}}, differences{{x[0]}};
   for (int j = 1; j <= half; ++j) {
-    const E &front = x[static_cast<std::size_t>(j)], &back = x[static_cast<std::size_t>(p - j)];
-    sums.push_back({front + back});
-    differences.push_back({front - back});
+    sums.push_back({x[j] + x[p - j]});
+    differences.push_back({x[j] - x[p - j]});
   }
-  Column<E> out(static_cast<std::size_t>(p), total(sums).value);
+  Column<E> out(p, total(sums).value);
   for (int k = 1; k <= half; ++k) {
     std::vector<Signed<E>> even{{x[0]}}, odd;
     for (int j = 1; j <= half; ++j) {
       const int m = j * k % p;
       const bool mirrored = m > half;  // cos(p - m) = cos m, sin(p - m) = -sin m
       const Turn t{mirrored ? p - m : m, p};
-      even.push_back({scaled(sums[static_cast<std::size_t>(j)].value, cosine(t))});
-      odd.push_back({crossed(differences[static_cast<std::size_t>(j)].value, sine(t)), mirrored});
+      even.push_back({scaled(sums[j].value, cosine(t))});
+      odd.push_back({crossed(differences[j].value, sine(t)), mirrored});
     }
     const E c = total(even).value;
     const Signed<E> s = total(odd);
-    out[static_cast<std::size_t>(s.negative ? p - k : k)] = c + s.value;
-    out[static_cast<std::size_t>(s.negative ? k : p - k)] = c - s.value;
+    out[s.negative ? p - k : k] = c + s.value;
+    out[s.negative ? k : p - k] = c - s.value;
   }
   return out;
 }

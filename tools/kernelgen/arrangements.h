@@ -18,7 +18,7 @@ struct Slot {
   int lane;
 };
 
-// Equal for equal values.
+// What a value is known by: equal for equal values.
 using Identity = std::vector<int>;
 Identity identity(const Packed& v);
 Identity identity(const Parts& v);
@@ -29,21 +29,17 @@ class Interleaved {
 
   Interleaved(Graph& graph, int elements) : graph_(&graph), lanes_(elements) {}
 
-  std::size_t lanes() const { return static_cast<std::size_t>(lanes_); }
+  std::size_t lanes() const { return lanes_; }
   Value zero() const { return {graph_, kNoNode}; }
 
   // Elements of the source, kNoElement for zero.
   Value load(const std::vector<int>& elements);
-  // Elements from the lanes of values; the lanes left over keep live data.
+  // Elements from the lanes of values. Lanes that are left over keep live data.
   Value pack(std::vector<Slot<Value>> slots);
   // Lanes to elements of the destination, times the scale.
   void store(Value v, const std::vector<int>& elements);
 
  private:
-  NodeId pair(Slot<Value> low, Slot<Value> high, int& half);
-  NodeId inHalves(NodeId a, NodeId b, int laneA, int laneB);
-  NodeId halves(NodeId a, NodeId b, int halfA, int halfB);
-
   Graph* graph_;
   int lanes_;
 };

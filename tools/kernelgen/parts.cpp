@@ -21,8 +21,7 @@ Part times(Graph& g, Part a, const Constant& c) {
   const Constant magnitude = c.exact < 0 ? -c : c;
   const NodeId factor = opened(g, temporary(g, a.node));
   const Node& n = g[factor];
-  const std::vector<Constant> lanes(static_cast<std::size_t>(n.lanes), magnitude);
-  const NodeId constant = g.constant(lanes, n.precision);
+  const NodeId constant = g.constant(std::vector<Constant>(n.lanes, magnitude), n.precision);
   return {g.mul(factor, constant), a.negative != (c.exact < 0), a.exponent};
 }
 
