@@ -1,15 +1,17 @@
 #include "parts.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace kernelgen {
 namespace {
 
 Part negated(Part a) { return isZero(a) ? a : Part{a.node, !a.negative, a.exponent}; }
 
-// Where products are evaluated in double, a value is a temporary in the precision of the kernel, or
-// an expression still open, in double. Products by constants open one; a plain sum takes temporaries
-// and makes one.
+// Where products are evaluated in double, a value is either a temporary in the precision of the
+// kernel or an expression that is still open, in double. A product by a constant opens one; a plain
+// sum takes temporaries and makes one.
 NodeId temporary(Graph& g, NodeId a) { return g[a].precision != g.precision() ? g.round(a) : a; }
 
 NodeId opened(Graph& g, NodeId a) {
@@ -25,7 +27,7 @@ Part times(Graph& g, Part a, const Constant& c) {
   return {g.mul(factor, constant), a.negative != (c.exact < 0), a.exponent};
 }
 
-// The power of two made part of the register.
+// The same value with another power of two, the difference multiplied into the register.
 Part withExponent(Graph& g, Part a, int exponent) {
   if (a.exponent == exponent) return a;
   Quad power = 1;
@@ -35,7 +37,7 @@ Part withExponent(Graph& g, Part a, int exponent) {
   return {product.node, product.negative, exponent};
 }
 
-// The sum of two parts that are in one precision.
+// The sum of two parts in the same precision.
 Part added(Graph& g, Part a, Part b) {
   if (isZero(a)) return b;
   if (isZero(b)) return a;
@@ -46,8 +48,7 @@ Part added(Graph& g, Part a, Part b) {
   a = withExponent(g, a, exponent);
   b = withExponent(g, b, exponent);
   if (a.negative == b.negative) return {g.add(a.node, b.node), a.negative, exponent};
-  // One orientation for a - b and b - a, that of whichever came first, or mirror values would not
-  // be the same node.
+  // a - b and b - a are one node, that of whichever came first: else mirror values would differ.
   if (a.negative) std::swap(a, b);
   if (g.holdsSub(b.node, a.node)) std::swap(a, b);
   return {g.sub(a.node, b.node), a.negative, exponent};
@@ -89,7 +90,7 @@ Parts turnedQuarters(Parts x, int k) {
 
 Parts rotated(Parts x, Turn t) {
   if (t.isQuarterMultiple()) return turnedQuarters(x, t.quarters());
-  return product(x, {cosine(t), -sine(t)});
+  return product(x, root(t));
 }
 
 Parts product(Parts x, const Factor& factor) {
@@ -121,11 +122,9 @@ Parts kept(Parts x) {
 
 Parts conjugate(Parts x) { return {x.graph, x.re, negated(x.im)}; }
 
-bool sameValue(const Parts& x, const Parts& y) { return x.re == y.re && x.im == y.im; }
-
 Parts rotated(Parts x, const std::vector<Turn>& angles) {
   std::vector<Factor> factors;
-  for (Turn t : angles) factors.push_back({cosine(t), -sine(t)});
+  for (Turn t : angles) factors.push_back(root(t));
   return product(x, factors);
 }
 
@@ -177,7 +176,7 @@ Parts shifted(Parts x, int exponent) {
 
 Parts asSignals(Packed x) { return {x.graph, {x.node}, {}}; }
 
-// re + i im, where i turns the element itself: the one place where the direction matters.
+// re + i im, where i turns the element itself, and so depends on the direction.
 Packed asElement(Parts x) {
   Graph& g = *x.graph;
   const Packed turned = isZero(x.im) ? Packed{} : turnedQuarters(withoutSign(g, x.im), 3);

@@ -14,7 +14,7 @@ bool isReal(const Elements& x) {
 
 bool isSymmetric(const Elements& x) {
   for (std::size_t k = 0; k < x.size(); ++k) {
-    if (!sameValue(x[k], conjugate(x[(x.size() - k) % x.size()]))) return false;
+    if (x[k] != conjugate(x[(x.size() - k) % x.size()])) return false;
   }
   return true;
 }
@@ -28,7 +28,7 @@ Elements joined(const Elements& x, const Elements& y) {
   return column(std::ssize(x), [&](long k) { return x[k] + turnedQuarters(y[k], 3); });
 }
 
-// A complex signal by the transforms of its real and its imaginary part.
+// The transform of a complex signal by those of its real and its imaginary part.
 template <class Transform>
 Elements ofParts(const Elements& x, const Transform& transform) {
   const Elements re = transform(onlyPart(x, &Parts::re));
@@ -38,9 +38,10 @@ Elements ofParts(const Elements& x, const Transform& transform) {
 
 // ---- Odd primes
 
-// u[j] = x[j] + x[p-j] for the cosine sums, v[j] = x[p-j] - x[j] for the sine sums. 5 points have
-// their first difference the other way round, which decides the signs of zero in their two sums.
-Elements symmetricBlock(int p, const Elements& x) {
+// u[j] = x[j] + x[p-j] for the cosine sums, v[j] = x[p-j] - x[j] for the sine sums. The first
+// difference of 5 points is taken the other way round, which decides signs of zero. Unlike those of
+// directPrime (algorithms.h), each sum goes in order, as one expression.
+Elements oddPrime(int p, const Elements& x) {
   const int half = (p - 1) / 2;
   std::vector<Parts> u, v;
   Parts zero = x[0];
@@ -74,7 +75,7 @@ Elements strided(const Elements& x, long first, long step) {
 
 Elements samplesToSpectrum(const Elements& x);
 
-// Four points, or a complex column: the real transforms of its parts.
+// Of a complex column; beyond four points by the real transforms of its parts.
 Elements complexPowerOfTwo(const Elements& x) {
   if (x.size() == 1) return x;
   if (x.size() == 2) return direct2(x);
@@ -82,8 +83,8 @@ Elements complexPowerOfTwo(const Elements& x) {
   return ofParts(x, samplesToSpectrum);
 }
 
-// Of a real signal that changes its sign after the L samples d, the odd bins k = 2 i + 1 of 2 L
-// points.
+// The odd bins 2 i + 1 of a real signal of 2 L points: the L samples d, then the same with the sign
+// changed.
 Elements oddBins(const Elements& d) {
   const long size = std::ssize(d), n = 2 * size;
   Elements out(size, d[0]);
@@ -92,7 +93,7 @@ Elements oddBins(const Elements& d) {
     out[size - 1 - i] = conjugate(x);
   };
   if (size <= 8) {
-    // Bins 4 m + 1 are a transform of n / 4 points, and the others their conjugates.
+    // The bins 4 m + 1 are a transform of n / 4 points, the others are their conjugates.
     const Elements z = column(size / 2, [&](long j) {
       return twiddled(d[j] + turnedQuarters(d[j + size / 2], 1), {j, n});
     });
@@ -100,7 +101,7 @@ Elements oddBins(const Elements& d) {
     for (long m = 0; m < size / 2; ++m) setMirrors(2 * m, bins[m]);
     return out;
   }
-  // Four interleaved signals, each with its odd bins, and 4 points across.
+  // The odd bins of four interleaved signals, then 4 points across.
   const Columns<Parts> interleaved = column(4, [&](long b) { return oddBins(strided(d, b, 4)); });
   for (long j = 0; j < size / 8; ++j) {
     const Elements bins = direct4(column(4, [&](long b) {
@@ -111,7 +112,7 @@ Elements oddBins(const Elements& d) {
   return out;
 }
 
-// The even bins are the transform of the folded signal.
+// The even bins are those of the signal folded by sums, the odd ones those of the differences.
 Elements samplesToSpectrum(const Elements& x) {
   if (x.size() == 1) return x;
   const long n = std::ssize(x), half = n / 2;
@@ -125,8 +126,8 @@ Elements samplesToSpectrum(const Elements& x) {
   return column(n, [&](long k) { return k % 2 == 0 ? even[k / 2] : odd[k / 2]; });
 }
 
-// The way back: sample i and i + n/2 are the sum and the difference of what the even and the odd
-// bins give, and the odd bins give twice the parts of a transform of the bins 4 m + 1.
+// The way back: samples i and i + n/2 are the sum and the difference of p from the even bins and r
+// from the odd ones, and r is twice the parts of a transform of the bins 4 m + 1.
 Elements spectrumToSamples(const Elements& x) {
   const long n = std::ssize(x), half = n / 2;
   if (n == 2) return direct2(x);
@@ -155,7 +156,7 @@ Elements masked(const Elements& x, long parity) {
   });
 }
 
-// The products of a Rader step: like raderMiddle (parts.h), but bin 0 is one expression.
+// The products of a Rader step, as raderMiddle (parts.h) makes them, but bin 0 is one expression.
 Elements weighted(const Elements& a, const Parts& x0, const std::vector<Factor>& factors) {
   const long order = std::ssize(a);
   return column(order, [&](long k) {
@@ -186,9 +187,9 @@ Column<Parts> Real::run(const Recipe& r, const Column<Parts>& x) {
   if (std::all_of(x.begin(), x.end(), [](const Parts& e) { return isZero(e); })) return x;
   if (r.step() == Step::GoodThomas) return goodThomas(*this, r, Columns<Parts>{x})[0];
   if (r.step() == Step::CooleyTukey) return cooleyTukey(*this, r, Columns<Parts>{x})[0];
-  if (r.step() == Step::Direct && r.n() % 2 != 0) return symmetricBlock(r.n(), x);
+  if (r.step() == Step::Direct && r.n() % 2 != 0) return oddPrime(r.n(), x);
   if (r.step() == Step::Direct && r.n() <= 4) return complexPowerOfTwo(x);
-  // What is left is for real or symmetric columns; another one is a real and an imaginary signal.
+  // What follows takes a real or a symmetric column. Any other is a real and an imaginary signal.
   if (!isReal(x) && !isSymmetric(x)) {
     return ofParts(x, [&](const Elements& part) { return Real(Flow::ToSpectrum).run(r, part); });
   }
@@ -196,9 +197,11 @@ Column<Parts> Real::run(const Recipe& r, const Column<Parts>& x) {
   return isReal(x) ? samplesToSpectrum(x) : spectrumToSamples(x);
 }
 
-// Of real samples, the products in even bins are those of a real convolution and those in odd bins
-// of an imaginary one. Of a spectrum, the bins in the order of the powers have real parts of half
-// the period and imaginary parts that change their sign after it.
+// The factor B[M-k] is (-1)^k times the conjugate of B[k]. So the products of a real column are, in
+// even bins, the spectrum of a real signal, in odd bins that of an imaginary one, and each half goes
+// back by itself. A symmetric spectrum, in the order of the powers, repeats its real parts after
+// half the column, and its imaginary parts with the sign changed: one has only even bins, the other
+// only odd ones, and the products are the spectrum of a real signal.
 Convolved<Parts> Real::convolve(const Recipe& r, const Columns<Parts>& x, const Column<Parts>& x0,
                                 const std::vector<Factor>& factors) {
   Real toSpectrum(Flow::ToSpectrum), toSamples(Flow::ToSamples);

@@ -1,9 +1,9 @@
-// Transforms of real signals and of conjugate-symmetric spectra, both over Parts.
+// Real signals to their spectra and back, by the complex algorithms over Parts.
 //
-// A sample is an element without imaginary part; of a spectrum, the elements k and n - k are
-// conjugates. Parts that vanish are never computed and mirror values are the same nodes, so the
-// complex algorithms do here what a real transform has to do and no more: a column of real elements
-// gives a half spectrum, a symmetric one real elements.
+// A sample is an element without imaginary part; in a spectrum, the elements k and n - k are
+// conjugates. As zero parts are never computed and conjugates share their registers (parts.h), the
+// complex algorithms do no more here than a real transform has to: a column of real elements gives
+// half a spectrum, a symmetric column gives real elements.
 #pragma once
 
 #include "algorithms.h"
@@ -12,7 +12,8 @@
 
 namespace kernelgen {
 
-// exp(-2 pi i t) x. An odd eighth of a turn takes one product of each part and a plain sum of two.
+// exp(-2 pi i t) x. By an odd eighth of a turn, both parts are multiplied by one constant, then
+// added and subtracted.
 Parts twiddled(Parts x, Turn t);
 
 class Real {
@@ -29,7 +30,7 @@ class Real {
                    [&](long c, long k) { return twiddled(x[c][k], angle(c, k)); });
   }
 
-  // Samples are numbered as they come, what belongs to the spectrum is centred.
+  // On the side of the samples the numbers are plain, on that of the spectrum centred.
   Numbering blockNumbering() const { return flow_ == Flow::ToSamples ? kCentred : kPlain; }
   Numbering columnNumbering() const { return flow_ == Flow::ToSpectrum ? kCentred : kPlain; }
 

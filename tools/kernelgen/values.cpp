@@ -70,9 +70,11 @@ Packed rotated(Packed x, const std::vector<Turn>& angles) {
   const auto isExact = [](Turn t) { return t.isQuarterMultiple(); };
   if (std::all_of(angles.begin(), angles.end(), isExact)) return turnedQuarters(x, angles);
   std::vector<Factor> factors;
-  for (Turn t : angles) factors.push_back({cosine(t), -sine(t)});
+  for (Turn t : angles) factors.push_back(root(t));
   return product(x, factors);
 }
+
+Factor root(Turn t) { return {cosine(t), -sine(t)}; }
 
 Packed product(Packed x, const std::vector<Factor>& factors) {
   Graph& g = *x.graph;

@@ -41,6 +41,9 @@ struct Factor {
 
 const Factor kOne{{1, "one"}, {0, "zero"}};
 
+// exp(-2 pi i t)
+Factor root(Turn t);
+
 // A full complex product, one factor per element lane; no 1 and no 0 is left out.
 Packed product(Packed x, const std::vector<Factor>& factors);
 Packed product(Packed x, const Factor& factor);
