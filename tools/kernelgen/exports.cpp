@@ -12,7 +12,7 @@ namespace {
 // ---- Patterns
 
 constexpr const char* kHead =
-    R"(// $symbol: $recipe, $width
+    R"(// $symbol: $design
 // $adds additions, $products products by constants, $scales by the scale, $shuffles shuffles, $logic flips and blends, $converts conversions, $loads loads, $stores stores
 )";
 
@@ -159,11 +159,8 @@ std::string bodyName(const KernelId& id) {
 
 std::string head(const Kernel& kernel) {
   const Counts c = counts(kernel);
-  const Design& design = designOf(kernel.id);
-  const bool isScalar = design.width == kScalar;
   return filled(kHead, {{"symbol", kernel.id.symbol()},
-                        {"recipe", design.recipe.print()},
-                        {"width", isScalar ? "scalar" : std::to_string(design.width) + " bits"},
+                        {"design", designOf(kernel.id).print()},
                         {"adds", std::to_string(c.adds)},
                         {"products", std::to_string(c.products)},
                         {"scales", std::to_string(c.scales)},

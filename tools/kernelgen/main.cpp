@@ -8,6 +8,7 @@
 
 #include "counts.h"
 #include "exports.h"
+#include "print.h"
 #include "tables.h"
 
 namespace {
@@ -15,13 +16,15 @@ namespace {
 using namespace kernelgen;
 
 constexpr const char* kUsage =
-    "usage: kernelgen list               the kernels, one symbol a line\n"
-    "       kernelgen header             include/zvxg_kernels.h\n"
-    "       kernelgen source PART PARTS  C++ text of one of PARTS shares of the kernels\n"
-    "       kernelgen long PART PARTS    the same of the long kernels, which are apart\n"
-    "       kernelgen entries            C++ text of the by-length entries\n"
-    "       kernelgen show SYMBOL        C++ text and operation counts of one kernel\n"
-    "       kernelgen counts             operation counts of all kernels as CSV\n";
+    R"(usage: kernelgen list               the kernels, one symbol a line
+       kernelgen header             include/zvxg_kernels.h
+       kernelgen source PART PARTS  C++ text of one of PARTS shares of the kernels
+       kernelgen long PART PARTS    the same of the long kernels, which are apart
+       kernelgen entries            C++ text of the by-length entries
+       kernelgen counts             operation counts of all kernels as CSV
+       kernelgen STAGE SYMBOL       one kernel in a stage of its making: recipe, graph, scalar,
+                                    schedule, text; in all of them: stages
+)";
 
 // Every PARTS-th kernel, so that long and short ones are spread over the files.
 std::vector<KernelId> share(bool wantsLong, int part, int parts) {
@@ -44,11 +47,11 @@ int run(const std::vector<std::string>& words) {
     std::cout << emitFile(share(command == "long", std::stoi(words[1]), std::stoi(words[2])));
   } else if (command == "entries" && words.size() == 1) {
     std::cout << emitEntries();
-  } else if (command == "show" && words.size() == 2) {
-    std::cout << emitKernel(makeKernel(kernelOfSymbol(words[1])));
   } else if (command == "counts" && words.size() == 1) {
     std::cout << ledgerHead() << '\n';
     for (const KernelId& id : kernelList()) std::cout << ledgerLine(makeKernel(id)) << '\n';
+  } else if (words.size() == 2) {
+    std::cout << printedStage(command, kernelOfSymbol(words[1]));
   } else {
     std::cerr << kUsage;
     return EXIT_FAILURE;

@@ -12,11 +12,12 @@ class Builder {
  public:
   explicit Builder(const KernelId& id)
       : id_(id),
+        design_(designOf(id)),
         n_(id.length),
         g_({.precision = Precision::Single, .direction = id.direction, .productsInDouble = true}) {}
 
   Graph build() {
-    const bool isForward = flowOf(id_) == Flow::ToSpectrum;
+    const bool isForward = design_.flow == Flow::ToSpectrum;
     switch (id_.family) {
       case Family::Complex: throw std::logic_error("a real kernel of the complex family");
       case Family::Real:
@@ -34,7 +35,7 @@ class Builder {
  private:
   using Elements = Column<Parts>;
 
-  Elements transformed(const Elements& x) { return Real(flowOf(id_)).run(designOf(id_).recipe, x); }
+  Elements transformed(const Elements& x) { return Real(design_.flow).run(design_.recipe, x); }
 
   BinPlace place(int k) const { return binPlace(id_.layout, n_, k); }
 
@@ -117,6 +118,7 @@ class Builder {
   }
 
   const KernelId id_;
+  const Design& design_;
   const int n_;
   Graph g_;
 };

@@ -128,9 +128,7 @@ Recipe withTransforms(const Recipe& r, Flow flow) {
   return r.step() == Step::GoodThomas ? GT(first, second) : CT(first, second);
 }
 
-// Those of a row.
 struct Designs {
-  Flow hartleyFlow;
   Design forward, inverse, hartley;
 };
 
@@ -145,31 +143,23 @@ Designs designs(const RealRow& r) {
                   .width = kScalar,
                   .bodies = 1,
                   .isLong = r.isLong,
+                  .flow = flow,
                   .products = products};
   };
-  return {r.hartley, design(kForward, r.forwardProducts), design(kInverse, r.inverseProducts),
+  return {design(kForward, r.forwardProducts), design(kInverse, r.inverseProducts),
           design(r.hartley, r.hartleyProducts)};
 }
 
-const Designs& designsOf(int n) {
+}  // namespace
+
+const Design& realDesign(const KernelId& id) {
   static const std::vector<Designs> kDesigns = [] {
     std::vector<Designs> all;
     for (const RealRow& r : kRows) all.push_back(designs(r));
     return all;
   }();
-  return kDesigns[n - kMinLength];
-}
-
-}  // namespace
-
-Flow flowOf(const KernelId& id) {
-  if (id.family == Family::Hartley) return designsOf(id.length).hartleyFlow;
-  return id.direction == Direction::Forward ? Flow::ToSpectrum : Flow::ToSamples;
-}
-
-const Design& realDesign(const KernelId& id) {
-  const Designs& row = designsOf(id.length);
-  if (id.family == Family::Hartley) return row.hartley;
+  const Designs& row = kDesigns[id.length - kMinLength];
+  if (!isDirected(id.family)) return row.hartley;
   return id.direction == Direction::Forward ? row.forward : row.inverse;
 }
 

@@ -62,8 +62,9 @@ Recipe R(int p, Recipe first, Recipe second) {
 
 Recipe R(int p, Recipe first, Recipe second, Recipe oddSecond) {
   Recipe r = R(p, std::move(first), std::move(second));
-  require(oddSecond.n() == p - 1,
-          "R(" + std::to_string(p) + ") with odd bins by " + oddSecond.print());
+  require(oddSecond.n() == p - 1, "the odd bins of R(" + std::to_string(p) +
+                                      ") need a transform of length " + std::to_string(p - 1) +
+                                      ", not " + oddSecond.print());
   r.oddSecond_ = std::make_shared<const Recipe>(std::move(oddSecond));
   return r;
 }

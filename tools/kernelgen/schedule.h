@@ -9,6 +9,8 @@ namespace kernelgen {
 // and intermediate results, so many statements start in a cycle.
 struct Pace {
   int live = 10, issue = 4;
+
+  bool operator==(const Pace&) const = default;
 };
 
 // Every node but the constants and the scale, operands before users, all loads before any store.

@@ -172,6 +172,10 @@ const Design& complexDesign(int n, Precision precision) {
 
 }  // namespace
 
+std::string Design::print() const {
+  return recipe.print() + (width == kScalar ? ", scalar" : ", " + std::to_string(width) + " bits");
+}
+
 const Design& designOf(const KernelId& id) {
   if (id.length < kMinLength || id.length > kMaxLength) {
     throw std::out_of_range("the tables have no row " + std::to_string(id.length));

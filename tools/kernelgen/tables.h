@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "graph.h"
 #include "kernel_id.h"
@@ -14,6 +15,12 @@ namespace kernelgen {
 // Vector width in bits; kScalar works on one real lane at a time.
 constexpr int kScalar = 0;
 
+// Which way a transform of real signals goes: samples come in, or samples go out.
+enum class Flow {
+  ToSpectrum,
+  ToSamples
+};
+
 // How a kernel is made.
 struct Design {
   Recipe recipe;
@@ -23,8 +30,12 @@ struct Design {
   Pace pace = {};
   // Longer than the cache of decoded instructions, which holds some 4,000 on Zen 3.
   bool isLong = false;
-  // Products by constants, where the table states their count.
+  // Of real signals: which way the transform goes, and the stated count of products by constants.
+  Flow flow = Flow::ToSpectrum;
   std::optional<int> products = {};
+
+  // "GT(4,3), 128 bits"
+  std::string print() const;
 
   Design paced(int live, int issue) && {
     pace = {live, issue};
@@ -34,16 +45,6 @@ struct Design {
 
 const Design& designOf(const KernelId& id);
 
-// ---- Real signals
-
-// Which way a real transform goes: samples come in, or samples go out.
-enum class Flow {
-  ToSpectrum,
-  ToSamples
-};
-
-// That of a real kernel is its direction, that of a Hartley kernel what its row says.
-Flow flowOf(const KernelId& id);
 const Design& realDesign(const KernelId& id);
 
 // Where a factor of a Rader step over real signals is not the number nearest to its real part.
