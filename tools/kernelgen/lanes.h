@@ -207,7 +207,7 @@ class Spread {
   // An element in a certain lane, zero in the others.
   Value isolated(const Element& e, int lane) {
     if (!isZero(e.value)) {
-      throw std::logic_error("a Rader step opened across lanes takes its input from memory");
+      throw std::logic_error("a Rader step that is taken apart reads x[0] from memory");
     }
     std::vector<int> places(lanes_, kNoElement);
     places[lane] = e.lane;
