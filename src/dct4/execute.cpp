@@ -1,7 +1,6 @@
 #include "dct4/execute.h"
 
-#include "dct4/root.h"
-#include "zvxg.h"
+#include "dct4/walk.h"
 
 namespace zvxg::dct4 {
 namespace {
@@ -12,82 +11,14 @@ namespace {
 constexpr std::size_t kCollectFrom = std::size_t{512} << 10;
 constexpr std::size_t kStreamFrom = std::size_t{4} << 20;
 
-template <class Record>
-const Record& onlyItem(const NodeList* list) {
-  return *static_cast<const Record*>(nodeListAt(list, 0));
-}
-
-Writing writingTo(const void* memory, Writing wanted) {
-  const bool startsLine = reinterpret_cast<std::uintptr_t>(memory) % 64 == 0;
-  return wanted == Writing::Streamed && !startsLine ? Writing::Collected : wanted;
-}
-
-// What all records below the root need to know.
 template <class T>
-struct Input {
+struct Contiguous {
   const T* src;
-  int32_t length;  // n
-  int32_t radix;   // r
-  Schedule schedule;
+  T* dst;
+
+  void runLeaves(uint32_t state, const LeafStage<T>& stage) const { kLeaves<T>[state - 1](stage); }
+  void runRoot(uint32_t state, const RootStage<T>& stage) const { kRoots<T>[state - 1](stage); }
 };
-
-// All column transforms behind splits whose radices multiply to `splits`.
-template <class T>
-void runLeaves(uint32_t state, const Input<T>& input, T* out, int32_t splits) {
-  kLeaves<T>[state - 1](
-      {input.src, out, input.length, input.radix, splits, writingTo(out, input.schedule.inner)});
-}
-
-template <class T>
-void runSplitNode(const SplitNode<T>& node, const Input<T>& input, T* out);
-
-template <class T>
-void runSplitSub(const SplitSub<T>& sub, const Input<T>& input, T* out) {
-  if (sub.state >= 1 && sub.state <= kLastLeafState) {
-    runLeaves(sub.state, input, out, sub.nextStride / input.radix);
-  } else if (sub.state == kNodeState) {
-    runSplitNode(onlyItem<SplitNode<T>>(sub.nodeList), input, out);
-  }
-}
-
-template <class T>
-void runSplitCombine(const SplitCombine<T>& combine, const Input<T>& input, const T* in, T* out) {
-  if (combine.state == 0 || combine.state > kSplits<T>.size()) return;
-  const bool outermost = combine.stride == input.radix;
-  const Writing writing = outermost ? input.schedule.outer : input.schedule.inner;
-  kSplits<T>[combine.state - 1](
-      {in, out, combine.table, combine.stride, combine.count, writingTo(out, writing)});
-}
-
-template <class T>
-void runSplitNode(const SplitNode<T>& node, const Input<T>& input, T* out) {
-  if (node.state != 1) return;
-  runSplitSub(onlyItem<SplitSub<T>>(node.subList), input, node.workspace);
-  runSplitCombine(onlyItem<SplitCombine<T>>(node.combineList), input, node.workspace, out);
-}
-
-template <class T>
-void runRootSub(const RootSub<T>& sub, const T* src, T* workspace, Schedule schedule) {
-  if (sub.state != 1) return;
-  const auto& loop = onlyItem<RootSubLoop<T>>(sub.loopList);
-  const Input<T> input = {src, loop.length, loop.radix, schedule};
-  if (loop.state >= 1 && loop.state <= kLastLeafState) {
-    runLeaves(loop.state, input, workspace, 1);
-  } else if (loop.state == kNodeState) {
-    runSplitNode(onlyItem<SplitNode<T>>(loop.loopList), input, workspace);
-  }
-}
-
-template <class T>
-void runRootCombine(const RootCombine<T>& combine, const T* workspace, T* dst, Writing writing) {
-  if (combine.state != 1) return;
-  const auto& loop = onlyItem<RootCombineLoop<T>>(combine.loopList);
-  if (loop.state == 0 || loop.state > kRoots<T>.size()) return;
-  // With a length 2^k + 1 runs do not start at lines, and one has to be cut.
-  writing = loop.length % 2 != 0 ? Writing::Collected : writingTo(dst, writing);
-  kRoots<T>[loop.state - 1]({workspace, dst, loop.table, loop.length, loop.lastIndex,
-                             loop.subLength, loop.laneRows, writing});
-}
 
 }  // namespace
 
@@ -98,9 +29,8 @@ Schedule chooseSchedule(std::size_t bytes) {
 
 template <class T>
 void execute(const Dct4Spec& spec, const T* src, T* dst, Schedule schedule) {
-  T* const workspace = static_cast<T*>(spec.workspace);
-  runRootSub(onlyItem<RootSub<T>>(spec.subList), src, workspace, schedule);
-  runRootCombine(onlyItem<RootCombine<T>>(spec.combineList), workspace, dst, schedule.outer);
+  const Contiguous<T> ends = {src, dst};
+  Walk<T, Contiguous<T>>(ends, schedule).run(spec);
   // Streamed lines become visible to other threads before what the caller stores next.
   if (schedule.inner == Writing::Streamed || schedule.outer == Writing::Streamed) _mm_sfence();
 }

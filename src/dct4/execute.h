@@ -19,7 +19,6 @@ struct Schedule {
 // The schedule for arrays of this many bytes, by measurement.
 Schedule chooseSchedule(std::size_t bytes);
 
-// A record that is in no state to be run is passed over, together with what is below it.
 template <class T>
 void execute(const Dct4Spec& spec, const T* src, T* dst, Schedule schedule);
 
