@@ -1,0 +1,380 @@
+// The exported functions: checks, the factor of the flag, and the kernels that run a batch.
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+
+#include "many/batch.h"
+#include "many/dct4_strided.h"
+#include "many/lanes.h"
+#include "many/level.h"
+#include "many/rows.h"
+#include "wht/blocking.h"
+#include "zvxg_many.h"
+
+namespace zvxg::many {
+namespace {
+
+enum class Direction {
+  Forward,
+  Inverse,
+  None
+};
+
+enum class Layout {
+  Ccs,
+  Pack,
+  Perm
+};
+
+// ---- The machine --------------------------------------------------------------------------------
+
+template <class Table>
+const Table& ofLevel(const Table& ofAvx, const Table& ofAvx512) {
+  return level() == zvxManyAvx512 ? ofAvx512 : ofAvx;
+}
+
+template <class T>
+struct Machine;
+
+template <>
+struct Machine<float> {
+  static const auto& kernels() { return ofLevel(avx::kSingle, avx512::kSingle); }
+  static const auto& wht() { return ofLevel(avx::kWhtSingle, avx512::kWhtSingle); }
+  static const auto& dct4() { return ofLevel(avx::kDct4Single, avx512::kDct4Single); }
+};
+
+template <>
+struct Machine<double> {
+  static const auto& kernels() { return ofLevel(avx::kDouble, avx512::kDouble); }
+  static const auto& wht() { return ofLevel(avx::kWhtDouble, avx512::kWhtDouble); }
+  static const auto& dct4() { return ofLevel(avx::kDct4Double, avx512::kDct4Double); }
+};
+
+template <class T>
+int lanes() {
+  return Machine<T>::kernels().lanes;
+}
+
+// ---- Arguments ----------------------------------------------------------------------------------
+
+// The arrays of a call, as reals. Strides of a call that is refused may be anything, and so may the
+// distances of a single transform.
+template <class T>
+struct Arrays {
+  const T* src;
+  std::ptrdiff_t srcStride, srcDist;
+  T* dst;
+  std::ptrdiff_t dstStride, dstDist;
+  std::int64_t howmany;
+
+  template <class S, class D>
+  Arrays(const S* s, std::ptrdiff_t sStride, std::ptrdiff_t sDist, D* d, std::ptrdiff_t dStride,
+         std::ptrdiff_t dDist, std::int64_t count)
+      : src(reals(s)),
+        srcStride(inReals<S>(sStride)),
+        srcDist(count == 1 ? 0 : inReals<S>(sDist)),
+        dst(reals(d)),
+        dstStride(inReals<D>(dStride)),
+        dstDist(count == 1 ? 0 : inReals<D>(dDist)),
+        howmany(count) {}
+
+  template <class Element>
+  static std::ptrdiff_t inReals(std::ptrdiff_t elements) {
+    return static_cast<std::ptrdiff_t>(static_cast<std::size_t>(elements) *
+                                       (sizeof(Element) / sizeof(T)));
+  }
+
+  bool isNull() const { return howmany > 0 && (src == nullptr || dst == nullptr); }
+  bool isContiguous() const { return srcStride == 1 && dstStride == 1; }
+
+  Side<const T> source(int elements, int unit = 1, bool bins = false) const {
+    return {src, srcStride, srcDist, elements, unit, bins};
+  }
+  Side<T> destination(int elements, int unit = 1, bool bins = false) const {
+    return {dst, dstStride, dstDist, elements, unit, bins};
+  }
+};
+
+template <class T>
+int32_t check(bool lengthIsGood, const Arrays<T>& arrays, int32_t flag) {
+  if (!lengthIsGood || arrays.howmany < 0) return zvxErrLength;
+  if (arrays.isNull()) return zvxErrNullPointer;
+  return isScaleFlag(flag) ? zvxOk : zvxErrScaleFlag;
+}
+
+template <class T>
+int32_t checkOfLength(int32_t len, const Arrays<T>& arrays, int32_t flag) {
+  return check(len >= kMinLength && len <= kMaxLength, arrays, flag);
+}
+
+// ---- Factors ------------------------------------------------------------------------------------
+
+// Newton's iteration falls until it is there.
+constexpr double rootOf(int n) {
+  long double root = n;
+  for (long double next = (root + 1) / 2; next < root; next = (root + n / root) / 2) root = next;
+  return static_cast<double>(root);
+}
+
+template <class T, Direction kDirection>
+constexpr auto makeFactors() {
+  std::array<Factors<T>, kLengths> factors{};
+  for (int n = kMinLength; n <= kMaxLength; ++n) {
+    const T byN = static_cast<T>(1.0 / n), bySqrtN = static_cast<T>(1.0 / rootOf(n));
+    factors[static_cast<std::size_t>(n - kMinLength)] =
+        kDirection == Direction::Forward   ? forwardFactors(byN, bySqrtN)
+        : kDirection == Direction::Inverse ? inverseFactors(byN, bySqrtN)
+                                           : undirectedFactors(byN, bySqrtN);
+  }
+  return factors;
+}
+
+// A table, as the caller's rounding mode must not reach the constants.
+template <class T, Direction kDirection>
+constinit const auto kFactors = makeFactors<T, kDirection>();
+
+template <class T, Direction kDirection>
+const T* factorOf(int32_t len, int32_t flag) {
+  return &kFactors<T, kDirection>[static_cast<std::size_t>(len - kMinLength)].ofFlag[flag];
+}
+
+template <class T>
+constinit const auto kWhtFactors = []<int... i>(std::integer_sequence<int, i...>) {
+  return std::array{wht::factorsOf<T, i + 1>()...};
+}
+(std::make_integer_sequence<int, wht::kOrders>());
+
+// ---- Transforms by generated kernels ------------------------------------------------------------
+
+// A batch of a kernel from rows to rows.
+template <int kUnit, class T>
+void runRows(Run<T> kernel, int transforms, const Side<const T>& src, const Side<T>& dst,
+             std::int64_t howmany, const T* factor) {
+  runBatch<kUnit>(src, dst, transforms, howmany,
+                  [&](const T* from, std::ptrdiff_t fromStep, T* to, std::ptrdiff_t toStep,
+                      std::ptrdiff_t turns) { kernel(from, fromStep, to, toStep, factor, turns); });
+}
+
+template <Direction kDirection, class T>
+int32_t complexMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
+  const int32_t status = checkOfLength(len, arrays, flag);
+  if (status != zvxOk) return status;
+  const auto& [run, transforms] =
+      Machine<T>::kernels().rows[kDirection == Direction::Inverse][len - kMinLength];
+  runRows<2>(run, transforms, arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany,
+             factorOf<T, kDirection>(len, flag));
+  return zvxOk;
+}
+
+template <class T>
+int32_t hartleyMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
+  const int32_t status = checkOfLength(len, arrays, flag);
+  if (status != zvxOk) return status;
+  runRows<1>(Machine<T>::kernels().hartley[len - kMinLength], lanes<T>(), arrays.source(len),
+             arrays.destination(len), arrays.howmany, factorOf<T, Direction::None>(len, flag));
+  return zvxOk;
+}
+
+template <Layout kLayout>
+constexpr bool kHasBins = kLayout == Layout::Ccs;
+
+template <Layout kLayout>
+int spectrumSize(int32_t len) {
+  return kHasBins<kLayout> ? len / 2 * 2 + 2 : len;
+}
+
+// Where a layout has its bins in rows.
+template <Layout kLayout, class T>
+SpectrumRows<T> spectrumRows(T* rows, std::ptrdiff_t step, int32_t len) {
+  if (kHasBins<kLayout>) return {rows, rows + len * step, rows + 2 * step, step};
+  if (kLayout == Layout::Perm && len % 2 == 0) return {rows, rows + step, rows + 2 * step, step};
+  return {rows, rows + (len - 1) * step, rows + step, step};
+}
+
+template <Layout kLayout, class T>
+int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
+  const int32_t status = checkOfLength(len, arrays, flag);
+  if (status != zvxOk) return status;
+  const auto run = Machine<T>::kernels().toSpectrum[len - kMinLength];
+  const T* const factor = factorOf<T, Direction::Forward>(len, flag);
+  const int transforms = lanes<T>();
+  runBatch<1>(arrays.source(len),
+              arrays.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>), transforms,
+              arrays.howmany,
+              [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
+                  std::ptrdiff_t turns) {
+                run(src, srcStep, spectrumRows<kLayout>(dst, dstStep, len), factor, turns);
+                if (kHasBins<kLayout>) {
+                  const std::ptrdiff_t count = turns * transforms;
+                  std::fill_n(dst + dstStep, count, T(0));
+                  if (len % 2 == 0) std::fill_n(dst + (len + 1) * dstStep, count, T(0));
+                }
+              });
+  return zvxOk;
+}
+
+template <Layout kLayout, class T>
+int32_t toSamplesMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
+  const int32_t status = checkOfLength(len, arrays, flag);
+  if (status != zvxOk) return status;
+  const auto run = Machine<T>::kernels().toSamples[len - kMinLength];
+  const T* const factor = factorOf<T, Direction::Inverse>(len, flag);
+  runBatch<1>(arrays.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>),
+              arrays.destination(len), lanes<T>(), arrays.howmany,
+              [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
+                  std::ptrdiff_t turns) {
+                run(spectrumRows<kLayout>(src, srcStep, len), dst, dstStep, factor, turns);
+              });
+  return zvxOk;
+}
+
+// ---- Walsh-Hadamard transforms ------------------------------------------------------------------
+
+auto singleWht(const float*) { return zvxgWHT_32f; }
+auto singleWht(const double*) { return zvxgWHT_64f; }
+
+// Transforms that are longer than the kernels: first the low bits of the index, then, in place, the
+// high ones, which are the stages of a single transform in their order. A few transforms have both
+// before the next ones begin, so that the second pass finds them in the second-level cache.
+template <class T>
+void whtInPasses(const Arrays<T>& arrays, int32_t order, const T* factor) {
+  constexpr std::ptrdiff_t kBytesAtOnce = 1 << 17;
+  static constexpr T kNoFactor = 1;
+  const auto& kernels = Machine<T>::wht();
+  const int highOrder = order / 2, lowOrder = order - highOrder;
+  const int low = 1 << lowOrder, high = 1 << highOrder;
+  const std::ptrdiff_t turns =
+      std::max<std::ptrdiff_t>(kBytesAtOnce / ((lanes<T>() * kSize<T>) << order), 1);
+  const std::int64_t atOnce = turns * lanes<T>();
+  for (std::int64_t first = 0; first < arrays.howmany; first += atOnce) {
+    const std::int64_t count = std::min(atOnce, arrays.howmany - first);
+    const T* const src = arrays.src + first * arrays.srcDist;
+    T* const dst = arrays.dst + first * arrays.dstDist;
+    for (int i = 0; i < high; ++i) {
+      const std::ptrdiff_t at = i * low;
+      runRows<1, T>(kernels[static_cast<std::size_t>(lowOrder - 1)], lanes<T>(),
+                    {src + at * arrays.srcStride, arrays.srcStride, arrays.srcDist, low, 1, false},
+                    {dst + at * arrays.dstStride, arrays.dstStride, arrays.dstDist, low, 1, false},
+                    count, &kNoFactor);
+    }
+    for (int i = 0; i < low; ++i) {
+      T* const at = dst + i * arrays.dstStride;
+      const std::ptrdiff_t stride = low * arrays.dstStride;
+      runRows<1, T>(kernels[static_cast<std::size_t>(highOrder - 1)], lanes<T>(),
+                    {at, stride, arrays.dstDist, high, 1, false},
+                    {at, stride, arrays.dstDist, high, 1, false}, count, factor);
+    }
+  }
+}
+
+// Single calls, which share a buffer.
+template <class T>
+int32_t whtOneByOne(const Arrays<T>& arrays, int32_t order, int32_t flag, T* buffer) {
+  const bool own = buffer == nullptr;
+  if (own) buffer = static_cast<T*>(zvxMalloc(wht::bufferBytes<T>(order)));
+  if (buffer == nullptr) return zvxErrNullPointer;
+  for (std::int64_t k = 0; k < arrays.howmany; ++k) {
+    singleWht(buffer)(arrays.src + k * arrays.srcDist, arrays.dst + k * arrays.dstDist, order, flag,
+                      reinterpret_cast<uint8_t*>(buffer));
+  }
+  if (own) zvxFree(buffer);
+  return zvxOk;
+}
+
+template <class T>
+int32_t whtMany(const Arrays<T>& arrays, int32_t order, int32_t flag, T* buffer) {
+  const int32_t status = check(order >= 1 && order <= wht::kOrders, arrays, flag);
+  if (status != zvxOk || arrays.howmany == 0) return status;
+  const std::size_t place = static_cast<std::size_t>(order - 1);
+  const T* const factor = &kWhtFactors<T>[place].ofFlag[flag];
+  if (order <= kLaneOrders) {
+    runRows<1>(Machine<T>::wht()[place], lanes<T>(), arrays.source(1 << order),
+               arrays.destination(1 << order), arrays.howmany, factor);
+    return zvxOk;
+  }
+  if (arrays.isContiguous()) return whtOneByOne(arrays, order, flag, buffer);
+  whtInPasses(arrays, order, factor);
+  return zvxOk;
+}
+
+// ---- DCT-IV -------------------------------------------------------------------------------------
+
+auto singleDct4(const float*) { return zvxgDCT4_32f; }
+auto singleDct4(const double*) { return zvxgDCT4_64f; }
+
+template <class T>
+int32_t dct4Many(const Arrays<T>& arrays, const Dct4Spec* spec) {
+  if (arrays.howmany < 0) return zvxErrLength;
+  if (arrays.howmany == 0) return zvxOk;
+  if (arrays.isNull() || spec == nullptr) return zvxErrNullPointer;
+  const uint32_t state = spec->state;
+  if (state == 0 || state > dct4::kGeneralState<T>) return zvxErrPlanState;
+  if (state <= dct4::kDirectStates<T>) {
+    runRows<1, T>(Machine<T>::dct4()[state - 1], lanes<T>(), arrays.source(1 << state),
+                  arrays.destination(1 << state), arrays.howmany, nullptr);
+    return zvxOk;
+  }
+  for (std::int64_t k = 0; k < arrays.howmany; ++k) {
+    const T* const src = arrays.src + k * arrays.srcDist;
+    T* const dst = arrays.dst + k * arrays.dstDist;
+    if (arrays.isContiguous()) {
+      singleDct4(src)(src, dst, spec);
+    } else {
+      dct4::executeStrided(*spec, src, arrays.srcStride, dst, arrays.dstStride);
+    }
+  }
+  return zvxOk;
+}
+
+}  // namespace
+}  // namespace zvxg::many
+
+using namespace zvxg::many;
+
+#define ZVXG_PARAMETERS(Source, Destination)                                   \
+  const Source *src, ptrdiff_t srcStride, ptrdiff_t srcDist, Destination *dst, \
+      ptrdiff_t dstStride, ptrdiff_t dstDist
+#define ZVXG_ARRAYS(Real) Arrays<Real>(src, srcStride, srcDist, dst, dstStride, dstDist, howmany)
+#define ZVXG_EXPORT(name, Real, Source, Destination, transforms)                   \
+  int32_t name(ZVXG_PARAMETERS(Source, Destination), int32_t len, int64_t howmany, \
+               int32_t flag) noexcept {                                            \
+    return transforms(ZVXG_ARRAYS(Real), len, flag);                               \
+  }
+#define ZVXG_EXPORT_WHT(name, Real)                                                       \
+  int32_t name(ZVXG_PARAMETERS(Real, Real), int32_t order, int64_t howmany, int32_t flag, \
+               Real* buffer) noexcept {                                                   \
+    return whtMany(ZVXG_ARRAYS(Real), order, flag, buffer);                               \
+  }
+#define ZVXG_EXPORT_DCT4(name, Real)                                                          \
+  int32_t name(ZVXG_PARAMETERS(Real, Real), int64_t howmany, const Dct4Spec* spec) noexcept { \
+    return dct4Many(ZVXG_ARRAYS(Real), spec);                                                 \
+  }
+
+extern "C" {
+ZVXG_EXPORT(zvxgDFTFwd_CToC_Many_32fc, float, Complex32, Complex32, complexMany<Direction::Forward>)
+ZVXG_EXPORT(zvxgDFTInv_CToC_Many_32fc, float, Complex32, Complex32, complexMany<Direction::Inverse>)
+ZVXG_EXPORT(zvxgDFTFwd_CToC_Many_64fc, double, Complex64, Complex64,
+            complexMany<Direction::Forward>)
+ZVXG_EXPORT(zvxgDFTInv_CToC_Many_64fc, double, Complex64, Complex64,
+            complexMany<Direction::Inverse>)
+ZVXG_EXPORT(zvxgDFTFwd_RToCCS_Many_32f, float, float, Complex32, toSpectrumMany<Layout::Ccs>)
+ZVXG_EXPORT(zvxgDFTFwd_RToPack_Many_32f, float, float, float, toSpectrumMany<Layout::Pack>)
+ZVXG_EXPORT(zvxgDFTFwd_RToPerm_Many_32f, float, float, float, toSpectrumMany<Layout::Perm>)
+ZVXG_EXPORT(zvxgDFTInv_CCSToR_Many_32f, float, Complex32, float, toSamplesMany<Layout::Ccs>)
+ZVXG_EXPORT(zvxgDFTInv_PackToR_Many_32f, float, float, float, toSamplesMany<Layout::Pack>)
+ZVXG_EXPORT(zvxgDFTInv_PermToR_Many_32f, float, float, float, toSamplesMany<Layout::Perm>)
+ZVXG_EXPORT(zvxgDFTFwd_RToCCS_Many_64f, double, double, Complex64, toSpectrumMany<Layout::Ccs>)
+ZVXG_EXPORT(zvxgDFTFwd_RToPack_Many_64f, double, double, double, toSpectrumMany<Layout::Pack>)
+ZVXG_EXPORT(zvxgDFTFwd_RToPerm_Many_64f, double, double, double, toSpectrumMany<Layout::Perm>)
+ZVXG_EXPORT(zvxgDFTInv_CCSToR_Many_64f, double, Complex64, double, toSamplesMany<Layout::Ccs>)
+ZVXG_EXPORT(zvxgDFTInv_PackToR_Many_64f, double, double, double, toSamplesMany<Layout::Pack>)
+ZVXG_EXPORT(zvxgDFTInv_PermToR_Many_64f, double, double, double, toSamplesMany<Layout::Perm>)
+ZVXG_EXPORT(zvxgHartley_Many_32f, float, float, float, hartleyMany)
+ZVXG_EXPORT(zvxgHartley_Many_64f, double, double, double, hartleyMany)
+ZVXG_EXPORT_WHT(zvxgWHT_Many_32f, float)
+ZVXG_EXPORT_WHT(zvxgWHT_Many_64f, double)
+ZVXG_EXPORT_DCT4(zvxgDCT4_Many_32f, float)
+ZVXG_EXPORT_DCT4(zvxgDCT4_Many_64f, double)
+}

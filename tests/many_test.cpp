@@ -1,0 +1,529 @@
+// libzvxgmany: every transform of a batch has the bits of the single call, in every layout, and
+// nothing else in memory changes. The properties run over all families, in the library as it is at
+// each level that the processor has, and in a build whose text for AVX-512 is compiled for AVX.
+//
+// Environment, beside that of harness.h: ZVXG_KERNEL=CToC_Many only the functions with that in their
+// name.
+
+#include <algorithm>
+#include <cstdlib>
+#include <numeric>
+#include <optional>
+#include <sstream>
+#include <tuple>
+
+#include "dct4.h"
+#include "placement.h"
+#include "reliability/allocator.h"
+#include "wht/blocking.h"
+#include "zvxg_many.h"
+
+namespace tests {
+namespace {
+
+// ---- The library --------------------------------------------------------------------------------
+
+struct Build {
+  const char* name;
+  const char* file;
+  int32_t level;
+};
+const Build kBuilds[] = {{"Avx", ZVXG_MANY_FILE, zvxManyAvx},
+                         {"Avx512", ZVXG_MANY_FILE, zvxManyAvx512},
+                         {"EmulatedAvx512", ZVXG_MANY_EMULATED_FILE, zvxManyAvx512}};
+
+template <class Function>
+Function* find(const Library& library, const std::string& symbol) {
+  void* const address = library.find(symbol);
+  if (address == nullptr) throw std::runtime_error("no function " + symbol);
+  return reinterpret_cast<Function*>(address);
+}
+
+class Many : public testing::TestWithParam<Build> {
+ public:
+  static std::string name(const testing::TestParamInfo<Build>& info) { return info.param.name; }
+
+ protected:
+  void SetUp() override {
+    const auto limit = find<decltype(zvxgManyLimitLevel)>(library_, "zvxgManyLimitLevel");
+    if (limit(GetParam().level) != GetParam().level) GTEST_SKIP() << "not on this processor";
+  }
+
+  Library library_{GetParam().file};
+};
+
+INSTANTIATE_TEST_SUITE_P(Levels, Many, testing::ValuesIn(kBuilds), Many::name);
+
+// ---- Transforms ---------------------------------------------------------------------------------
+
+enum class Kind {
+  Complex,
+  ToBins,
+  ToReals,  // also what is from reals to reals
+  FromBins,
+  Walsh,
+  Planned
+};
+
+struct Family {
+  const char* stem;
+  Kind kind;
+};
+constexpr Family kFamilies[] = {{"DFTFwd_CToC", Kind::Complex},
+                                {"DFTInv_CToC", Kind::Complex},
+                                {"DFTFwd_RToCCS", Kind::ToBins},
+                                {"DFTFwd_RToPack", Kind::ToReals},
+                                {"DFTFwd_RToPerm", Kind::ToReals},
+                                {"DFTInv_CCSToR", Kind::FromBins},
+                                {"DFTInv_PackToR", Kind::ToReals},
+                                {"DFTInv_PermToR", Kind::ToReals},
+                                {"Hartley", Kind::ToReals},
+                                {"WHT", Kind::Walsh},
+                                {"DCT4", Kind::Planned}};
+
+// One side of a transform: elements of `unit` reals.
+struct Shape {
+  int elements, unit;
+};
+
+struct Layout {
+  std::ptrdiff_t stride, dist;  // in elements
+};
+
+struct Batch {
+  std::ptrdiff_t howmany;
+  int32_t flag;
+  Layout src, dst;
+};
+
+// A transform of one length by the single call and in batches. What the functions do not all take
+// is left out.
+template <class T>
+class Transform {
+ public:
+  Transform(const Library& many, const Family& family, int32_t selector)
+      : kind_(family.kind), selector_(selector) {
+    const std::string suffix =
+        std::string(sizeof(T) == 4 ? "_32f" : "_64f") + (kind_ == Kind::Complex ? "c" : "");
+    const std::string stem = std::string("zvxg") + family.stem;
+    name_ = stem + "_Many" + suffix;
+    many_ = many.find(name_);
+    single_ = libraryUnderTest().find(stem + suffix);
+    if (many_ == nullptr || single_ == nullptr) throw std::runtime_error("no function " + name_);
+    if (kind_ == Kind::Planned) plan_.emplace(selector);
+  }
+
+  std::string label() const { return name_ + " of " + std::to_string(selector_); }
+  int length() const { return kind_ == Kind::Walsh ? 1 << selector_ : selector_; }
+  Shape source() const { return kind_ == Kind::FromBins ? bins() : plain(); }
+  Shape destination() const { return kind_ == Kind::ToBins ? bins() : plain(); }
+  int32_t selector() const { return selector_; }
+  bool isPlanned() const { return kind_ == Kind::Planned; }
+  int32_t bufferBytes() const { return zvxg::wht::bufferBytes<T>(selector_); }
+  std::vector<int32_t> flags() const {
+    if (kind_ == Kind::Planned) return {kUnscaled};
+    return {std::begin(kFlags), std::end(kFlags)};
+  }
+
+  int32_t single(const T* src, T* dst, int32_t flag) const {
+    switch (kind_) {
+      case Kind::Walsh:
+        return as<int32_t(const T*, T*, int32_t, int32_t, uint8_t*)>(single_)(src, dst, selector_,
+                                                                              flag, nullptr);
+      case Kind::Planned:
+        return as<int32_t(const T*, T*, const Dct4Spec*)>(single_)(src, dst, plan_->spec());
+      default:
+        return as<int32_t(const T*, T*, int32_t, int32_t)>(single_)(src, dst, selector_, flag);
+    }
+  }
+
+  int32_t many(const T* src, T* dst, const Batch& b, T* buffer = nullptr) const {
+    return kind_ == Kind::Planned ? planned(src, dst, b, plan_->spec())
+                                  : selected(src, dst, b, selector_, buffer);
+  }
+  int32_t selected(const T* src, T* dst, const Batch& b, int32_t selector,
+                   T* buffer = nullptr) const {
+    using Function = int32_t(const T*, std::ptrdiff_t, std::ptrdiff_t, T*, std::ptrdiff_t,
+                             std::ptrdiff_t, int32_t, int64_t, int32_t, T*);
+    // The last argument is for Walsh-Hadamard transforms, the others do not look at it.
+    return as<Function>(many_)(src, b.src.stride, b.src.dist, dst, b.dst.stride, b.dst.dist,
+                               selector, b.howmany, b.flag, buffer);
+  }
+  int32_t planned(const T* src, T* dst, const Batch& b, const Dct4Spec* spec) const {
+    using Function = int32_t(const T*, std::ptrdiff_t, std::ptrdiff_t, T*, std::ptrdiff_t,
+                             std::ptrdiff_t, int64_t, const Dct4Spec*);
+    return as<Function>(many_)(src, b.src.stride, b.src.dist, dst, b.dst.stride, b.dst.dist,
+                               b.howmany, spec);
+  }
+
+ private:
+  template <class Function>
+  static Function* as(void* address) {
+    return reinterpret_cast<Function*>(address);
+  }
+  Shape plain() const { return {length(), kind_ == Kind::Complex ? 2 : 1}; }
+  Shape bins() const { return {selector_ / 2 + 1, 2}; }
+
+  Kind kind_;
+  int32_t selector_;
+  std::string name_;
+  void *many_, *single_;
+  std::optional<Plan<T>> plan_;
+};
+
+std::vector<int32_t> selectorsOf(Kind kind, bool isSingle) {
+  if (kind == Kind::Planned) {
+    std::vector<int32_t> lengths = {2, 4, 8, 16, 32, 64, 128, 256, 1024};
+    // Those whose plan is of no use.
+    for (const int32_t odd : {isSingle ? 129 : 33, isSingle ? 257 : 65}) lengths.push_back(odd);
+    return lengths;
+  }
+  const bool isWalsh = kind == Kind::Walsh;
+  std::vector<int32_t> all(isWalsh ? 13 : 63);
+  std::iota(all.begin(), all.end(), isWalsh ? 1 : 2);
+  return all;
+}
+
+// body(transform, zero) for every transform of every family in both precisions.
+template <class Body>
+void forEachMany(const Library& library, const Body& body) {
+  const char* const text = std::getenv("ZVXG_KERNEL");
+  const auto serve = [&]<class T>(const Family& family, T) {
+    for (const int32_t selector : selectorsOf(family.kind, sizeof(T) == 4)) {
+      const Transform<T> transform(library, family, selector);
+      if (text != nullptr && transform.label().find(text) == std::string::npos) continue;
+      SCOPED_TRACE(transform.label());
+      body(transform, T());
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  };
+  for (const Family& family : kFamilies) {
+    serve(family, float());
+    serve(family, double());
+  }
+}
+
+// ---- Arrays -------------------------------------------------------------------------------------
+
+// Where the elements of a side are: in reals, behind the lowest of them.
+class Places {
+ public:
+  Places(Shape shape, Layout layout, std::ptrdiff_t howmany) : shape_(shape), layout_(layout) {
+    const std::ptrdiff_t i = (shape.elements - 1) * layout.stride;
+    const std::ptrdiff_t k = (howmany - 1) * layout.dist;
+    lowest_ = std::min<std::ptrdiff_t>(i, 0) + std::min<std::ptrdiff_t>(k, 0);
+    highest_ = std::max<std::ptrdiff_t>(i, 0) + std::max<std::ptrdiff_t>(k, 0);
+  }
+  std::ptrdiff_t operator()(std::ptrdiff_t k, int i, int part) const {
+    return (k * layout_.dist + i * layout_.stride - lowest_) * shape_.unit + part;
+  }
+  std::ptrdiff_t first() const { return -lowest_ * shape_.unit; }
+  std::size_t size() const { return (highest_ - lowest_ + 1) * shape_.unit; }
+
+ private:
+  Shape shape_;
+  Layout layout_;
+  std::ptrdiff_t lowest_, highest_;
+};
+
+// From a stock, as most of the time would go into making them.
+template <class T>
+std::vector<T> someNumbers(Random& random, std::size_t count) {
+  static const std::vector<T> kStock = [&] {
+    std::vector<T> stock = numbersWithZeros<T>(random, 1 << 20);
+    for (std::size_t i = 0; i < stock.size(); i += 1 + random() % 4000) {
+      stock[i] =
+          i % 2 == 0 ? std::numeric_limits<T>::infinity() : std::numeric_limits<T>::quiet_NaN();
+    }
+    return stock;
+  }();
+  if (count > kStock.size()) throw std::length_error("the stock is too small");
+  const auto first = kStock.begin() + random() % (kStock.size() - count + 1);
+  return {first, first + count};
+}
+
+// The destination after a batch of single calls on this source.
+template <class T>
+std::vector<T> expected(const Transform<T>& transform, const Batch& b, const std::vector<T>& source,
+                        std::vector<T> destination) {
+  const Shape from = transform.source(), to = transform.destination();
+  const Places sources(from, b.src, b.howmany), results(to, b.dst, b.howmany);
+  std::vector<T> x(from.elements * from.unit), y(to.elements * to.unit);
+  for (std::ptrdiff_t k = 0; k < b.howmany; ++k) {
+    for (int i = 0; i < from.elements; ++i) {
+      for (int part = 0; part < from.unit; ++part) {
+        x[i * from.unit + part] = source[sources(k, i, part)];
+      }
+    }
+    // Some elements of a plan of no use stay as they were.
+    for (int i = 0; i < to.elements; ++i) {
+      for (int part = 0; part < to.unit; ++part) {
+        y[i * to.unit + part] = destination[results(k, i, part)];
+      }
+    }
+    EXPECT_EQ(transform.single(x.data(), y.data(), b.flag), zvxOk);
+    for (int i = 0; i < to.elements; ++i) {
+      for (int part = 0; part < to.unit; ++part) {
+        destination[results(k, i, part)] = y[i * to.unit + part];
+      }
+    }
+  }
+  return destination;
+}
+
+// Same numbers, and untouched where that is expected.
+template <class T>
+testing::AssertionResult sameArrays(const std::vector<T>& wanted, const T* found) {
+  const T untouched = poison<T>();
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    T number;
+    std::memcpy(&number, found + i, sizeof(T));
+    const bool isUntouched = std::memcmp(&number, &untouched, sizeof(T)) == 0;
+    const bool shallBe = std::memcmp(&wanted[i], &untouched, sizeof(T)) == 0;
+    if (isUntouched == shallBe && sameNumber(wanted[i], number)) continue;
+    return testing::AssertionFailure() << "number " << i << " of " << wanted.size() << " is "
+                                       << number << " instead of " << wanted[i];
+  }
+  return testing::AssertionSuccess();
+}
+
+std::string text(const Batch& b) {
+  std::ostringstream s;
+  s << b.howmany << " times, flag " << b.flag << ", from stride " << b.src.stride
+    << " and distance " << b.src.dist << " to " << b.dst.stride << " and " << b.dst.dist;
+  return s.str();
+}
+
+// Arrays at pages that may not be touched, at either end, or off any boundary.
+template <class T>
+class Memory {
+ public:
+  T* place(int which, std::size_t count, int placement) {
+    if (placement < 2) return pages_[which].place<T>(count, placement == 0);
+    // An odd address, as far as the last page allows.
+    return reinterpret_cast<T*>(pages_[which].place<std::byte>(count * sizeof(T) + 1, true));
+  }
+  static constexpr int kPlacements = 3;
+
+ private:
+  GuardedPages pages_[2] = {GuardedPages(1 << 23), GuardedPages(1 << 23)};
+};
+
+// Whether the batch does to arrays at this placement what the single calls do.
+template <class T>
+testing::AssertionResult holds(const Transform<T>& transform, const Batch& b, bool inPlace,
+                               Memory<T>& memory, int placement, Random& random) {
+  const Places sources(transform.source(), b.src, b.howmany);
+  const Places results(transform.destination(), b.dst, b.howmany);
+  // In place the array has the size of the larger side.
+  const std::size_t size = std::max(sources.size(), results.size());
+  std::vector<T> source = someNumbers<T>(random, inPlace ? size : sources.size());
+  std::vector<T> destination(results.size(), poison<T>());
+  if (inPlace) destination = source;
+  const std::vector<T> wanted = expected(transform, b, source, destination);
+
+  T* const to = memory.place(0, destination.size(), placement);
+  T* const from = inPlace ? to : memory.place(1, source.size(), placement);
+  std::memcpy(to, destination.data(), destination.size() * sizeof(T));
+  std::memcpy(from, source.data(), source.size() * sizeof(T));
+  int32_t status = 1;
+  const bool ran = runsWithoutFault(
+      [&] { status = transform.many(from + sources.first(), to + results.first(), b); });
+  if (!ran) return testing::AssertionFailure() << text(b) << ": touches what is not the array's";
+  if (status != zvxOk) return testing::AssertionFailure() << text(b) << ": status " << status;
+  if (!inPlace && std::memcmp(from, source.data(), source.size() * sizeof(T)) != 0) {
+    return testing::AssertionFailure() << text(b) << ": the source was written";
+  }
+  const testing::AssertionResult same = sameArrays(wanted, to);
+  return same ? same : testing::AssertionFailure() << text(b) << ": " << same.message();
+}
+
+// ---- Layouts ------------------------------------------------------------------------------------
+
+// For so many elements and transforms.
+using MakeLayout = Layout (*)(std::ptrdiff_t elements, std::ptrdiff_t howmany);
+#define ZVXG_LAYOUT(name, ...)                                      \
+  constexpr MakeLayout name = []([[maybe_unused]] std::ptrdiff_t n, \
+                                 [[maybe_unused]] std::ptrdiff_t h) { return Layout __VA_ARGS__; }
+ZVXG_LAYOUT(kContiguous, {1, n});
+ZVXG_LAYOUT(kApart, {1, n + 3});
+ZVXG_LAYOUT(kElementMajor, {h, 1});
+ZVXG_LAYOUT(kColumns, {h + 5, 1});
+ZVXG_LAYOUT(kGeneral, {3, 3 * n + 2});
+ZVXG_LAYOUT(kInterleaved, {2 * h + 1, 2});
+ZVXG_LAYOUT(kBackwards, {-1, -n});
+ZVXG_LAYOUT(kReversed, {1, -n});
+ZVXG_LAYOUT(kUpwards, {-h, 1});
+// For sources only, which may overlap.
+ZVXG_LAYOUT(kFrames, {1, (n + 3) / 4});
+ZVXG_LAYOUT(kSliding, {1, 1});
+ZVXG_LAYOUT(kOneForAll, {1, 0});
+ZVXG_LAYOUT(kConstant, {0, 1});
+// Samples in the place of their bins.
+ZVXG_LAYOUT(kAsBins, {1, 2 * (n / 2 + 1)});
+#undef ZVXG_LAYOUT
+
+struct Sides {
+  MakeLayout src, dst;
+};
+
+template <class T>
+std::vector<Sides> layoutsOf(const Transform<T>& transform, bool inPlace) {
+  if (!inPlace) {
+    return {
+        {kContiguous, kContiguous},   {kElementMajor, kElementMajor}, {kContiguous, kElementMajor},
+        {kElementMajor, kContiguous}, {kGeneral, kInterleaved},       {kInterleaved, kGeneral},
+        {kBackwards, kReversed},      {kUpwards, kUpwards},           {kApart, kColumns},
+        {kColumns, kApart},           {kReversed, kElementMajor},     {kElementMajor, kBackwards},
+        {kFrames, kElementMajor},     {kFrames, kContiguous},         {kSliding, kElementMajor},
+        {kSliding, kGeneral},         {kOneForAll, kContiguous},      {kConstant, kElementMajor}};
+  }
+  if (transform.source().unit < transform.destination().unit) return {{kAsBins, kContiguous}};
+  if (transform.source().unit > transform.destination().unit) return {{kContiguous, kAsBins}};
+  std::vector<Sides> layouts;
+  for (const MakeLayout make : {kContiguous, kApart, kElementMajor, kColumns, kGeneral,
+                                kInterleaved, kBackwards, kReversed, kUpwards}) {
+    layouts.push_back({make, make});
+  }
+  return layouts;
+}
+
+template <class T>
+Batch makeBatch(const Transform<T>& transform, const Sides& sides, std::ptrdiff_t howmany,
+                int32_t flag) {
+  return {howmany, flag, sides.src(transform.source().elements, howmany),
+          sides.dst(transform.destination().elements, howmany)};
+}
+
+// In every layout some counts up to 70, of which all have their turn, and one that is beyond a block.
+void expectBits(const Library& library, bool inPlace) {
+  constexpr std::ptrdiff_t kMostNumbers = 1 << 16;  // of a batch
+  Random random = makeRandom();
+  std::tuple<Memory<float>, Memory<double>> memories;
+  forEachMany(library, [&]<class T>(const Transform<T>& transform, T) {
+    const auto flags = transform.flags();
+    const auto layouts = layoutsOf(transform, inPlace);
+    const auto holdsFor = [&](const Sides& sides, std::ptrdiff_t howmany) {
+      howmany = std::clamp<std::ptrdiff_t>(kMostNumbers / transform.length(), 1, howmany);
+      const Batch b = makeBatch(transform, sides, howmany, flags[random() % flags.size()]);
+      const auto placement = static_cast<int>(random() % Memory<T>::kPlacements);
+      return holds(transform, b, inPlace, std::get<Memory<T>>(memories), placement, random);
+    };
+    for (const Sides& sides : layouts) {
+      for (int i = 0; i < 3; ++i) ASSERT_TRUE(holdsFor(sides, random() % 70 + 1));
+    }
+    ASSERT_TRUE(holdsFor(layouts[random() % layouts.size()], 1000));
+  });
+}
+
+TEST_P(Many, HasTheBitsOfTheSingleCall) { expectBits(library_, false); }
+
+TEST_P(Many, ReplacesItsSources) { expectBits(library_, true); }
+
+// ---- The contract -------------------------------------------------------------------------------
+
+// Every combination of good and bad arguments that is refused or has nothing to do. Arrays and plans
+// lie where nothing may be touched.
+TEST_P(Many, RefusesInOrderAndTouchesNothing) {
+  GuardedPages pages;
+  pages.protect(PROT_NONE);
+  forEachMany(library_, [&]<class T>(const Transform<T>& transform, T) {
+    T* const forbidden = pages.template place<T>(1, false);
+    const auto expectStatus = [&](int32_t wanted, const auto& call) {
+      int32_t status = 1;
+      EXPECT_TRUE(runsWithoutFault([&] { status = call(); })) << "touches what it refuses";
+      EXPECT_EQ(status, wanted);
+    };
+    for (const int64_t howmany : {INT64_MIN, int64_t{-1}, int64_t{0}, int64_t{1}, INT64_MAX}) {
+      for (const int nulls : {0, 1, 2, 3}) {
+        const T* const src = nulls & 1 ? nullptr : forbidden;
+        T* const dst = nulls & 2 ? nullptr : forbidden;
+        const bool isNull = howmany > 0 && nulls != 0;
+        Batch b = {howmany, kUnscaled, {PTRDIFF_MAX, PTRDIFF_MIN}, {PTRDIFF_MIN, PTRDIFF_MAX}};
+        if (transform.isPlanned()) {
+          const auto* const plan = reinterpret_cast<const Dct4Spec*>(forbidden);
+          for (const Dct4Spec* spec : {plan, static_cast<const Dct4Spec*>(nullptr)}) {
+            const bool isRefused = isNull || (howmany > 0 && spec == nullptr);
+            if (howmany > 0 && !isRefused) continue;
+            expectStatus(howmany < 0 ? zvxErrLength
+                         : isRefused ? zvxErrNullPointer
+                                     : zvxOk,
+                         [&] { return transform.planned(src, dst, b, spec); });
+          }
+          continue;
+        }
+        for (const int32_t selector : {transform.selector(), INT32_MIN, -1, 0, 65, INT32_MAX}) {
+          for (const int32_t flag : {1, 2, 4, 8, 0, 3, 5, 7, 12, 16, -1, 0x108, INT32_MIN}) {
+            const bool isFlag = std::count(std::begin(kFlags), std::end(kFlags), flag) != 0;
+            const bool isLength = selector == transform.selector() && howmany >= 0;
+            if (isLength && isFlag && howmany > 0 && !isNull) continue;
+            b.flag = flag;
+            expectStatus(!isLength ? zvxErrLength
+                         : isNull  ? zvxErrNullPointer
+                         : !isFlag ? zvxErrScaleFlag
+                                   : zvxOk,
+                         [&] { return transform.selected(src, dst, b, selector); });
+          }
+        }
+      }
+    }
+  });
+}
+
+TEST_P(Many, PlansHaveToBeCompleted) {
+  forEachMany(library_, [&]<class T>(const Transform<T>& transform, T) {
+    if (!transform.isPlanned()) return;
+    T numbers[2] = {};
+    const Batch b = {1, kUnscaled, {1, 2}, {1, 2}};
+    for (const uint32_t state : {0u, zvxg::dct4::kGeneralState<T> + 1, UINT32_MAX}) {
+      Dct4Spec spec = {};
+      spec.state = state;
+      EXPECT_EQ(transform.planned(numbers, numbers, b, &spec), zvxErrPlanState);
+    }
+  });
+}
+
+TEST_P(Many, AllocatesOneBufferAndNothingElse) {
+  forEachMany(library_, [&]<class T>(const Transform<T>& transform, T) {
+    std::vector<T> x(3 * 2 * transform.length() + 6), y(x.size(), poison<T>());
+    for (const MakeLayout make : {kContiguous, kElementMajor}) {
+      const Batch b = makeBatch(transform, {make, make}, 3, kUnscaled);
+      allocator = {};
+      ASSERT_EQ(transform.many(x.data(), y.data(), b), zvxOk);
+      ASSERT_EQ(allocator.outstanding, 0);
+      if (allocator.taken.empty()) continue;
+      ASSERT_EQ(allocator.taken, std::vector<int32_t>{transform.bufferBytes()});
+      std::vector<T> buffer(transform.bufferBytes() / sizeof(T));
+      allocator = {};
+      ASSERT_EQ(transform.many(x.data(), y.data(), b, buffer.data()), zvxOk);
+      ASSERT_TRUE(allocator.taken.empty());
+      // Without memory nothing happens.
+      std::fill(y.begin(), y.end(), poison<T>());
+      allocator.fails = true;
+      ASSERT_EQ(transform.many(x.data(), y.data(), b), zvxErrNullPointer);
+      ASSERT_TRUE(sameArrays(std::vector<T>(y.size(), poison<T>()), y.data()));
+      allocator = {};
+    }
+  });
+}
+
+TEST(ManyLevel, IsWhatItIsLimitedTo) {
+  const Library library(ZVXG_MANY_FILE);
+  const auto level = find<decltype(zvxgManyLevel)>(library, "zvxgManyLevel");
+  const auto limit = find<decltype(zvxgManyLimitLevel)>(library, "zvxgManyLimitLevel");
+  const int32_t highest = limit(INT32_MAX);
+  EXPECT_EQ(highest, __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
+                             __builtin_cpu_supports("avx512dq") &&
+                             __builtin_cpu_supports("avx512bw")
+                         ? zvxManyAvx512
+                         : zvxManyAvx);
+  for (const int32_t wanted :
+       {INT32_MIN, 0, int32_t{zvxManyAvx}, int32_t{zvxManyAvx512}, 3, INT32_MAX}) {
+    const int32_t used = std::clamp<int32_t>(wanted, zvxManyAvx, highest);
+    EXPECT_EQ(limit(wanted), used);
+    EXPECT_EQ(level(), used);
+  }
+}
+
+}  // namespace
+}  // namespace tests
