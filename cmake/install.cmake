@@ -1,5 +1,5 @@
-# What is installed, by component: runtime, development, tools, documentation. Everything finds its
-# parts relative to its own place, so that an installed tree can be moved.
+# What is installed, by component: runtime, many, development, tools, documentation. Everything finds
+# its parts relative to its own place, so that an installed tree can be moved.
 
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
@@ -16,7 +16,15 @@ set(cmakeFiles ${CMAKE_INSTALL_LIBDIR}/cmake/zvxg)
 install(TARGETS zvxg zvxcore zvxg_static zvxcore_static EXPORT zvxg
   LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
   ARCHIVE COMPONENT development)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ TYPE INCLUDE COMPONENT development)
+if(ZVXG_MANY)
+  install(TARGETS zvxgmany zvxgmany_static EXPORT zvxg
+    LIBRARY COMPONENT many NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development)
+endif()
+if(NOT ZVXG_MANY)
+  set(without PATTERN zvxg_many.h EXCLUDE)
+endif()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ TYPE INCLUDE COMPONENT development ${without})
 
 install(EXPORT zvxg NAMESPACE zvxg:: FILE zvxg-config.cmake
   DESTINATION ${cmakeFiles} COMPONENT development)
@@ -27,9 +35,15 @@ install(FILES ${PROJECT_BINARY_DIR}/zvxg-config-version.cmake
 
 file(RELATIVE_PATH fromPkgConfig /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 string(REGEX REPLACE "/$" "" fromPkgConfig ${fromPkgConfig})
-configure_file(${CMAKE_CURRENT_LIST_DIR}/zvxg.pc.in ${PROJECT_BINARY_DIR}/zvxg.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/zvxg.pc
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+set(packages zvxg)
+if(ZVXG_MANY)
+  list(APPEND packages zvxgmany)
+endif()
+foreach(package IN LISTS packages)
+  configure_file(${CMAKE_CURRENT_LIST_DIR}/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${package}.pc
+    DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endforeach()
 
 if(TARGET zvxg-bench)
   file(RELATIVE_PATH fromTools /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})

@@ -36,14 +36,30 @@ package(runtime libzvxg6 libs "short signal transforms, shared libraries"
 "Discrete Fourier and Hartley transforms of 2 to 64 points, Walsh-Hadamard
 transforms of up to 8192 points and a DCT-IV of powers of two, in single and
 double precision, for processors with AVX.")
+if(ZVXG_MANY)
+  package(many libzvxgmany6 libs "many short signal transforms at a time, shared library"
+"The transforms of libzvxg6, many of one length in one call, by vectors of AVX
+and AVX-512.")
+endif()
 package(development libzvxg-dev libdevel "short signal transforms, development files"
 "Headers, archives, and files for CMake and pkg-config.")
 package(documentation libzvxg-doc doc "short signal transforms, documentation"
 "Documents and examples.")
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
-  ${PROJECT_BINARY_DIR}/symbols ${CMAKE_CURRENT_LIST_DIR}/triggers)
+
+# What is linked with libraries of another package finds them in the build.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
+
+# Each of the two writes its own list of symbols there, by symbols.cmake.
+foreach(component RUNTIME MANY)
+  set(CPACK_DEBIAN_${component}_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
+    ${PROJECT_BINARY_DIR}/${component}/symbols ${CMAKE_CURRENT_LIST_DIR}/triggers)
+endforeach()
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libzvxg6 (= ${version}), libc6-dev")
+if(ZVXG_MANY)
+  set(CPACK_DEBIAN_MANY_PACKAGE_DEPENDS "libzvxg6 (= ${version})")
+  string(PREPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libzvxgmany6 (= ${version}), ")
+endif()
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libzvxg-doc)
 set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/libzvxg6.lintian-overrides
@@ -55,7 +71,6 @@ if(TARGET zvxg-bench)
 "The program zvxg-bench, which lists, measures and verifies the transforms.")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libzvxg6 (= ${version})")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
 endif()
 
 include(CPack)

@@ -60,6 +60,11 @@ class TestCase(unittest.TestCase):
                 self.expect_output(source, program)
                 needed = re.findall(r"\(NEEDED\).*\[(libzvxg.*)\]", run("readelf", "-dW", program))
                 self.assertEqual(needed, ["libzvxg.so.6"] if form == "zvxg" else [])
+        # These find out by themselves whether their results are right.
+        for form in "many", "many_static":
+            program = os.path.join(directory, f"many.c.{form}")
+            run(program)
+            self.assertEqual("libzvxgmany.so.6" in run("readelf", "-dW", program), form == "many")
 
 
 class Installed(TestCase):
@@ -93,8 +98,8 @@ class Installed(TestCase):
         run("cmake", "--build", build)
         self.expect_programs(build)
 
-    def flags(self, *arguments):
-        return run("pkg-config", *arguments, "zvxg",
+    def flags(self, *arguments, package="zvxg"):
+        return run("pkg-config", *arguments, package,
                    PKG_CONFIG_PATH=os.path.join(self.libraries, "pkgconfig")).split()
 
     def test_pkg_config(self):
@@ -104,6 +109,11 @@ class Installed(TestCase):
             static = self.compile("static", compiler, source, "-static",
                                   *self.flags("--static", "--cflags", "--libs"))
             self.expect_output(source, static)
+        source = os.path.join(HERE, "many.c")
+        for form in [], ["-static"]:
+            flags = self.flags(*(["--static"] if form else []), "--cflags", "--libs", package="zvxgmany")
+            run(self.compile("many", ("cc", "-std=c11"), source, *form, *flags),
+                LD_LIBRARY_PATH=self.libraries)
 
     def test_compiler_alone(self):
         # The library finds zvxcore beside itself, so that a program has to name the first only.

@@ -14,6 +14,7 @@ SOURCE = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file_
 LIBRARIES = "/usr/lib/x86_64-linux-gnu"
 PARTS = {  # something of each package
     "libzvxg6": [f"{LIBRARIES}/libzvxg.so.6", f"{LIBRARIES}/libzvxcore.so.6"],
+    "libzvxgmany6": [f"{LIBRARIES}/libzvxgmany.so.6"],
     "libzvxg-dev": ["/usr/include/zvxg.h", f"{LIBRARIES}/libzvxg.so", f"{LIBRARIES}/libzvxg.a",
                     f"{LIBRARIES}/cmake/zvxg/zvxg-config.cmake", f"{LIBRARIES}/pkgconfig/zvxg.pc"],
     "libzvxg-doc": ["/usr/share/doc/zvxg/README.md", "/usr/share/doc/zvxg/examples/first.c"],
@@ -57,7 +58,8 @@ class Content(unittest.TestCase):
         return run("dpkg-deb", "-f", packages[package], name).strip()
 
     def test_parts(self):
-        self.assertLessEqual({"libzvxg6", "libzvxg-dev", "libzvxg-doc"}, packages.keys())
+        self.assertLessEqual({"libzvxg6", "libzvxgmany6", "libzvxg-dev", "libzvxg-doc"},
+                             packages.keys())
         self.assertLessEqual(packages.keys(), PARTS.keys())
         for package, file in packages.items():
             tree = os.path.join(scratch.name, package)
@@ -67,12 +69,14 @@ class Content(unittest.TestCase):
 
     def test_dependencies(self):
         version = self.field("libzvxg6", "Version")
-        for package in packages.keys() & {"libzvxg-dev", "zvxg-tools"}:
+        for package in packages.keys() & {"libzvxgmany6", "libzvxg-dev", "zvxg-tools"}:
             self.assertIn(f"libzvxg6 (= {version})", self.field(package, "Depends"))
+        self.assertIn(f"libzvxgmany6 (= {version})", self.field("libzvxg-dev", "Depends"))
         self.assertRegex(self.field("libzvxg6", "Depends"), r"^libc6 \(>= [\d.]+\)$")
-        symbols = run("dpkg-deb", "-I", packages["libzvxg6"], "symbols").splitlines()
-        self.assertIn("libzvxg.so.6 libzvxg6 #MINVER#", symbols)
-        self.assertEqual(sum(line.startswith(" zvxg") for line in symbols), 1193)
+        for name, count in ("libzvxg", 1193), ("libzvxgmany", 24):
+            symbols = run("dpkg-deb", "-I", packages[f"{name}6"], "symbols").splitlines()
+            self.assertIn(f"{name}.so.6 {name}6 #MINVER#", symbols)
+            self.assertEqual(sum(line.startswith(" zvxg") for line in symbols), count)
 
 
 class Installation(unittest.TestCase):
