@@ -18,8 +18,7 @@ void thinOut(std::vector<float>& frame, std::size_t kept) {
 
 int main() {
   constexpr std::size_t kBlock = 256, kBlocks = 20;
-  std::vector<float> signal(kBlock * kBlocks,
-                            0.0f);  // two tones, then silence
+  std::vector<float> signal(kBlock * kBlocks, 0.0f);  // two tones, then silence
   for (std::size_t n = 0; n < kBlock * (kBlocks - 1); ++n) {
     signal[n] = std::sin(0.1f * float(n)) + 0.25f * std::sin(0.73f * float(n));
   }
@@ -35,7 +34,7 @@ int main() {
       analysis(std::span(signal).subspan(start, kBlock), frame);
       thinOut(frame, kept);
       synthesis(frame, samples);
-      if (start == 0) continue;  // what comes out lies a block back
+      if (start == 0) continue;  // the output is one block late
       for (std::size_t n = 0; n < kBlock; ++n) {
         const double x = signal[start - kBlock + n];
         error += (samples[n] - x) * (samples[n] - x);

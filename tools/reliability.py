@@ -1,7 +1,7 @@
 """Runs the tests behind each claim about the library's reliability and writes docs/reliability.md from
-the figures that the tests record themselves. A new claim is a row of SECTIONS; any test of CTest can
-stand behind it. A figure is a property that a GoogleTest test records, or a number before a word in
-what another program prints.
+the figures that the tests record themselves. A new claim is a row of SECTIONS, with any tests of CTest
+as its evidence. A figure is a property that a GoogleTest test records, or a number before a word in the
+output of another program.
 
 usage: reliability.py BUILD_DIRECTORY OUTPUT.md"""
 
@@ -14,22 +14,22 @@ import sys
 import tempfile
 import xml.etree.ElementTree as ElementTree
 
-# What is claimed, the tests behind it as a pattern of their names, and the figures to be told: text
-# with names of figures in braces. {tests} is the number of tests that passed.
+# A claim, a pattern of the names of the tests behind it, and the text of its result, with names of
+# figures in braces. {tests} is the number of tests that passed.
 Row = collections.namedtuple("Row", "claim tests figures")
 
 SECTIONS = {
     "Memory": [
         Row(
-            "No access outside the arrays, the buffer and the block of a plan: each in turn begins or "
-            "ends at a page that may not be touched, sources in pages that cannot be written; all "
-            "flags, separate arrays and in place",
+            "No access outside the arrays, the buffer and the block of a plan. Each in turn begins "
+            "or ends at an inaccessible page, and sources are in read-only pages; all flags, "
+            "separate arrays and in place",
             r"^Memory\.NothingOutside",
             "{calls} calls, 0 faults",
         ),
         Row(
-            "The same bits at all 64 x 64 byte offsets of source and destination from a cache line, "
-            "nothing written around the destination",
+            "The same bits at all 64 x 64 byte offsets of source and destination from a cache "
+            "line; nothing is written around the destination",
             r"^Memory\.SameBitsAtEveryPair",
             "{calls} calls",
         ),
@@ -41,115 +41,119 @@ SECTIONS = {
     ],
     "Bits": [
         Row(
-            "All results have the hashes kept in `tests/hashes.csv`; an entry those of its kernels",
+            "All results have the hashes in `tests/hashes.csv`; results of a by-length entry have "
+            "those of its kernels",
             r"^Bits\.AsRecorded$",
             "{transforms} functions and lengths, {results} results",
         ),
         Row(
-            "So they have on an emulated Sandy Bridge, which has AVX and traps all that came later; "
-            "plans of the DCT-IV are left out where the math library picks other sines for that "
-            "processor",
+            "The same hashes on an emulated Sandy Bridge, which has AVX and traps all later "
+            "instructions; plans of the DCT-IV are left out where the math library chooses other "
+            "sines for that processor",
             r"^Bits\.OnSandyBridge$",
             "{transforms} functions and lengths, {results} results, {left} left out",
         ),
         Row(
-            "So they have under Valgrind, which finds no use of memory that was not set",
+            "The same hashes under Valgrind, which finds no use of uninitialised memory",
             r"^Bits\.UnderValgrind$",
             "{transforms} functions and lengths, {results} results",
         ),
         Row(
-            "So they have from the other compiler and at other levels of optimisation",
+            "The same hashes from the other compiler and at other levels of optimisation",
             r"^Variant\.",
             "{tests} builds",
         ),
     ],
     "Sanitizers": [
         Row(
-            "Arrays, buffers and plans end where their memory ends, all flags, in place and not, at "
-            "odd addresses too: no access outside and nothing that the language leaves undefined "
+            "No access outside arrays, buffers and plans, whose memory ends where they end, and no "
+            "undefined behaviour; all flags, in place and not, odd addresses too "
             "(AddressSanitizer, UndefinedBehaviorSanitizer)",
             r"^EveryCall\.asan$",
             "{functions} functions, {calls} calls, 0 reports",
         ),
         Row(
-            "No use of memory that was not set, every result is set (MemorySanitizer, Valgrind)",
+            "No use of uninitialised memory, and every result is initialised (MemorySanitizer, "
+            "Valgrind)",
             r"^EveryCall\.(msan|Valgrind)$",
             "{functions} functions in two runs, {calls} calls, 0 reports",
         ),
         Row(
-            "No data race, and the bits of a run alone, on 16 threads with arrays of their own and "
-            "plans of direct lengths that they share (ThreadSanitizer)",
+            "No data race, and the same bits as on one thread, on 16 threads that have their own "
+            "arrays and share plans of direct lengths (ThreadSanitizer)",
             r"^EveryCall\.tsan$",
             "{functions} functions, {calls} calls, 0 reports",
         ),
         Row(
-            "Random calls, those of the companion header among them, for ten seconds in each of six "
-            "programs (libFuzzer, AddressSanitizer, UndefinedBehaviorSanitizer): the definition, the "
-            "same bits at all places, refusals",
+            "Random calls, including those of the companion header, for ten seconds in each of six "
+            "programs, checked against the definition, for the same bits at every address, and for "
+            "refusals (libFuzzer, AddressSanitizer, UndefinedBehaviorSanitizer)",
             r"^Fuzz$",
             "{runs} runs, 0 findings",
         ),
     ],
     "Reach of the fast tests": [
         Row(
-            "Lines and branches of what is written by hand: library, generator, companion header. Not "
-            "reached are the errors that stop the generator at a wrong table or command, and its cases "
-            "of shuffles and of vectors in parts that no row of the tables takes",
+            "Lines and branches of hand-written code: library, generator, companion header. Not "
+            "reached are the errors that stop the generator at a wrong table or command, and its "
+            "cases for shuffles and for vectors in parts that no row of the tables needs",
             r"^Coverage$",
             "{reached} of {lines} lines, {taken} of {branches} branches",
         ),
     ],
     "State of the processor": [
         Row(
-            "A call changes no control bit of MXCSR or the x87, keeps rbx, rbp, r12 to r15 and a clear "
-            "direction flag, leaves the x87 and the upper halves of the vector registers unused, and "
-            "raises no floating-point exception but inexact on numbers of ordinary size: the others "
-            "trap",
+            "A call changes no control bit of MXCSR or the x87, preserves rbx, rbp, r12 to r15 and "
+            "a clear direction flag, and leaves the x87 and the upper halves of the vector "
+            "registers unused. On numbers of ordinary size it raises no floating-point exception "
+            "but inexact: the others trap",
             r"^State\.(ACallKeeps|SoDo)",
             "{calls} calls",
         ),
         Row("Loading the library changes no control word", r"^State\.Loading", "unchanged"),
         Row(
-            "The caller's four rounding modes, and FTZ with DAZ, apply to every operation: the bits of "
-            "the interpreted graph, or of the operations in their order, in the same mode. (To nearest "
-            "those of every compiler. Otherwise of g++ and without the DCT-IV: compilers move signs "
-            "across products)",
+            "The caller's four rounding modes, and FTZ with DAZ, apply to every operation: the "
+            "bits are those of the interpreted graph, or of the operations in their order, in the "
+            "same mode. (When rounding to nearest, this holds for every compiler. In other modes "
+            "it holds for g++ and not for the DCT-IV, because compilers move signs across "
+            "products)",
             r"^State\.Rounding",
             "{calls} calls",
         ),
     ],
     "Special values": [
         Row(
-            "NaN, infinities, zeros of both signs, subnormal and the largest numbers give the bits of "
-            "the operations in their order, an infinity in every place among them",
+            "NaN, infinities, zeros of both signs, subnormal and the largest numbers give the bits "
+            "of the operations in their order; infinities are tried in every place",
             r"^Values\.Special",
             "{calls} calls",
         ),
         Row(
-            "In a DCT-IV NaN and infinity in any place reach every result, and an impulse as large or "
-            "as small as can be comes out as its cosines",
+            "In a DCT-IV a NaN or an infinity in any place reaches every result, and an impulse, "
+            "however large or small, gives its cosines",
             r"^Values\.Plans",
             "{calls} calls",
         ),
     ],
     "Refusals": [
         Row(
-            "All combinations of null pointers, bad flags and bad lengths have their status, and "
-            "nothing is read or written: the arrays are in pages that may not be touched",
+            "All combinations of null pointers, bad flags and bad lengths return the right status, "
+            "and nothing is read or written: the arrays are in inaccessible pages",
             r"^Contract\.EveryRefusal",
             "{calls} calls of {functions} functions",
         ),
     ],
     "Allocation": [
         Row(
-            "None where work memory is given; one block of the stated size, given back once, where a "
-            "buffer is left out or a plan asked for, with nothing written behind it",
+            "None if work memory is passed. If a buffer is left out or a plan requested: one block "
+            "of the stated size, freed once, with nothing written behind it",
             r"^Allocation\.(None|NullBuffer|PlansTake)",
             "{calls} calls",
         ),
         Row(
-            "Each allocation refused in turn: a plan reports a null pointer, a Walsh-Hadamard "
-            "transform stops at it before it writes its destination; nothing is lost or freed twice",
+            "Each allocation fails in turn: creating a plan reports a null pointer, a "
+            "Walsh-Hadamard transform crashes on it before it writes its destination; nothing "
+            "leaks or is freed twice",
             r"^Allocation\.Refused",
             "{calls} calls",
         ),
@@ -158,9 +162,9 @@ SECTIONS = {
 
 HEAD = """# Reliability
 
-What is checked of all 1,193 exported functions, and what came out. `./dev reliability` writes this
-file from the figures that the tests record; `./dev test PATTERN` runs the tests of one row. The seed of
-random data is fixed, `ZVXG_SEED` takes another. Of faults put into the code on purpose the tests find
+What is checked for all 1,193 exported functions, and the results. `./dev reliability` writes this file
+from the figures that the tests record; `./dev test PATTERN` runs the tests of one row. The seed of
+random data is fixed; `ZVXG_SEED` sets another. Of the faults seeded into the code the tests find
 {mutation}: [mutation.md](mutation.md).
 
 {machine}

@@ -11,8 +11,8 @@
 namespace zvxg::wht {
 namespace {
 
-// A body with the checks, made once for each access and so twice for an order.
-template <int kOrder, class Outside, class Real>
+// A body with the checks, for arrays on one boundary.
+template <int kOrder, int kOutside, class Real>
 ZVXG_INLINE inline int32_t body(const Real* src, Real* dst, int32_t flag, uint8_t* buffer) {
   static constexpr Factors<Real> kFactors = factorsOf<Real, kOrder>();
   const int32_t status = check(src, dst, flag);
@@ -20,7 +20,7 @@ ZVXG_INLINE inline int32_t body(const Real* src, Real* dst, int32_t flag, uint8_
   constexpr int kBytes = bufferBytes<Real>(kOrder);
   const bool own = kBytes > 0 && buffer == nullptr;
   if (own) buffer = static_cast<uint8_t*>(zvxMalloc(kBytes));
-  runPasses<kOrder, Outside>(src, dst, kFactors.ofFlag[flag], reinterpret_cast<Real*>(buffer));
+  runPasses<kOrder, kOutside>(src, dst, kFactors.ofFlag[flag], reinterpret_cast<Real*>(buffer));
   if (own) zvxFree(buffer);
   return zvxOk;
 }
@@ -28,17 +28,18 @@ ZVXG_INLINE inline int32_t body(const Real* src, Real* dst, int32_t flag, uint8_
 // Inlined beside the other one, the compiler would merge parts of the two.
 template <int kOrder, class Real>
 [[gnu::noinline]] int32_t unalignedBody(const Real* src, Real* dst, int32_t flag, uint8_t* buffer) {
-  return body<kOrder, Unaligned<Real>>(src, dst, flag, buffer);
+  return body<kOrder, 1>(src, dst, flag, buffer);
 }
 
 template <int kOrder, class Real>
 int32_t kernel(const Real* src, Real* dst, int32_t flag, uint8_t* buffer) {
-  // Fewer than four vectors are not worth the shuffles.
-  if constexpr (kBlockingOf<Real, kOrder>.points() < 4 * Aligned<Real>::kLanes) {
-    return body<kOrder, Number<Real>>(src, dst, flag, buffer);
+  // From v3 on, moves for any address are as fast at a boundary as those that demand it.
+  if constexpr (kLevel != Level::base ||
+                rowBytes<Real>(kBlockingOf<Real, kOrder>.row) == sizeof(Real)) {
+    return body<kOrder, 1>(src, dst, flag, buffer);
   } else {
     if (!onBoundary<kBoundaryBytes>(src, dst)) return unalignedBody<kOrder>(src, dst, flag, buffer);
-    return body<kOrder, Aligned<Real>>(src, dst, flag, buffer);
+    return body<kOrder, kBoundaryBytes>(src, dst, flag, buffer);
   }
 }
 

@@ -11,14 +11,22 @@
 
 namespace zvxg::wht {
 
-// The width of all vectors, on which no result depends, and the boundary that the contract of a
-// call speaks of.
-inline constexpr int kVectorBytes = 16, kBoundaryBytes = 16;
+// The boundary that the contract of a call speaks of.
+inline constexpr int kBoundaryBytes = 16;
 
+// The width of vectors, on which no result depends: in columns all that a level has.
+inline constexpr int kColumnBytes = kLevel == Level::base ? 16 : kLevel == Level::v3 ? 32 : 64;
+
+// In rows the widest of which there are enough to be worth the shuffles, and at most 256 bits. Wider
+// ones need one shuffle more each: a core that works on them in halves would lose by it (a row of 64
+// floats takes 45 cycles of a Zen 4 instead of 36).
 template <class Real>
-using Aligned = Access<Real, kVectorBytes, kBoundaryBytes>;
-template <class Real>
-using Unaligned = Access<Real, kVectorBytes, 1>;
+constexpr int rowBytes(int row) {
+  constexpr int kFewestVectors = kLevel == Level::base ? 4 : 2;
+  int bytes = std::min(kColumnBytes, 32);
+  while (bytes >= 16 && row * static_cast<int>(sizeof(Real)) < kFewestVectors * bytes) bytes /= 2;
+  return bytes >= 16 ? bytes : sizeof(Real);
+}
 
 // The factor of all passes but the last.
 struct NoFactor {
@@ -28,9 +36,11 @@ struct NoFactor {
   }
 };
 
-// Transforms kRow contiguous numbers.
-template <int kRow, class From, class To, class Real, class Factor>
+// Transforms kRow contiguous numbers, from one boundary to another.
+template <int kRow, int kFrom, int kTo, class Real, class Factor>
 ZVXG_INLINE inline void transformRow(const Real* src, Real* dst, Factor factor) {
+  using From = Access<Real, rowBytes<Real>(kRow), kFrom>;
+  using To = Access<Real, rowBytes<Real>(kRow), kTo>;
   constexpr int kLanes = From::kLanes;
   transform<kLanes, kRow / kLanes>(
       [&](auto i) ZVXG_INLINE {
@@ -44,10 +54,10 @@ ZVXG_INLINE inline void transformRow(const Real* src, Real* dst, Factor factor) 
 }
 
 // Transforms kCount rows of kRow numbers.
-template <int kRow, int kCount, class From, class To, class Real>
+template <int kRow, int kCount, int kFrom, int kTo, class Real>
 [[gnu::noinline]] void rowPass(const Real* src, Real* dst) {
   for (int at = 0; at < kRow * kCount; at += kRow) {
-    transformRow<kRow, From, To>(src + at, dst + at, NoFactor());
+    transformRow<kRow, kFrom, kTo>(src + at, dst + at, NoFactor());
   }
 }
 
@@ -60,8 +70,10 @@ ZVXG_INLINE inline void transformColumn(const Real* src, Real* dst, Factor facto
 }
 
 // Transforms the columns of kRows rows, from first to last.
-template <int kRows, int kColumns, class From, class To, class Real, class Factor>
+template <int kRows, int kColumns, int kFrom, int kTo, class Real, class Factor>
 [[gnu::noinline]] void columnPass(const Real* src, Real* dst, Factor factor) {
+  using From = Access<Real, kColumnBytes, kFrom>;
+  using To = Access<Real, kColumnBytes, kTo>;
   for (int at = 0; at < kColumns; at += From::kLanes) {
     transformColumn<kRows, kColumns, kColumns, From, To>(src + at, dst + at, factor);
   }
@@ -73,9 +85,11 @@ inline constexpr int kLineBytes = 64, kCompetingBytes = 4096, kCacheBytes = 3276
 
 // The same for rows that compete with their own results, at equal offsets into a page: the results
 // of a line's columns are put aside and then go out row by row. Written at once, those of one
-// column would drive out the lines that the next one reads.
-template <int kRows, int kColumns, class From, class To, class Real, class Factor>
+// column would drive out the lines that the next one reads; where a vector is a line, it reads others.
+template <int kRows, int kColumns, int kFrom, int kTo, class Real, class Factor>
 [[gnu::noinline]] void columnPassByLines(const Real* src, Real* dst, Factor factor) {
+  using From = Access<Real, kColumnBytes, kFrom>;
+  using To = Access<Real, kColumnBytes, kTo>;
   constexpr int kLine = kLineBytes / sizeof(Real);
   alignas(kLineBytes) Real aside[kRows * kLine];
   for (int at = 0; at < kColumns; at += kLine) {
@@ -90,38 +104,40 @@ template <int kRows, int kColumns, class From, class To, class Real, class Facto
   }
 }
 
-template <int kRows, int kColumns, class Real>
-inline bool rowsCompete(const Real* src, const Real* dst) {
+// Transforms the columns of all rows into the destination.
+template <int kRows, int kColumns, int kFrom, int kTo, class Real>
+ZVXG_INLINE inline void lastPass(const Real* src, Real* dst, Real factor) {
   constexpr int kRowBytes = kColumns * sizeof(Real);
-  const auto distance =
-      reinterpret_cast<std::uintptr_t>(src) - reinterpret_cast<std::uintptr_t>(dst);
-  return kRows * kRowBytes >= kCacheBytes && distance % std::min(kRowBytes, kCompetingBytes) == 0;
+  if constexpr (kColumnBytes < kLineBytes && kRows * kRowBytes >= kCacheBytes) {
+    const auto distance =
+        reinterpret_cast<std::uintptr_t>(src) - reinterpret_cast<std::uintptr_t>(dst);
+    if (distance % std::min(kRowBytes, kCompetingBytes) == 0) {
+      return columnPassByLines<kRows, kColumns, kFrom, kTo>(src, dst, factor);
+    }
+  }
+  columnPass<kRows, kColumns, kFrom, kTo>(src, dst, factor);
 }
 
-// `Outside` is the access to source and destination; the buffer is on a boundary of vectors.
-template <int kOrder, class Outside, class Real>
+// kOutside is the boundary of source and destination; that of the buffer is the contract's.
+template <int kOrder, int kOutside, class Real>
 ZVXG_INLINE inline void runPasses(const Real* src, Real* dst, Real factor, Real* buffer) {
-  using Buffer = Aligned<Real>;
+  constexpr int kBuffer = kBoundaryBytes;
   constexpr Blocking kBlocking = kBlockingOf<Real, kOrder>;
   constexpr int kRow = kBlocking.row, kInner = kBlocking.inner, kOuter = kBlocking.outer;
   constexpr int kPart = kBlocking.part();
   if constexpr (kOuter == 1) {
-    transformRow<kRow, Outside, Outside>(src, dst, factor);
+    transformRow<kRow, kOutside, kOutside>(src, dst, factor);
   } else {
     if constexpr (kInner == 1) {
-      rowPass<kRow, kOuter, Outside, Buffer>(src, buffer);
+      rowPass<kRow, kOuter, kOutside, kBuffer>(src, buffer);
     } else {
       Real* const scratch = buffer + kBlocking.points();
       for (int at = 0; at < kBlocking.points(); at += kPart) {
-        rowPass<kRow, kInner, Outside, Buffer>(src + at, scratch);
-        columnPass<kInner, kRow, Buffer, Buffer>(scratch, buffer + at, NoFactor());
+        rowPass<kRow, kInner, kOutside, kBuffer>(src + at, scratch);
+        columnPass<kInner, kRow, kBuffer, kBuffer>(scratch, buffer + at, NoFactor());
       }
     }
-    if (rowsCompete<kOuter, kPart>(buffer, dst)) {
-      columnPassByLines<kOuter, kPart, Buffer, Outside>(buffer, dst, factor);
-    } else {
-      columnPass<kOuter, kPart, Buffer, Outside>(buffer, dst, factor);
-    }
+    lastPass<kOuter, kPart, kBuffer, kOutside>(buffer, dst, factor);
   }
 }
 

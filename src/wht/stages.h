@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "frame/frame.h"
+#include "frame/level.h"
 #include "frame/unroll.h"
 
 namespace zvxg::wht {
@@ -18,12 +19,12 @@ namespace zvxg::wht {
 template <int kCount>
 using Indices = std::make_integer_sequence<int, kCount>;
 
-// Vectors of kBytes, in memory on a boundary of kAlignment bytes.
-template <class RealType, int kBytes, int kAlignment>
-struct Access {
+// Vectors of kBytes, in memory on a boundary of kBoundary bytes.
+template <class RealType, int kBytes, int kBoundary>
+struct Vectors {
   using Real = RealType;
   typedef Real Vector __attribute__((vector_size(kBytes)));
-  typedef Real InMemory __attribute__((vector_size(kBytes), may_alias, aligned(kAlignment)));
+  typedef Real InMemory __attribute__((vector_size(kBytes), may_alias, aligned(kBoundary)));
   static constexpr int kLanes = kBytes / sizeof(Real);
 
   static Vector load(const Real* p) { return *inMemory(p); }
@@ -41,34 +42,42 @@ struct Number {
   static void store(InMemory* p, Real v) { *p = v; }
 };
 
-// With more than one couple in a vector, each couple stays swapped after its stage until the
-// shuffles of the later stages, which are there anyway, put it right.
-template <int kLanes>
-inline constexpr bool kSwapped = kLanes > 2;
+template <class Real, int kBytes, int kBoundary>
+using Access =
+    std::conditional_t<kBytes == sizeof(Real), Number<Real>, Vectors<Real, kBytes, kBoundary>>;
+
+// In single precision each couple stays swapped after its stage until the shuffles of the later
+// stages, which are there anyway, put it right: AVX can subtract in the even lanes while it adds in
+// the odd ones. Couples of doubles fill what shuffles move as a whole.
+template <class Real>
+inline constexpr bool kSwapped = std::is_same_v<Real, float>;
 
 // Loads a vector and does the stage h = 1, inside couples of neighbours: even + odd, even - odd,
-// from vectors that hold the even numbers twice and the odd ones twice.
+// from vectors that hold the even numbers twice and the odd ones twice. As loads these two need no
+// port that shuffles; from one load and two shuffles, as a compiler has it, they would hold up the
+// additions. Only odd doubles have no such load, but where a vector is one couple.
 template <class From, int... i>
 ZVXG_INLINE inline auto loadCouples(const typename From::Real* p,
                                     std::integer_sequence<int, i...>) {
   using V = typename From::Vector;
+  constexpr int kLanes = From::kLanes;
   V even, odd;
-  if constexpr (std::is_same_v<typename From::Real, float>) {
-    // As loads these two need no port that shuffles; from one load and two shuffles, as a compiler
-    // has it, they would hold up the additions.
-    asm("vmovsldup %1, %0" : "=x"(even) : "m"(*From::inMemory(p)));
-    asm("vmovshdup %1, %0" : "=x"(odd) : "m"(*From::inMemory(p)));
-  } else {
-    const Anywhere<double>* numbers = p;
-    even = V{numbers[i & ~1]...};
-    odd = V{numbers[i | 1]...};
-  }
-  if constexpr (kSwapped<From::kLanes>) {
-    constexpr int kLanes = From::kLanes;
+  if constexpr (kSwapped<typename From::Real>) {
+    asm("vmovsldup %1, %0" : "=v"(even) : "m"(*From::inMemory(p)));
+    asm("vmovshdup %1, %0" : "=v"(odd) : "m"(*From::inMemory(p)));
     return __builtin_shufflevector(even - odd, even + odd, (i % 2 == 0 ? i : kLanes + i)...);
   } else {
-    typedef int64_t Bits __attribute__((vector_size(16)));
-    return even + reinterpret_cast<V>(reinterpret_cast<Bits>(odd) ^ Bits{0, INT64_MIN});
+    if constexpr (kLanes == 2) {
+      const Anywhere<double>* numbers = p;
+      even = V{numbers[i & ~1]...};
+      odd = V{numbers[i | 1]...};
+    } else {
+      asm("vmovddup %1, %0" : "=v"(even) : "m"(*From::inMemory(p)));
+      odd = __builtin_shufflevector(From::load(p), V(), (i | 1)...);
+    }
+    typedef int64_t Bits __attribute__((vector_size(sizeof(V))));
+    constexpr Bits kSigns = {(i % 2 == 0 ? 0 : INT64_MIN)...};
+    return even + reinterpret_cast<V>(reinterpret_cast<Bits>(odd) ^ kSigns);
   }
 }
 
@@ -78,19 +87,36 @@ ZVXG_INLINE inline V everySecondCouple(V a, V b, std::integer_sequence<int, i...
   return __builtin_shufflevector(a, b, ((i / 2 * 2 + kFirst) * 2 + (i % 2 ^ kSwap))...);
 }
 
-// The stages h = 2 and above inside pairs of vectors and between the two. Couples at even places
-// meet their neighbours, sums go to the first vector and differences to the second. That rotates
-// the bits of a couple's place by one, so the next bit has its turn, and after the last of them all
-// are back in order (the constant geometry of M. C. Pease, J. ACM 15, 1968).
+// The first half of every 2 kHalf numbers of a and, behind it, of b; or the second halves.
+template <int kHalf, bool kSecond, class V, int... i>
+ZVXG_INLINE inline V halves(V a, V b, std::integer_sequence<int, i...>) {
+  constexpr int kLanes = sizeof...(i);
+  return __builtin_shufflevector(
+      a, b, ((i & ~kHalf) + (kSecond ? kHalf : 0) + (i & kHalf ? kLanes : 0))...);
+}
+
+// The stages h = 2 and above inside pairs of vectors and between the two. Lanes i and i + h meet when
+// the bit h of a lane's place and the bit of the vector have changed places; sums go to the first
+// vector and differences to the second. The next exchange puts a lane's bit back, but one place too
+// high, and the vector's own bit stays lowest. So the last stage takes every second couple: that
+// moves all bits down by one, and the lowest to the vector (a step of the constant geometry of M. C.
+// Pease, J. ACM 15, 1968).
 template <int kLanes, int kStage = 2, class V, int kCount>
 ZVXG_INLINE inline void stagesOfPairs(V (&v)[kCount]) {
   if constexpr (kStage <= kLanes) {
-    constexpr bool kSwap = kSwapped<kLanes> && kStage == kLanes;
+    constexpr Indices<kLanes> kAll;
     unroll<kCount / 2>([&](auto i) ZVXG_INLINE {
-      const V even = everySecondCouple<0, kSwap>(v[2 * i], v[2 * i + 1], Indices<kLanes>());
-      const V odd = everySecondCouple<1, kSwap>(v[2 * i], v[2 * i + 1], Indices<kLanes>());
-      v[2 * i] = even + odd;
-      v[2 * i + 1] = even - odd;
+      V &a = v[2 * i], &b = v[2 * i + 1], even, odd;
+      if constexpr (kStage < kLanes) {
+        even = halves<kStage, false>(a, b, kAll);
+        odd = halves<kStage, true>(a, b, kAll);
+      } else {
+        constexpr bool kSwap = kSwapped<std::remove_cvref_t<decltype(a[0])>>;
+        even = everySecondCouple<0, kSwap>(a, b, kAll);
+        odd = everySecondCouple<1, kSwap>(a, b, kAll);
+      }
+      a = even + odd;
+      b = even - odd;
     });
     stagesOfPairs<kLanes, 2 * kStage>(v);
   }
@@ -112,12 +138,12 @@ ZVXG_INLINE inline void stagesBetween(V (&v)[kCount]) {
 
 // The stages on kCount vectors: load(i) gives vector i, store(i, v) takes its result. For
 // kLanes = 1 each lane is a transform of its own, else load() has done the stage inside couples.
-// Groups that registers can hold are finished first and then meet in columns, so that a vector is
-// put aside once at most.
+// Groups that fill half of the registers are finished first and then meet in columns, so that a
+// vector is put aside once at most.
 template <int kLanes, int kCount, class Load, class Store>
 ZVXG_INLINE inline void transform(const Load& load, const Store& store) {
   using V = decltype(load(std::integral_constant<int, 0>()));
-  constexpr int kGroup = std::min(kCount, 8), kGroups = kCount / kGroup;
+  constexpr int kGroup = std::min(kCount, kLevel < Level::v4 ? 8 : 16), kGroups = kCount / kGroup;
   V aside[kCount];
   unroll<kGroups>([&](auto g) ZVXG_INLINE {
     V group[kGroup];

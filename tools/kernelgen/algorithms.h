@@ -1,20 +1,24 @@
 // The algorithms of the complex transforms, each written once.
 //
 // A step works on a batch of transforms of one length: column c holds the elements of transform c.
-// What an element is, and how a batch of smaller transforms is run, only the World knows:
+// What an element is, and how a batch of smaller transforms is run, is left to a World:
 //
-//   run(recipe, x)               the transform of every column
-//   rotate(x, angle)             element k of column c times exp(-2 pi i angle(c, k))
-//   blockNumbering, columnNumbering   of a Cooley-Tukey step
-//   convolve(recipe, x, x0, numbers)  the convolution of a Rader step
-//   zero, postpone, weigh, exchanged  for a chirp step: an element that is zero; a rotation that is
-//                                applied where the elements are used; products by constants; real
-//                                and imaginary parts exchanged
+//   run(recipe, x)                      the transform of every column
+//   rotate(x, angle)                    element k of column c times exp(-2 pi i angle(c, k))
+//   blockNumbering(), columnNumbering() of a Cooley-Tukey step
+//   convolve(recipe, x, x0, factors)    the convolution of a Rader step
+//
+// and for a chirp step
+//
+//   zero()                              an element that is zero
+//   postpone(x, angle)                  like rotate, but carried out where the elements are used
+//   weigh(x, factors)                   element k of every column times factor k
+//   exchanged(x)                        real and imaginary parts exchanged
 //
 // A direct body works on the elements of one column and needs only their arithmetic (values.h).
 //
-// No operator has two operands that both make new nodes: which of them is made first would be up to
-// the compiler, and with it the numbers of the nodes, the order of statements and signs of zeros.
+// No operator here has two operands that both make new nodes. Which came first would be up to the
+// compiler, and with it the numbers of the nodes, the order of statements and the signs of zeros.
 #pragma once
 
 #include <stdexcept>
@@ -92,17 +96,17 @@ Columns<E> cooleyTukey(World& world, const Recipe& r, const Columns<E>& x) {
   return columns(m, n, [&](long c, long k) { return z[c * a + k % a][(k - u(k)) / a % b]; });
 }
 
-// What a Rader step needs of the permuted inputs, column by column.
+// What becomes of the permuted inputs in a Rader step, column by column.
 template <class E>
 struct Convolved {
   Column<E> zero;   // X[0], the sum of all inputs
   Columns<E> rest;  // X[g^m], the cyclic convolution with x0 added
 };
 
-// Rader, prime n: with the inputs but x[0] in the order of the powers of a primitive root, the
-// outputs but X[0] are a cyclic convolution of them, in that order as well. It is a transform,
-// products by constants and another transform; x[0] joins the zero frequency on the way and so
-// reaches all outputs without an addition of its own. See convolutions.h.
+// Rader, prime n: in the order of the powers of a primitive root, the outputs but X[0] are a cyclic
+// convolution of the inputs but x[0]. It takes two transforms with products by constants between
+// them. There x[0] is added to the zero frequency, and so reaches all of them by one addition. See
+// convolutions.h.
 template <class World, class E>
 Columns<E> rader(World& world, const Recipe& r, const Columns<E>& x) {
   const long m = std::ssize(x), n = r.n();
@@ -132,7 +136,7 @@ Columns<E> chirp(World& world, const Recipe& r, const Columns<E>& x) {
   return world.postpone(d, byChirp);
 }
 
-// The steps that every world has.
+// A step that every world has.
 template <class World, class E>
 Columns<E> runStep(World& world, const Recipe& r, const Columns<E>& x) {
   switch (r.step()) {
@@ -157,8 +161,8 @@ Column<E> direct4(const Column<E>& x) {
   return {a + e, b + f, a - e, b - f};
 }
 
-// In the widened bodies, which are scalar, every sum that holds a constant product is evaluated in
-// double on the single-precision sums and differences, and rounded once.
+// The widened bodies are scalar. A sum that has a product by a constant is evaluated in double,
+// from sums and differences in single precision, and rounded once.
 template <bool kWide, class E>
 E up(E x) {
   if constexpr (kWide) return widened(x);
@@ -226,7 +230,7 @@ struct Signed {
   bool negative = false;
 };
 
-// The sum of all, neighbours first: fewer additions one after the other, and none to change a sign.
+// The sum of all, neighbours first: so fewer additions wait for each other, and signs cost nothing.
 template <class E>
 Signed<E> total(std::vector<Signed<E>> terms) {
   while (terms.size() > 1) {

@@ -8,27 +8,28 @@ from outcomes import MADE, ROOT
 
 HEAD = """# Mutation testing
 
-Single faults are seeded into copies of the code, and the tests of the fast round that can see them
-run on the copies: {found:,} of {seeded:,} faults are found. `./dev mutation` does it in an hour and
-writes this file; `./dev mutation dct4` does one line of it, `--count` seeds more or fewer faults and
-`--seed` others.
+Single faults are seeded into copies of the code, and those fast tests that can see them run on the
+copies: {found:,} of {seeded:,} faults are found. `./dev mutation` does this in an hour and
+writes this file. `./dev mutation dct4` does one line of the table; `--count` sets the number of faults,
+and `--seed` selects others.
 
 | faults in | seeded | found | |
 |---|---|---|---|
 {kinds}
-- **kernels**: one fault in the text of a kernel: the sign of a sum, exchanged operands of a
-  difference, another operand, another element loaded or stored, another lane of a shuffle, a constant
-  or a factor of a flag in its last bit, the factors of forward and inverse, a dropped scale. Where
+- **kernels**: one fault in the text of a kernel. It is the sign of a sum, swapped operands of a
+  difference, a wrong operand, a wrong element loaded or stored, a wrong lane of a shuffle, the last bit
+  of a constant or of a scale factor, forward and inverse factors exchanged, or a dropped scale. Where
   results are single but computed in double, the last bit of a constant is that of single precision;
-  finer ones hardly ever reach a result. {others:,} are found without the hashes of `tests/hashes.csv`.
-- **generator** (`tools/kernelgen/`), and what is written by hand: **frame** (`src/frame/`),
-  **wht**, **dct4**, **companion** (`include/zvxg/`): operators, integers, truth values, statuses,
-  exchanged arguments and cells, dropped statements. The ledger of operation counts finds
-  some of those in the generator; for the others the four shortest kernels that come out changed are
-  compiled and tested.
+  smaller changes hardly ever reach a result. {others:,} are found without `tests/hashes.csv`.
+- **generator** (`tools/kernelgen/`), and the code written by hand: **frame** (`src/frame/`), **wht**,
+  **dct4**, **companion** (`include/zvxg/`). A fault is an operator, an integer, a truth value, a status,
+  exchanged arguments or cells, or a dropped statement. Some of those in the generator are found by the
+  ledger of operation counts; for the others the four shortest kernels that change are compiled and
+  tested.
 
-What does not compile is no fault, nor what compiles or prints to the same, or makes kernels that
-compute the same in another order. A test that takes ten times its time has found one.
+A change does not count as a fault if it does not compile, if it compiles or prints to the same, or if
+the kernels compute the same in another order. A test that takes ten times as long as usual has found
+the fault.
 
 ## Not found
 

@@ -128,7 +128,7 @@ def overheads(speed, family):
     """Mean and greatest, of both precisions."""
     values = [[float(row["overhead_ns"]) for row in speed.of(family, bits)]
               for bits in PRECISIONS]
-    return [f"{sum(v) / len(v):.1f} ns in the mean, {max(v):.1f} ns at most" for v in values]
+    return [f"{sum(v) / len(v):.1f} ns on average and {max(v):.1f} ns at most" for v in values]
 
 
 def main(speed_path, accuracy_path):
@@ -137,53 +137,53 @@ def main(speed_path, accuracy_path):
     print(f"""# Figures
 
 Speed and accuracy of every kernel. `./dev figures` measures everything again and writes this page;
-[`performance.md`](performance.md) tells how it measures and why some lengths are behind.
+[`performance.md`](performance.md) explains how, and why some lengths are slower than FFTW.
 
 - Measured {about["date"]} on {about["cpu"]}, library {about["library"].split(",")[0]} built with
   {about["built with"]}, {about["run"]}.
 - FFTW: {about["FFTW, single"]} and {about["FFTW, double"]};
-  {about["plans"]}. Of several ways that FFTW has, the fastest at
-  each length counts.
+  {about["plans"]}. Where FFTW has several ways, the fastest
+  at each length counts.
 
 ## Speed
 
-How many times as long the peer takes: the geometric mean over all lengths, the least and the
-greatest ratio with their lengths, and the lengths at which the peer is faster.
+The ratio is the peer's time divided by ours. The table has its geometric mean over all lengths, the
+least and the greatest ratio with their lengths, and the lengths at which the peer is faster.
 
 ![ratio to FFTW by length](figures/speed.svg)
 """)
     table(("transform", "precision", "peer", "mean", "least", "greatest", "below 1"),
           ratios_by_family(speed))
     single, double = overheads(speed, "entries")
-    print(f"A by-length entry adds {single} to a call in single\nprecision, and {double} in double "
-          "precision.\n")
+    print(f"A by-length entry adds {single} in single precision,\nand {double} in double precision.\n")
     for bits, precision in PRECISIONS.items():
-        print(f"### By length, {precision} precision\n\nNanoseconds of a call, and the ratio.\n")
+        print(f"### By length, {precision} precision\n\nNanoseconds per call, and in parentheses the ratio.\n")
         table(("N", *(NAMES[family] for family in BY_LENGTH)), times_by_length(speed, bits))
     print("""### Walsh-Hadamard and DCT-IV
 
 ![ratio to the peers by length](figures/speed_powers.svg)
 
-Walsh-Hadamard, with a buffer of the caller's. The share is that of two 128-bit additions per cycle;
-the ratio is to the plain loop of radix-2 stages in 256-bit code.
+Walsh-Hadamard, with a buffer from the caller. **share** is the rate of additions in percent of two
+128-bit additions per cycle; the peer is the plain loop of radix-2 stages in 256-bit code.
 """)
     table(("N", "single", "adds/ns", "share", "ratio", "double", "adds/ns", "share", "ratio"),
           wht_rows(speed))
     single, double = overheads(speed, "wht-null-buffer")
-    print(f"A null buffer adds {single} in single precision,\nand {double} in double precision.\n")
-    print("""DCT-IV. **FFTW** and **half length** are the times of FFTW's `REDFT11` and of a DCT-IV made of
-FFTW's complex transform of N/2 points over ours (planned with `FFTW_ESTIMATE` above 65,536),
-**copies** is our time over that of `memcpy` of the same array, **planning** the time of the init
-function.
+    print(f"Passing no buffer adds {single} in single precision,\nand {double} in double "
+          "precision.\n")
+    print("""DCT-IV. **FFTW** is the time of FFTW's `REDFT11` divided by ours, **half length** that of a DCT-IV made
+of FFTW's complex transform of N/2 points divided by ours (both planned with `FFTW_ESTIMATE` above
+65,536 points). **copies** is our time divided by that of `memcpy` of the same array, and **planning**
+is the time of the init function.
 """)
     for bits, precision in PRECISIONS.items():
         print(f"{precision.capitalize()} precision:\n")
         table(("N", "time", "FFTW", "half length", "copies", "planning"), dct4_rows(speed, bits))
     print(f"""## Accuracy
 
-The L2 norm of the error over that of the result, against the definition in long double: over all
-lengths as root mean square, at the worst length as root mean square of its trials, and in the worst
-trial. Numbers: {accuracy.about["numbers"]}.
+The L2 norm of the error divided by that of the result, against the definition in long double. The
+table has the root mean square over all lengths, the root mean square over the trials of the worst
+length, and the worst trial. Numbers: {accuracy.about["numbers"]}.
 
 ![error by length](figures/accuracy.svg)
 """)
