@@ -1,5 +1,5 @@
-// The companion of zvxg.h for C++20: header only, in namespace zvxg, outside the C boundary. It
-// adds lengths, precisions and layouts as types, and objects for what needs memory.
+// The C++20 companion of zvxg.h, header-only, in namespace zvxg. Lengths, precisions and layouts
+// are part of types, and what needs memory is an object.
 //
 //     zvxg/dft.hpp        dft, idft, rdft, irdft, hartley; what all calls have in common
 //     zvxg/spectrum.hpp   Spectrum, SpectrumView, convert: layouts of half spectra
@@ -9,11 +9,11 @@
 //     zvxg/batch.hpp      signals, batch: many signals in one array
 //     zvxg/arrays.hpp, zvxg/functions.hpp   what these share
 //
-// Errors are exceptions: std::invalid_argument with a sentence for what a caller got wrong at run
-// time, std::bad_alloc for memory. A constructor that fails leaves no object behind to be asked for
-// its state, and no result has to be unpacked where the only errors are mistakes in the program;
-// what the compiler can see to be wrong does not compile, and a call in which it sees everything is
-// noexcept. An object or an array is as it was before a call that threw.
+// Errors are exceptions: std::invalid_argument, whose text says what the caller got wrong, and
+// std::bad_alloc. With exceptions a failed constructor leaves no object whose state would need to
+// be checked, and no result needs to be unpacked although only mistakes in the program can be
+// errors. What the compiler can see to be wrong does not compile, and a call in which it sees
+// everything is noexcept. A call that throws leaves objects and arrays as they were.
 #pragma once
 
 #include "zvxg/batch.hpp"

@@ -1,8 +1,8 @@
-// What the headers of the companion share: the arrays that a function takes, the checks of their
+// Shared by the headers of the companion: the arrays that a function takes, the checks of their
 // lengths, the texts of errors, and the block of memory that a plan owns.
 //
-// An array is whatever std::span deduces itself from: a C array, std::array, std::vector, a span.
-// Its extent is known to the compiler or not; one that is known is never checked at run time.
+// An array is anything from which std::span can be deduced: a C array, std::array, std::vector, a
+// span. A length that is known to the compiler is not checked at run time.
 #pragma once
 
 #include <algorithm>
@@ -31,7 +31,7 @@ inline constexpr std::size_t kDynamic = std::dynamic_extent;
 
 namespace detail {
 
-// Lengths that may be one: the same, or not both known.
+// Whether two lengths may be equal: they are, or one of them is unknown.
 template <std::size_t kA, std::size_t kB>
 inline constexpr bool kAgree = kA == kB || kA == kDynamic || kB == kDynamic;
 
@@ -41,7 +41,7 @@ using SpanOf = decltype(std::span(std::declval<std::remove_reference_t<Array>&>(
 template <class Array>
 using ElementOf = typename SpanOf<Array>::element_type;
 
-// The precision of an element and the type that the C functions have for it.
+// The precision of an element, and whether it is complex.
 template <class Element>
 struct ElementTraits {};
 template <Real T>
@@ -78,7 +78,7 @@ concept RealArray = requires {
   requires !TraitsOf<Array>::kIsComplex;
 };
 
-// ---- Operands: an array, or a half spectrum of spectrum.hpp ------------------------------------
+// ---- Operands: arrays, and the half spectra of spectrum.hpp ------------------------------------
 
 template <class Operand>
 concept AnySpectrum = requires(std::remove_reference_t<Operand>& operand) {
@@ -125,13 +125,13 @@ template <class Operand>
 concept Writable = !std::is_const_v<typename decltype(memoryOf(
     std::declval<std::remove_reference_t<Operand>&>()))::element_type>;
 
-// The length of a transform as far as the compiler can tell: stated, or that of an operand.
+// The length of a transform if the compiler knows it: as stated, or that of an operand.
 template <std::size_t N, class In, class Out>
 inline constexpr std::size_t kKnownLength = N != kDynamic               ? N
                                             : kLengthOf<In> != kDynamic ? kLengthOf<In>
                                                                         : kLengthOf<Out>;
 
-// Where this holds, nothing is left to be checked at run time.
+// If this holds, nothing needs to be checked at run time.
 template <class In, class Out>
 inline constexpr bool kAllKnown = kLengthOf<In> != kDynamic&& kLengthOf<Out> != kDynamic;
 
@@ -142,7 +142,7 @@ concept Matching = Writable<Out> && std::same_as<NumberOf<In>, NumberOf<Out>> &&
 
 // ---- Checks ------------------------------------------------------------------------------------
 
-// Errors are rare, their texts long: out of the way of the call.
+// Errors are rare and their texts are long, so this code is kept out of the way of the call.
 [[noreturn, gnu::cold, gnu::noinline]] inline void fail(const char* function,
                                                         const std::string& text) {
   throw std::invalid_argument(std::string("zvxg::") + function + ": " + text);
@@ -162,8 +162,8 @@ inline void checkSize(const char* function, const char* what, std::size_t size,
   }
 }
 
-// Whether two arrays share memory. As integers: an order of pointers into two arrays is not
-// defined.
+// Whether two arrays share memory. Compares integers, because comparing pointers into different
+// arrays is undefined.
 template <class A, std::size_t kA, class B, std::size_t kB>
 bool overlap(std::span<A, kA> a, std::span<B, kB> b) {
   const auto startA = reinterpret_cast<std::uintptr_t>(a.data());
@@ -201,7 +201,7 @@ inline void checkStatus(const char* function, int32_t status, std::size_t length
   }
 }
 
-// Where all is known to the compiler, only a flag that was forged by a cast can fail.
+// If the compiler knows all lengths, only a flag made by a cast can fail.
 template <bool kAllKnown>
 void checkResult(const char* function, int32_t status, std::size_t length) noexcept(kAllKnown) {
   if constexpr (kAllKnown) {
@@ -211,12 +211,13 @@ void checkResult(const char* function, int32_t status, std::size_t length) noexc
   }
 }
 
-// The C functions count in int32_t; what is beyond is as little a length as the largest of these.
+// The C functions take an int32_t. They have no kernel for its largest value, so it may represent
+// all lengths beyond it.
 inline int32_t saturated(std::size_t length) {
   return static_cast<int32_t>(std::min<std::size_t>(length, INT32_MAX));
 }
 
-// The length of a transform, with the operands checked as far as the compiler cannot.
+// The length of a transform. Also checks whatever the compiler could not check.
 template <std::size_t N, class In, class Out>
 std::size_t checkedLength(const char* function, In& in, Out& out) noexcept(kAllKnown<In, Out>) {
   constexpr std::size_t kKnown = kKnownLength<N, In, Out>;
@@ -231,7 +232,7 @@ std::size_t checkedLength(const char* function, In& in, Out& out) noexcept(kAllK
 
 // ---- Memory ------------------------------------------------------------------------------------
 
-// A cache line, so that long stores of a plan fill whole ones.
+// A cache line, so that long stores into a plan fill whole lines.
 inline constexpr std::align_val_t kBlockAlignment{64};
 
 struct FreeBlock {
@@ -239,7 +240,7 @@ struct FreeBlock {
 };
 using Block = std::unique_ptr<std::byte, FreeBlock>;
 
-/// Null for no bytes. Throws std::bad_alloc.
+/// Null for 0 bytes. Throws std::bad_alloc.
 inline Block makeBlock(std::size_t bytes) {
   return Block(bytes == 0 ? nullptr
                           : static_cast<std::byte*>(::operator new(bytes, kBlockAlignment)));

@@ -1,10 +1,10 @@
-// Many signals in one array, one after the other or at a stride, and the loop over them.
+// Many signals in one array, one after another or at a stride, and the loop over them.
 //
 //     zvxg::batch(zvxg::signals<12>(in), zvxg::signals<12>(out),
 //                 [](auto x, auto y) { zvxg::dft(x, y); });
 //
-// A signal is a span, whose extent is the length where that is a template argument; what is done
-// with two of them is up to the caller, so one loop serves all transforms, the objects included:
+// Each signal is a span, of constant extent if the length is a template argument. The caller says
+// what to do with two of them, so one loop serves all transforms, including those that are objects:
 //
 //     zvxg::Dct4<float> dct4(256);
 //     zvxg::batch(zvxg::signals(in, 256), zvxg::signals(out, 256), dct4);
@@ -26,13 +26,13 @@
 
 namespace zvxg {
 
-/** A view of as many signals of N elements as an array has room for, each `stride` elements after
- *  the start of the one before. Make it by signals(). It is copied like a pointer. */
+/** A view of as many signals of N elements as fit into an array, each starting `stride` elements
+ *  after the one before. Make it by signals(). It is copied like a pointer. */
 template <class T, std::size_t N = kDynamic>
 class Signals {
  public:
-  /// Throws std::invalid_argument if the length is 0 or not N, and for a stride of 0 or, unless T
-  /// is const, below the length: signals that are written must not overlap.
+  /// Throws std::invalid_argument if the length is 0 or not N, if the stride is 0, or if it is less
+  /// than the length and T is not const: signals that are written to must not overlap.
   Signals(std::span<T> array, std::size_t length, std::size_t stride)
       : data_(array.data()), length_(length), stride_(stride) {
     const std::size_t least = std::is_const_v<T> ? 1 : length;
@@ -56,7 +56,7 @@ class Signals {
   std::size_t length_, stride_, count_;
 };
 
-/** The signals of N elements in an array. What is behind the last whole one is not part of any. */
+/** The signals of N elements in an array. Elements after the last whole signal are left out. */
 template <std::size_t N, class Array>
 auto signals(Array&& array, std::size_t stride = N) {
   return Signals<detail::ElementOf<Array>, N>(array, N, stride);
@@ -72,9 +72,9 @@ auto signals(Array&& array, std::size_t length) {
   return signals(array, length, length);
 }
 
-/** Calls transform(in[i], out[i]) for each i, in rising order. In place, both are one array with one
- *  stride. Throws std::invalid_argument if there are not as many results as signals, before the
- *  first call; all else is up to `transform`. */
+/** Calls transform(in[i], out[i]) for each i, in rising order. For calls in place, both are the
+ *  same array with the same stride. Throws std::invalid_argument, before the first call, if the
+ *  numbers of signals in `in` and `out` differ. All other checks are up to `transform`. */
 template <class In, std::size_t kIn, class Out, std::size_t kOut, class Transform>
 void batch(const Signals<In, kIn>& in, const Signals<Out, kOut>& out, Transform&& transform) {
   if (in.count() != out.count()) {

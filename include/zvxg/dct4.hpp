@@ -17,22 +17,22 @@
 namespace zvxg {
 
 /** The type-IV discrete cosine transform of one length N, a power of two from 2 to 2^26 in single
- *  and to 2^25 in double precision:
+ *  precision or to 2^25 in double:
  *
  *      y[k] = sum over n = 0 .. N-1 of x[n] * cos(pi/N * (n + 1/2) * (k + 1/2)),  k = 0 .. N-1
  *
- *  without a factor. It undoes itself but for the factor N/2: multiply by 2/N once, or by sqrt(2/N)
- *  each time, which makes the transform orthogonal.
+ *  without a factor. Applied twice it multiplies the data by N/2. To get them back multiply by 2/N
+ *  once, or by sqrt(2/N) each time, which makes the transform orthogonal.
  *
- *  The plan is built in a block of this object, from operator new, at a multiple of 64 bytes. Of
- *  the lengths that zvxgDCT4GetSize_32f() accepts, those are refused that are of no use: 2^k + 1,
- *  whose result is no DCT-IV, and those whose size wraps around.
+ *  The plan is built in a block that the object owns, from operator new, at a multiple of 64 bytes.
+ *  The useless lengths that zvxgDCT4GetSize_32f() accepts are refused: 2^k + 1, whose result is not
+ *  a DCT-IV, and those whose size wraps around.
  *
  *  Threads. A call writes to workspaces in the plan, so it is not const: one plan serves one thread
- *  at a time, and clone() makes one for another. Different plans are independent.
+ *  at a time, and clone() makes one for another thread. Different plans are independent.
  *
- *  Moving an object hands over its block, in which the plan stays where it is. An object that was
- *  moved from can be assigned to and destroyed; a call throws. */
+ *  Moving an object hands over its block; the plan itself stays at its address. An object that was
+ *  moved from can be assigned to and destroyed; calling it throws. */
 template <Real T>
 class Dct4 {
  public:
@@ -51,16 +51,16 @@ class Dct4 {
     return *this;
   }
 
-  /// Another plan of the same length, built anew: a plan holds addresses within its block, so a
-  /// copy of the block would be none. Throws as the constructor does.
+  /// Another plan of the same length, built again: a plan holds addresses within its block, so a
+  /// copy of the block would not be a plan. Throws as the constructor does.
   [[nodiscard]] Dct4 clone() const { return Dct4(length_); }
 
   /// Elements of a transform.
   std::size_t length() const noexcept { return length_; }
 
-  /// Transforms `in` into `out`, both of length() elements at any alignment; they may be one array.
-  /// Throws std::invalid_argument for another size and for arrays that overlap in part, and then
-  /// leaves `out` as it was.
+  /// Transforms `in` into `out`, both of length() elements at any alignment; they may be the same
+  /// array. For other sizes, and for arrays that overlap in part, it throws std::invalid_argument
+  /// and leaves `out` as it was.
   void operator()(std::span<const T> in, std::span<T> out) {
     detail::checkSize(kName, "the source", in.size(), length_);
     detail::checkSize(kName, "the destination", out.size(), length_);
@@ -74,7 +74,7 @@ class Dct4 {
 
   static std::size_t checkedBytes(std::size_t length) {
     uint32_t bytes = 0;
-    // The tables alone take as much as an array; a size that wrapped around is below that.
+    // The tables alone are as large as an array; a size that wrapped around is smaller.
     if (!std::has_single_bit(length) || length > INT32_MAX ||
         Functions::kDct4Size(static_cast<int32_t>(length), &bytes) != zvxOk ||
         bytes < length * sizeof(T)) {

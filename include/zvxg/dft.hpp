@@ -1,7 +1,7 @@
 // Discrete Fourier and Hartley transforms of 2 to 64 points.
 //
 //     std::array<std::complex<float>, 12> x, y;
-//     zvxg::dft(x, y);                           // the kernel of 12 points, called by its name
+//     zvxg::dft(x, y);                           // calls the kernel of 12 points by its name
 //     zvxg::dft<12>(vector, y);                  // the same after a check of vector.size()
 //     zvxg::dft(vector, otherVector);            // the kernel of vector.size() points
 //
@@ -9,21 +9,21 @@
 //     zvxg::rdft(samples, spectrum);
 //     zvxg::irdft(spectrum, samples, zvxDivInvByN);
 //
-// What holds for all of them:
+// The same rules apply to all of them:
 //
-//  - Arrays are whatever a std::span can be made of; an element is float, double, std::complex of
-//    these, Complex32 or Complex64. Source and destination have one precision.
-//  - The length is the template argument, or that of an array or spectrum whose type has it. Lengths
-//    known to the compiler must agree and be from 2 to 64, or the call does not compile.
-//  - Where all are known, nothing is checked at run time and nothing can fail: such a call is
-//    noexcept, and no more than the call of the kernel. Otherwise std::invalid_argument is thrown
-//    for lengths that differ or have no kernel, and for arrays that overlap in part, before
-//    anything is written.
-//  - Source and destination may be one array. They may not overlap in part; where nothing is checked
-//    at run time, that is up to the caller.
-//  - `scale` is the flag of zvxg.h, which has the formulas. A number that is none of the four can
-//    get in only by a cast; it is an assertion where nothing is checked, else
-//    std::invalid_argument.
+//  - An array is anything that converts to a std::span. Its elements are float, double,
+//    std::complex of these, Complex32 or Complex64. Source and destination have the same precision.
+//  - The length is the template argument, or that of an array or spectrum whose type has a length.
+//    Lengths known to the compiler must agree and be from 2 to 64, or the call does not compile.
+//  - If all lengths are known to the compiler, nothing is checked at run time and nothing can fail:
+//    the call is noexcept and costs as much as that of the kernel. Otherwise std::invalid_argument
+//    is thrown, before anything is written, for lengths that differ or have no kernel, and for
+//    arrays that overlap in part.
+//  - Source and destination may be the same array. They must not overlap in part, even where that
+//    is not checked.
+//  - `scale` is the flag of zvxg.h, which has the formulas. A value that is none of the four is
+//    only possible by a cast. It fails an assertion where nothing is checked, and throws
+//    std::invalid_argument elsewhere.
 //  - Any number of threads may call at once.
 #pragma once
 
@@ -45,7 +45,7 @@ concept MatchingKernels = Matching<N, In, Out> &&
 template <class S>
 concept WithKernels = AnySpectrum<S> && std::remove_cvref_t<S>::kLayout != Layout::HalfComplex;
 
-// `Element` is what the kernels call an element; std::complex has the same layout.
+// `Element` is the element type of the kernels; std::complex has the same layout.
 template <class Family, class Element, std::size_t N, class In, class Out>
 void transform(const char* name, In& in, Out& out,
                ZvxScaleFlag scale) noexcept(kAllKnown<In, Out>) {
@@ -74,7 +74,7 @@ using FromLayout =
 
 }  // namespace detail
 
-/** The forward DFT of N complex numbers into as many. */
+/** The forward DFT of N complex numbers. */
 template <std::size_t N = kDynamic, detail::ComplexArray In, detail::ComplexArray Out>
 requires detail::MatchingKernels<N, In, Out>
 void dft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kAllKnown<In, Out>) {
@@ -83,7 +83,7 @@ void dft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kAl
                                                                                  scale);
 }
 
-/** The inverse DFT, with the conjugate factors, of N complex numbers into as many. */
+/** The inverse DFT of N complex numbers. */
 template <std::size_t N = kDynamic, detail::ComplexArray In, detail::ComplexArray Out>
 requires detail::MatchingKernels<N, In, Out>
 void idft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kAllKnown<In, Out>) {
@@ -92,8 +92,8 @@ void idft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kA
                                                                                  scale);
 }
 
-/** The half spectrum of N real samples, in the layout of `out`: Ccs, Pack or Perm. In place, the
- *  array has the size of the spectrum, and a SpectrumView of it is the destination. */
+/** The half spectrum of N real samples, in the layout of `out`: Ccs, Pack or Perm. For a call in
+ *  place the array needs the size of the spectrum, and the destination is a SpectrumView of it. */
 template <std::size_t N = kDynamic, detail::RealArray In, detail::WithKernels Out>
 requires detail::MatchingKernels<N, In, Out>
 void rdft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kAllKnown<In, Out>) {
@@ -102,7 +102,7 @@ void rdft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kA
                                                                                   scale);
 }
 
-/** N real samples of a half spectrum in the layout of `in`: Ccs, Pack or Perm. */
+/** The N real samples whose half spectrum is `in`, in the layout Ccs, Pack or Perm. */
 template <std::size_t N = kDynamic, detail::WithKernels In, detail::RealArray Out>
 requires detail::MatchingKernels<N, In, Out>
 void irdft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kAllKnown<In, Out>) {
@@ -111,8 +111,8 @@ void irdft(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::k
                                                                                    scale);
 }
 
-/** The Hartley transform of N real numbers into as many. It has no direction: zvxDivFwdByN and
- *  zvxDivInvByN both divide by N. */
+/** The Hartley transform of N real numbers. It has no direction: zvxDivFwdByN and zvxDivInvByN both
+ *  divide by N. */
 template <std::size_t N = kDynamic, detail::RealArray In, detail::RealArray Out>
 requires detail::MatchingKernels<N, In, Out>
 void hartley(In&& in, Out&& out,

@@ -1,6 +1,6 @@
-// The functions of zvxg.h by precision: Functions<float> and Functions<double>. A family has its
-// kernels in a table by length, which the compiler alone reads: a constant index becomes a call of
-// the kernel by its name.
+// The functions of zvxg.h by precision: Functions<float> and Functions<double>. The kernels of a
+// family are in a table by length that is read at compile time only: a constant index becomes a
+// call of the kernel by its name.
 #pragma once
 
 #include <cstddef>

@@ -1,16 +1,17 @@
 // The body of Mdct and Imdct, after H. S. Malvar, "Signal Processing with Lapped Transforms"
 // (1992).
 //
-// With r[n] = w[n] and s[n] = w[N-1-n] of the rising half of the window, each block of N samples
-// has its samples reflected with their mirrors,
+// Let w be the rising half of the window, r[n] = w[n] and s[n] = w[N-1-n]. In each block of N
+// samples, every sample is combined with its mirror,
 //
 //     p[n] = s[n] x[n] + r[n] x[N-1-n]
 //     q[n] = r[n] x[n] - s[n] x[N-1-n],    n = 0 .. N/2-1,
 //
-// and a frame is the DCT-IV of -p, backwards, of its second block, followed by q of its first. Both
-// steps are their own inverses, the matrix (s r; r -s) as s^2 + r^2 = 1: the way back takes them in
-// the other order. Either way half a block is kept from one call to the next. The factor sqrt(2/N)
-// of the transform is part of r and s.
+// and a frame is the DCT-IV of -p of its second block, reversed, followed by q of its first block.
+// Both steps are their own inverses: the DCT-IV up to its factor, and the matrix (s r; r -s)
+// because s^2 + r^2 = 1. So the inverse does them in the other order. In both directions half a
+// block is kept from one call to the next. The factor sqrt(2/N) of the transform is part of r and
+// s.
 #pragma once
 
 #include <algorithm>
@@ -27,19 +28,19 @@
 
 namespace zvxg::detail {
 
-// Neighbours in a vector of 16 bytes, which every x86-64 has; compilers do not make vectors of the
-// loops below, as one index rises and one falls. A scalar is a vector of one lane.
+// Vectors of 16 bytes, which every x86-64 has. Compilers do not vectorise the loops below, because
+// one index rises while another falls. A scalar is a vector of one lane.
 template <Real T>
 struct Lanes {
   using Vector [[gnu::vector_size(16)]] = T;
 };
 
-inline float backwards(float x) { return x; }
-inline double backwards(double x) { return x; }
-inline Lanes<float>::Vector backwards(Lanes<float>::Vector x) {
+inline float reversed(float x) { return x; }
+inline double reversed(double x) { return x; }
+inline Lanes<float>::Vector reversed(Lanes<float>::Vector x) {
   return __builtin_shufflevector(x, x, 3, 2, 1, 0);
 }
-inline Lanes<double>::Vector backwards(Lanes<double>::Vector x) {
+inline Lanes<double>::Vector reversed(Lanes<double>::Vector x) {
   return __builtin_shufflevector(x, x, 1, 0);
 }
 
@@ -86,8 +87,8 @@ class Lap {
     checkSize(name_, "the array of coefficients", coefficients.size(), length());
     forEachPair([half = half_, in = samples.data(), folded = folded_.data(),
                  carry = carry_.data()]<class V>(std::size_t n, std::size_t mirror, V r, V s) {
-      const V x = load<V>(in + n), y = backwards(load<V>(in + mirror));
-      store(folded + mirror - half, backwards(-(s * x + r * y)));
+      const V x = load<V>(in + n), y = reversed(load<V>(in + mirror));
+      store(folded + mirror - half, reversed(-(s * x + r * y)));
       store(folded + half + n, load<V>(carry + n));
       store(carry + n, r * x - s * y);
     });
@@ -102,13 +103,13 @@ class Lap {
                  carry = carry_.data()]<class V>(std::size_t n, std::size_t mirror, V r, V s) {
       const V p = load<V>(carry + n), q = load<V>(folded + half + n);
       store(out + n, s * p + r * q);
-      store(out + mirror, backwards(r * p - s * q));
-      store(carry + n, -backwards(load<V>(folded + mirror - half)));
+      store(out + mirror, reversed(r * p - s * q));
+      store(carry + n, -reversed(load<V>(folded + mirror - half)));
     });
   }
 
  private:
-  // Calls body(n, mirror, r[n], s[n]) for runs of samples from n on, whose mirrors start at
+  // Calls body(n, mirror, r, s) for each vector of samples, from n on; their mirrors start at
   // `mirror`.
   template <class Body>
   void forEachPair(const Body& body) const {

@@ -1,22 +1,22 @@
-// The modified discrete cosine transform (MDCT) of a signal, block by block, and the way back.
+// The modified discrete cosine transform (MDCT) of a signal, block by block, and its inverse.
 //
 //     zvxg::Mdct<float> analysis(zvxg::sineWindow<float>(1024));
 //     zvxg::Imdct<float> synthesis(zvxg::sineWindow<float>(1024));
-//     for (;;) {                               // 1024 samples each time
+//     for (;;) {                                 // 1024 samples each time
 //       analysis(samples, coefficients);
-//       synthesis(coefficients, samplesBefore);  // those of the call before
+//       synthesis(coefficients, samplesBefore);  // the samples of the previous call
 //     }
 //
-// A frame is a window over 2N samples, of which N are new; its N coefficients are
+// A frame is a window over 2N samples, N of them new; its N coefficients are
 //
 //     X[k] = sqrt(2/N) * sum over n = 0 .. 2N-1 of w[n] x[n] cos(pi/N (n + 1/2 + N/2) (k + 1/2))
 //
-// Neighbouring frames share N samples. The coefficients of each give these back with time-reversed
-// copies mixed in, which cancel in the sum of the two if the window has w[n] = w[2N-1-n] and
-// w[n]^2 + w[N+n]^2 = 1: time-domain aliasing cancellation, J. P. Princen and A. B. Bradley,
-// "Analysis/synthesis filter bank design based on time domain aliasing cancellation", IEEE Trans.
-// ASSP-34 (1986). With this factor the transform of a signal is orthogonal, so the energy of the
-// coefficients is that of the samples.
+// Neighbouring frames share N samples. The coefficients of each frame give them back with
+// time-reversed copies mixed in. These copies cancel in the sum of the two frames if the window has
+// w[n] = w[2N-1-n] and w[n]^2 + w[N+n]^2 = 1: time-domain aliasing cancellation, J. P. Princen and
+// A. B. Bradley, "Analysis/synthesis filter bank design based on time domain aliasing
+// cancellation", IEEE Trans. ASSP-34 (1986). With the factor sqrt(2/N) the transform of a signal is
+// orthogonal, so the coefficients have the same energy as the samples.
 //
 // lap.hpp has the algorithm.
 #pragma once
@@ -35,7 +35,8 @@
 namespace zvxg {
 
 /** The rising half of the sine window of 2N samples: w[n] = sin(pi/(2N) (n + 1/2)), n = 0 .. N-1.
- *  The best coding gain of a smooth spectrum; its side lobes fall off slowly. `length` is N. */
+ *  It has the best coding gain for a smooth spectrum; its side lobes fall off slowly. `length` is
+ *  N. */
 template <Real T>
 std::vector<T> sineWindow(std::size_t length) {
   std::vector<T> window(length);
@@ -51,8 +52,8 @@ std::vector<T> sineWindow(std::size_t length) {
  *      w[n]^2 = (sum over j = 0 .. n of k[j]) / (sum over j = 0 .. N of k[j]),  n = 0 .. N-1,
  *      k[j] = I0(pi alpha sqrt(1 - (2j/N - 1)^2)).
  *
- *  A larger `alpha` trades a wider main lobe for lower side lobes: 4 is usual for 2N = 2048 samples,
- *  5 or 6 for 256, 0 gives the root of a ramp. L. D. Fielder and others, "AC-2 and AC-3:
+ *  A larger `alpha` gives lower side lobes and a wider main lobe: 4 is usual for 2N = 2048 samples,
+ *  5 or 6 for 256; 0 gives the square root of a ramp. L. D. Fielder and others, "AC-2 and AC-3:
  *  Low-complexity transform-based audio coding", AES (1996). `length` is N. Throws
  *  std::invalid_argument unless `alpha` is from 0 to 1000. */
 template <Real T>
@@ -84,21 +85,21 @@ std::vector<T> kbdWindow(std::size_t length, double alpha) {
 
 /** Analysis: samples to coefficients. Before the first block the signal is taken to be zero.
  *
- *  An object belongs to one signal and one thread; it can be moved, and then the object that was
- *  moved from only assigned to or destroyed. The products with the window are compiled with the
- *  program, so its options decide whether they are fused with a sum. */
+ *  An object serves one signal and one thread. It can be moved; an object that was moved from can
+ *  only be assigned to and destroyed. The products with the window are compiled as part of the
+ *  program, so its compiler options decide whether they are fused with a sum. */
 template <Real T>
 class Mdct {
  public:
-  /// `window` is the rising half of a symmetric window, N samples: sineWindow(), kbdWindow() or one
-  /// of your own; the falling half is its mirror. N is a power of two, as for Dct4. Throws
-  /// std::invalid_argument for another length, and for a window that does not have
-  /// w[n]^2 + w[N-1-n]^2 = 1; std::bad_alloc if there is no memory.
+  /// `window` is the rising half of a symmetric window, N samples, from sineWindow(), kbdWindow()
+  /// or of your own; the falling half is its mirror image. N is a power of two, as for Dct4. Throws
+  /// std::invalid_argument for another length, and for a window that does not satisfy w[n]^2 +
+  /// w[N-1-n]^2 = 1; std::bad_alloc if there is no memory.
   explicit Mdct(std::span<const T> window) : lap_("Mdct", window) {}
 
-  /// Takes the next N samples and gives the N coefficients of the frame of these and the N before.
-  /// The arrays may overlap. Throws std::invalid_argument for another size, and then neither array
-  /// nor object has changed.
+  /// Takes the next N samples and gives the N coefficients of the frame made of these and the N
+  /// samples before. The arrays may overlap. For other sizes it throws std::invalid_argument and
+  /// leaves the arrays and the object as they were.
   void operator()(std::span<const T> samples, std::span<T> coefficients) {
     lap_.analyse(samples, coefficients);
   }
@@ -106,25 +107,25 @@ class Mdct {
   /// N, samples per block and coefficients per frame.
   std::size_t length() const noexcept { return lap_.length(); }
 
-  /// As after the constructor: the next block is the first of a signal.
+  /// Returns to the state after construction: the next block is the first of a signal.
   void reset() noexcept { lap_.reset(); }
 
  private:
   detail::Lap<T> lap_;
 };
 
-/** Synthesis: coefficients to samples, by overlap and addition of neighbouring frames. Threads and
- *  moves are as for Mdct. */
+/** Synthesis: coefficients to samples, by adding the overlapping parts of neighbouring frames.
+ *  Threads and moves are as for Mdct. */
 template <Real T>
 class Imdct {
  public:
   /// As for Mdct, with the window of the analysis.
   explicit Imdct(std::span<const T> window) : lap_("Imdct", window) {}
 
-  /// Takes the N coefficients of the next frame and gives N samples: those of the block before the
-  /// one that completed the frame, as the other half of the latter comes with the frame after. So
-  /// what the first call gives lies before the signal, and one more block of zeros after its end
-  /// brings out its last samples. The arrays may overlap. Throws as Mdct does.
+  /// Takes the N coefficients of the next frame and gives N samples. They are the first block of
+  /// this frame; the second block needs the next frame too. So the output is one block late: the
+  /// first call gives the block before the signal, and to get its last samples you append one block
+  /// of zeros. The arrays may overlap. Throws as Mdct does.
   void operator()(std::span<const T> coefficients, std::span<T> samples) {
     lap_.synthesise(coefficients, samples);
   }
@@ -132,7 +133,7 @@ class Imdct {
   /// N, coefficients per frame and samples per block.
   std::size_t length() const noexcept { return lap_.length(); }
 
-  /// As after the constructor: the next frame is the first of a signal.
+  /// Returns to the state after construction: the next frame is the first of a signal.
   void reset() noexcept { lap_.reset(); }
 
  private:

@@ -1,6 +1,6 @@
-// The half spectrum of a real signal as a type that says how it is stored: layout, precision and
-// length. Spectrum owns its numbers, SpectrumView refers to yours; convert() goes from any layout
-// to any other. docs/layouts.md shows the layouts side by side.
+// Types for the half spectrum of a real signal, with its layout, precision and length. Spectrum
+// owns its numbers, SpectrumView refers to yours; convert() goes from any layout to any other.
+// docs/layouts.md shows the layouts side by side.
 #pragma once
 
 #include <array>
@@ -15,14 +15,14 @@
 
 namespace zvxg {
 
-/** Where the parts of the bins X[k] = R[k] + i I[k], k = 0 .. h, of N real samples are; h is N/2
- *  rounded down. I[0] is zero, and I[N/2] for even N. */
+/** The places of the bins X[k] = R[k] + i I[k], k = 0 .. h, of N real samples, where h is N/2
+ *  rounded down. I[0] is zero, and for even N so is I[N/2]. */
 enum class Layout {
   Ccs,         ///< R[k], I[k] for all k, zeros included: NumPy's rfft. N+2 numbers, N+1 for odd N
   Pack,        ///< R[0], the pairs R[k], I[k], and for even N R[N/2] at the end. N numbers
   Perm,        ///< for even N R[0], R[N/2], then the pairs; for odd N as Pack. N numbers
   HalfComplex  ///< R[0] .. R[h], then backwards the I[k] that are not zero: FFTW's r2hc. N numbers.
-               ///< No transform here reads or writes it, only convert()
+               ///< Only convert() reads and writes it, no transform does
 };
 
 /// How many numbers the spectrum of `length` samples has.
@@ -38,7 +38,7 @@ struct BinPlace {
 
 constexpr bool isOwnMirror(std::size_t length, std::size_t k) { return k == 0 || 2 * k == length; }
 
-// Of a bin that is its own mirror, the place of the imaginary part counts in CCS alone.
+// If a bin is its own mirror, the place of its imaginary part matters in CCS only.
 constexpr BinPlace binPlace(Layout layout, std::size_t length, std::size_t k) {
   if (layout == Layout::Ccs) return {2 * k, 2 * k + 1};
   if (layout == Layout::HalfComplex) return {k, length - k};
@@ -56,16 +56,16 @@ constexpr std::size_t binsOf(std::size_t length) {
   return length == kDynamic ? kDynamic : length / 2 + 1;
 }
 
-// A complex number of parts `T`, const if they are.
+// A complex number with parts of type T, const if T is.
 template <class T>
 using ComplexOf = std::conditional_t<std::is_const_v<T>, const std::complex<std::remove_const_t<T>>,
                                      std::complex<T>>;
 
 }  // namespace detail
 
-/** A half spectrum of N samples in an array of yours. `T` is float or double, const in a view that
- *  is only read; N is a constant, or kDynamic and given to the constructor. A view is copied like a
- *  pointer and valid as long as its array. */
+/** A half spectrum of N samples in your own array. T is float or double, const in a view that is
+ *  only read. N is a constant, or kDynamic, and then an argument of the constructor. A view is
+ *  copied like a pointer and valid as long as its array. */
 template <Layout kKind, class T, std::size_t N = kDynamic>
 requires Real<std::remove_const_t<T>>
 class SpectrumView {
@@ -78,7 +78,7 @@ class SpectrumView {
   static constexpr Layout kLayout = kKind;   ///< places of the bins
   static constexpr std::size_t kLength = N;  ///< samples of the signal, or kDynamic
 
-  /// Of spectrumSize(kKind, N) numbers.
+  /// A view of spectrumSize(kKind, N) numbers.
   explicit SpectrumView(Numbers numbers) noexcept requires kKnown : numbers_(numbers) {}
   /// Throws std::invalid_argument unless there are spectrumSize(kKind, length) numbers.
   SpectrumView(Numbers numbers, std::size_t length) requires(!kKnown)
@@ -86,7 +86,7 @@ class SpectrumView {
     detail::checkSize("SpectrumView", "the array", numbers.size(), spectrumSize(kKind, length));
   }
 
-  /// CCS of complex bins 0 .. N/2, the order of NumPy's rfft.
+  /// A view of the complex bins 0 .. N/2, in the order of NumPy's rfft.
   explicit SpectrumView(Pairs bins) noexcept requires(kPairs&& kKnown)
       : SpectrumView(Numbers(numbersOf(bins), 2 * bins.size())) {}
   /// Throws std::invalid_argument unless there are length / 2 + 1 bins.
@@ -100,14 +100,14 @@ class SpectrumView {
   /// Itself, as Spectrum::view().
   SpectrumView view() const noexcept { return *this; }
 
-  /// X[k], k = 0 .. length() / 2. What CCS has for the parts that are zero is not read.
+  /// X[k], k = 0 .. length() / 2. The places where CCS stores zeros are not read.
   std::complex<Number> bin(std::size_t k) const noexcept {
     assert(2 * k <= length());
     const auto [re, im] = detail::binPlace(kKind, length(), k);
     return {numbers_[re], detail::isOwnMirror(length(), k) ? Number(0) : numbers_[im]};
   }
 
-  /// Sets X[k]. The imaginary part of a bin that has none is taken as zero.
+  /// Sets X[k]. For a bin without imaginary part, that of `value` is taken as zero.
   void setBin(std::size_t k, std::complex<Number> value) const noexcept
       requires(!std::is_const_v<T>) {
     assert(2 * k <= length());
@@ -118,7 +118,7 @@ class SpectrumView {
   }
 
  private:
-  // std::complex promises that an array of it can be read as one of numbers.
+  // The standard permits reading an array of std::complex as an array of numbers.
   static T* numbersOf(Pairs bins) noexcept { return reinterpret_cast<T*>(bins.data()); }
 
   Numbers numbers_;
@@ -127,9 +127,9 @@ class SpectrumView {
       length_;
 };
 
-/** A half spectrum of N samples that owns its numbers, zeros at first: an array of constant size in
- *  the object, or from the heap where N is given to the constructor. A spectrum of run-time length
- *  that was moved from can be assigned to and destroyed; a call with it throws. */
+/** A half spectrum of N samples that owns its numbers. They are in the object if N is a constant,
+ *  and on the heap if N is an argument of the constructor; they start as zeros. A spectrum of
+ *  run-time length that was moved from can be assigned to and destroyed; calls with it throw. */
 template <Layout kKind, Real T, std::size_t N = kDynamic>
 class Spectrum {
   static constexpr bool kKnown = N != kDynamic;
@@ -144,7 +144,7 @@ class Spectrum {
   explicit Spectrum(std::size_t length) requires(!kKnown)
       : numbers_(spectrumSize(kKind, length)), length_(length) {}
 
-  /// What the functions take; valid as long as the spectrum is neither moved nor destroyed.
+  /// A view for the functions, valid as long as the spectrum is neither moved nor destroyed.
   SpectrumView<kKind, T, N> view() noexcept(kKnown) { return viewOf<T>(numbers_); }
   /// The same, to be read only.
   SpectrumView<kKind, const T, N> view() const noexcept(kKnown) {
@@ -157,9 +157,9 @@ class Spectrum {
   auto numbers() noexcept(kKnown) { return view().numbers(); }
   /// The same, to be read only.
   auto numbers() const noexcept(kKnown) { return view().numbers(); }
-  /// As of SpectrumView.
+  /// As SpectrumView::bin().
   std::complex<T> bin(std::size_t k) const noexcept(kKnown) { return view().bin(k); }
-  /// As of SpectrumView.
+  /// As SpectrumView::setBin().
   void setBin(std::size_t k, std::complex<T> value) noexcept(kKnown) { view().setBin(k, value); }
 
  private:
@@ -179,8 +179,8 @@ class Spectrum {
       length_{};
 };
 
-/** Copies a half spectrum from any layout to any other of the same precision and length. Zeros that
- *  the source does not store are written as +0.0. The arrays must be apart. Throws
+/** Copies a half spectrum from any layout to any other, with the same precision and length. Zeros
+ *  that the source does not store are written as +0.0. The arrays must not overlap. Throws
  *  std::invalid_argument if lengths known only at run time differ, or if the arrays overlap. */
 template <detail::AnySpectrum From, detail::AnySpectrum To>
 requires detail::Matching<kDynamic, From, To>

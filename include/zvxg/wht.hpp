@@ -1,6 +1,6 @@
 // The Walsh-Hadamard transform: wht<order>() up to order 7, and Wht<T>, which owns the work buffer
-// of the longer ones. Arrays, `scale`, errors and noexcept are as told in dft.hpp. The transform
-// has no direction.
+// that longer ones need. Arrays, `scale`, errors and noexcept are as in dft.hpp. The transform has
+// no direction.
 #pragma once
 
 #include <cstddef>
@@ -13,15 +13,18 @@
 #include "zvxg/functions.hpp"
 
 namespace zvxg {
+namespace detail {
 
-/** The Walsh-Hadamard transform of 2^kOrder real numbers into as many, in natural order, for the
- *  orders 1 to 7, which need no buffer. Any number of threads may call at once. */
+template <int kOrder, class In, class Out>
+concept MatchingOrder = kOrder >= 1 && kOrder <= 7 && Matching<std::size_t{1} << kOrder, In, Out>;
+
+}  // namespace detail
+
+/** The Walsh-Hadamard transform of 2^kOrder real numbers, in natural order, for the orders 1 to 7,
+ *  which need no buffer. Any number of threads may call at once. */
 template <int kOrder, detail::RealArray In, detail::RealArray Out>
-requires(kOrder >= 1 && kOrder <= 7 &&
-         detail::Matching<std::size_t{1} << kOrder, In,
-                          Out>) void wht(In&& in, Out&& out,
-                                         ZvxScaleFlag scale =
-                                             zvxNoDiv) noexcept(detail::kAllKnown<In, Out>) {
+requires detail::MatchingOrder<kOrder, In, Out>
+void wht(In&& in, Out&& out, ZvxScaleFlag scale = zvxNoDiv) noexcept(detail::kAllKnown<In, Out>) {
   using T = detail::NumberOf<In>;
   constexpr detail::BufferedKernel<T> kKernel = detail::Functions<T>::kWht[kOrder - 1];
   const std::size_t length = detail::checkedLength<std::size_t{1} << kOrder>("wht", in, out);
@@ -32,14 +35,14 @@ requires(kOrder >= 1 && kOrder <= 7 &&
 
 /** The Walsh-Hadamard transform of one order, 1 to 13, with its work buffer.
  *
- *  The buffer belongs to the object and not to the thread: then it is plain who holds up to 72 KB
- *  and for how long, and a call looks nothing up. A call writes to it, so it is not const; an object
- *  serves one thread at a time, and clone() makes one for another. An object that was moved from can
- *  be assigned to and destroyed; a call throws. */
+ *  The buffer belongs to the object, not to the thread. So it is clear what holds up to 72 KB and
+ *  for how long, and a call need not look it up. A call writes to the buffer, so it is not const:
+ *  an object serves one thread at a time, and clone() makes one for another thread. An object that
+ *  was moved from can be assigned to and destroyed; calling it throws. */
 template <Real T>
 class Wht {
  public:
-  /// Throws std::invalid_argument for another order, std::bad_alloc if there is no memory.
+  /// Throws std::invalid_argument for any other order, std::bad_alloc if there is no memory.
   explicit Wht(int order) : order_(order), buffer_(detail::makeBlock(bytesOf(order))) {}
   /// Takes over what `other` holds.
   Wht(Wht&& other) noexcept
@@ -51,7 +54,7 @@ class Wht {
     return *this;
   }
 
-  /// Another object of this order.
+  /// Another object of the same order.
   [[nodiscard]] Wht clone() const { return Wht(order_); }
 
   /// Logarithm of the length to base 2.
@@ -59,8 +62,8 @@ class Wht {
   /// Elements of a transform.
   std::size_t length() const noexcept { return std::size_t{1} << order_; }
 
-  /// Transforms `in` into `out`, both of length() elements; they may be one array. Throws
-  /// std::invalid_argument for another size and for arrays that overlap in part.
+  /// Transforms `in` into `out`, both of length() elements; they may be the same array. Throws
+  /// std::invalid_argument for other sizes and for arrays that overlap in part.
   void operator()(std::span<const T> in, std::span<T> out, ZvxScaleFlag scale = zvxNoDiv) {
     detail::checkSize(kName, "the source", in.size(), length());
     detail::checkSize(kName, "the destination", out.size(), length());
