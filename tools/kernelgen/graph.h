@@ -2,7 +2,7 @@
 //
 // A node is the value of one register, whose lanes are real numbers; one lane is a scalar. Equal nodes
 // are shared and nothing else is simplified: the association of sums and products by 1 or 0 are
-// part of the result. Nodes are only appended, so an operand stands before its user.
+// part of the result. Nodes are only appended, so an operand comes before its user.
 #pragma once
 
 #include <string>
@@ -62,7 +62,7 @@ struct Node {
   int lanes;
   NodeId a = kNoNode;
   NodeId b = kNoNode;
-  // Load, Store: what stands in the lanes, kNoElement for zeros or for lanes that are not stored.
+  // Load, Store: what the lanes hold, kNoElement for zeros or for lanes that are not stored.
   Unit unit = Unit::Real;
   std::vector<int> elements = {};
   // Const

@@ -14,7 +14,7 @@ namespace {
 
 using Order = std::vector<NodeId>;
 
-bool standsBefore(const Node& n) { return n.op == Op::Const || n.op == Op::Scale; }
+bool isDeclared(const Node& n) { return n.op == Op::Const || n.op == Op::Scale; }
 
 // The names that the C++ text has with the statements in that order.
 std::vector<std::string> namesOf(const Graph& g, const Order& order) {
@@ -22,11 +22,11 @@ std::vector<std::string> namesOf(const Graph& g, const Order& order) {
   std::vector<std::string> names(g.size());
   for (NodeId id : order) {
     for (NodeId o : g[id].operands()) {
-      if (standsBefore(g[o]) && names[o].empty()) names[o] = naming.next(g[o]);
+      if (isDeclared(g[o]) && names[o].empty()) names[o] = naming.next(g[o]);
     }
   }
   for (NodeId id : order) {
-    if (g[id].op != Op::Store && !standsBefore(g[id])) names[id] = naming.next(g[id]);
+    if (g[id].op != Op::Store && !isDeclared(g[id])) names[id] = naming.next(g[id]);
   }
   return names;
 }
@@ -109,7 +109,7 @@ std::string printedSchedule(const Graph& g, const Design& design) {
       continue;
     }
     alive += g[i.node].op != Op::Store;
-    for (NodeId o : g[i.node].operands()) alive -= !standsBefore(g[o]) && --usesLeft[o] == 0;
+    for (NodeId o : g[i.node].operands()) alive -= !isDeclared(g[o]) && --usesLeft[o] == 0;
     const std::string count = std::to_string(alive);
     s += std::string(4 - count.size(), ' ') + count + "  " + printed(g, i.node, names) + "\n";
   }

@@ -1,4 +1,4 @@
-// Which values of a kernel stand in registers and which in memory, statement by statement.
+// Which values of a kernel are in registers and which in memory, statement by statement.
 //
 // A compiler finds places for values and constants itself, and reaches them by instructions of
 // eight and nine bytes. That is nothing to a kernel that stays in the cache of decoded

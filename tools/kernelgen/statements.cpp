@@ -136,7 +136,7 @@ class Writer {
 
   // ---- Constants
 
-  // What stands before all statements: a constant or the scale.
+  // A constant or the scale, ahead of all statements.
   void declare(NodeId id) {
     const Node& n = g_[id];
     if (n.op != Op::Const && n.op != Op::Scale) return;
