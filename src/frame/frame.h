@@ -53,6 +53,7 @@ inline int32_t check(const void* src, const void* dst, int32_t flag) {
 
 template <std::uintptr_t kBytes>
 inline bool onBoundary(const void* src, const void* dst) {
+  static_assert((kBytes & (kBytes - 1)) == 0);
   return ((reinterpret_cast<std::uintptr_t>(src) | reinterpret_cast<std::uintptr_t>(dst)) &
           (kBytes - 1)) == 0;
 }
