@@ -1,6 +1,6 @@
-// libzvxcore: the default zvxMalloc and zvxFree behind libzvxg. They are ordinary dynamic symbols,
-// so definitions in the program itself come first in the lookup order and replace them; in a static
-// link the archive member is simply not pulled in.
+// libzvxcore: the default zvxMalloc and zvxFree for libzvxg. They are ordinary dynamic symbols, so
+// definitions in the program itself come first in the lookup order and replace them. In a static
+// link the archive member is then not pulled in.
 
 #include <algorithm>
 #include <cstddef>
@@ -17,7 +17,8 @@ constexpr std::size_t kAlignment = 64;
 
 extern "C" void* zvxMalloc(int32_t bytes) noexcept {
   if (bytes < 0) return nullptr;
-  // aligned_alloc wants a multiple of the alignment, and null would mean failure for 0 bytes too.
+  // aligned_alloc needs a multiple of the alignment. For 0 bytes a line is allocated, because null
+  // would mean failure.
   const std::size_t lines = (static_cast<std::size_t>(bytes) + kAlignment - 1) / kAlignment;
   return std::aligned_alloc(kAlignment, std::max<std::size_t>(lines, 1) * kAlignment);
 }

@@ -1,13 +1,13 @@
-// Memory of a plan. Everything that a plan holds lies in one block that the caller provides, and
-// the block is its own allocator: its first word is the cursor, the address of the next allocation.
+// The memory of a plan. Everything that a plan holds is in one block from the caller, and the block
+// is its own allocator: its first word is the cursor, the address of the next allocation.
 //
 //     block                                                                block + reported size
 //     | cursor | slack | Dct4Spec | heads of its lists | records, tables, workspaces ... | slack |
 //                      ^ the cursor starts here, at a multiple of 32
 //
 // The cursor moves by multiples of 32 only, so tables and workspaces suit aligned 256-bit accesses.
-// Nothing knows where the block ends: the size that is reported for a length covers what its plan
-// takes. Releases are subtractions in any order; only their total matters.
+// The end of the block is not recorded: the size reported for a length covers what its plan takes.
+// Releases are subtractions in any order; only their total matters.
 #pragma once
 
 #include <cstdint>
@@ -21,23 +21,23 @@ struct __attribute__((packed)) Arena {
 
 constexpr uint32_t alignUp32(uint32_t bytes) { return (bytes + 31) & ~uint32_t{31}; }
 
-// The block as an arena. The remainder that aligns the cursor is that of the signed low half of the
-// address, so where bit 31 of it is set the cursor is rounded up and not down.
+// The block as an arena. The cursor is aligned by the remainder of the signed low half of the
+// address. So where bit 31 of the address is set, the cursor is rounded up instead of down.
 Arena* arenaStart(void* block);
 
 void* arenaAlloc(Arena* arena, uint32_t bytes);
 
-// Gives back the amount by which the cursor moved. The memory itself is of no concern.
+// Returns how far the cursor moved. The memory itself is not used.
 int32_t arenaRelease(Arena* arena, const void* memory, uint32_t bytes);
 
-// What lists need to know of the records in them: every record starts with this.
+// Every record starts with this; lists need it to destroy their records.
 struct RecordHead {
-  void (*destroy)(void* record);  // gives back what the record holds, but not the record
-  uint32_t size;                  // bytes that were asked for the record
+  void (*destroy)(void* record);  // releases what the record holds, but not the record
+  uint32_t size;                  // bytes that were allocated for the record
 };
 
-// A cell of a list of records, and as its first cell the list. The head is there from the start, so
-// the first record costs no cell.
+// A cell of a list of records. The first cell is the list itself; it exists from the start, so the
+// first record needs no further cell.
 struct NodeList {
   void* item;  // null in the head of an empty list
   NodeList* next;
@@ -50,7 +50,7 @@ NodeList* nodeListInit(NodeList* cell, Arena* arena);
 NodeList* nodeListMake(Arena* arena);
 void* nodeListAppend(NodeList* list, void* record);
 
-// Null for a negative index; the index one behind the last cell must not be asked for.
+// Null for a negative index. The index one past the last cell must not be passed.
 void* nodeListAt(const NodeList* list, int32_t index);
 
 void nodeListReleaseCells(NodeList* list);

@@ -1,7 +1,7 @@
-// DCT-IV of the direct lengths, 2 to 64: straight-line code. The length N is split by a radix r, m
-// = N / (2r), which is the factorisation of the long lengths too: column c, made of element c from
-// both ends of each block of 2r, goes through an odd transform of length 2m, is rotated by e(pi
-// (2c+1)(2k+1) / (4N)), and for each k the r columns go through an odd synthesis of length 2r.
+// Straight-line code for the DCT-IV of the direct lengths, 2 to 64. As in the long lengths, N is
+// split by a radix r, with m = N / (2r). Column c consists of element c from both ends of each
+// block of 2r. It goes through an odd transform of length 2m, and its element k is rotated by e(pi
+// (2c+1)(2k+1) / (4N)). Then for each k the r columns go through an odd synthesis of length 2r.
 #pragma once
 
 #include <immintrin.h>
@@ -33,8 +33,8 @@ ZVXG_INLINE inline std::array<Complex<V>, kLength / 2> directColumn(
   }
 }
 
-// On numbers V, scalars or lanes that are transforms of their own: load(i) is element i of the source,
-// and store(i, v) takes that of the result.
+// The transform of numbers V: scalars, or vectors each of whose lanes is a transform of its own.
+// load(i) gives element i of the source, store(i, v) takes element i of the result.
 template <class V, int kLength, class Load, class Store>
 ZVXG_INLINE inline void directDct4(const Load& load, const Store& store) {
   constexpr int r = directRadix(kLength), m = kLength / (2 * r);
@@ -47,7 +47,7 @@ ZVXG_INLINE inline void directDct4(const Load& load, const Store& store) {
     });
     w[c] = directColumn(z);
   });
-  // From here on nothing is loaded, as the destination may be the source.
+  // Nothing is loaded after this point, because the destination may be the source.
   unroll<m>([&](auto k) ZVXG_INLINE {
     std::array<Complex<V>, r> z;
     unroll<r>([&](auto c)
@@ -60,9 +60,8 @@ ZVXG_INLINE inline void directDct4(const Load& load, const Store& store) {
   });
 }
 
-// Lengths whose two columns are long enough go through their transforms as two lanes of a vector,
-// the others of which are zero. The synthesis, which joins the columns, then has four k in the
-// lanes.
+// If the two columns of a length are long enough, they are two lanes of a vector whose other lanes
+// are zero. In the synthesis, which joins the columns, the lanes are four values of k.
 using ColumnPair __attribute__((vector_size(16))) = float;
 
 struct ColumnPairs {
@@ -74,7 +73,7 @@ struct ColumnPairs {
     const __m128 pair = load(p);
     return _mm_permute_ps(pair, 0xe1);
   }
-  // Lane 0, and lane 1, of four vectors.
+  // Lane 0 of four vectors, and lane 1 of them.
   static std::array<ColumnPair, 2> transposed(const ColumnPair* v) {
     const __m128 low = _mm_unpacklo_ps(v[0], v[1]), high = _mm_unpacklo_ps(v[2], v[3]);
     return {_mm_movelh_ps(low, high), _mm_movehl_ps(high, low)};
@@ -105,7 +104,7 @@ void directDct4OfPairs(const float* src, float* dst) {
     re[k] = turned.re;
     im[k] = turned.im;
   });
-  // From here on src is not read, as dst may be the same.
+  // Nothing is read from src after this point, because dst may be the same.
   unroll<m / 4>([&](auto g) ZVXG_INLINE {
     constexpr int k = 4 * g;
     const auto partsRe = ColumnPairs::transposed(&re[k]), partsIm = ColumnPairs::transposed(&im[k]);
@@ -119,7 +118,7 @@ void directDct4OfPairs(const float* src, float* dst) {
 }
 
 // Length 4 rotates (x0, x3) by 7 pi/16 and (x1, x2) by 5 pi/16 in three lifting steps of one
-// product each; real and imaginary parts come out exchanged.
+// product each, which exchanges real and imaginary parts.
 template <class V, class Load, class Store>
 ZVXG_INLINE inline void directDct4Lifted(const Load& load, const Store& store) {
   using T = Element<V>;
@@ -136,7 +135,7 @@ ZVXG_INLINE inline void directDct4Lifted(const Load& load, const Store& store) {
   store(3, a2 - c2);
 }
 
-// What a direct length does to each element of a vector, or to a scalar.
+// The transform of a direct length, of scalars or of each lane of vectors.
 template <class V, int kLength, class Load, class Store>
 ZVXG_INLINE inline void directDct4InLanes(const Load& load, const Store& store) {
   if constexpr (kLength == 4) {

@@ -5,9 +5,10 @@
 namespace zvxg::dct4 {
 namespace {
 
-// Bytes of an array from which on the writing of a stage changes. A plan touches six arrays and
-// more; rows of inner splits conflict early, and past the caches is only worth it where they are
-// passed anyway. Measured on Zen 3 with 512 KB and 32 MB of cache.
+// The sizes of an array, in bytes, at which stages begin to write in another way. A plan touches
+// six arrays or more. Rows of inner splits conflict in the cache early on. Writing past the caches
+// pays only where the data no longer fit into them anyway. Measured on Zen 3 with caches of 512 KB
+// and 32 MB.
 constexpr std::size_t kCollectFrom = std::size_t{512} << 10;
 constexpr std::size_t kStreamFrom = std::size_t{4} << 20;
 
@@ -31,7 +32,7 @@ template <class T>
 void execute(const Dct4Spec& spec, const T* src, T* dst, Schedule schedule) {
   const Contiguous<T> ends = {src, dst};
   Walk<T, Contiguous<T>>(ends, schedule).run(spec);
-  // Streamed lines become visible to other threads before what the caller stores next.
+  // Makes streamed lines visible to other threads before anything that the caller stores next.
   if (schedule.inner == Writing::Streamed || schedule.outer == Writing::Streamed) _mm_sfence();
 }
 

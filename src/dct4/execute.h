@@ -1,4 +1,4 @@
-// Runs a plan of the general case: column transforms from the source into a workspace, through the
+// Runs a plan of the general case: column transforms from the source into a workspace, then the
 // splits from the innermost out, then the combination into the destination. Each stage works on all
 // columns before the next begins.
 #pragma once
@@ -10,7 +10,7 @@
 
 namespace zvxg::dct4 {
 
-// How stages write. Results, and what is stored where, do not depend on it.
+// How stages write. Neither results nor where they are stored depend on it.
 struct Schedule {
   Writing inner;  // column transforms and all splits but the outermost
   Writing outer;  // the outermost split and the root

@@ -1,14 +1,14 @@
 // Column transforms of length 2 to 64, straight from the caller's array into a workspace.
 //
-// A workspace holds complex rows in pairs of real rows: W[k] of the column in lane j of position
-// `col` stands at out[w 2k + col + j] and out[w (2k+1) + col + j], with w the width of a row. At
-// the leaves, behind splits with radices of product S, w = r S, and column c of the decimation T is
-// at col = r T + c. It reads, for Q = 0 .. L/2 - 1,
+// A workspace holds complex rows as pairs of real rows of width w: W[k] of the column in lane j of
+// position `col` is at out[w 2k + col + j] and out[w (2k+1) + col + j]. At the leaves, below splits
+// whose radices have the product S, w = r S, and column c of the decimation T is at col = r T + c.
+// It reads, for Q = 0 .. L/2 - 1,
 //
 //     y[Q]    = src[2r (S Q + T) + c]
 //     y[-Q-1] = src[n - 1 - c - 2r T - 2r S (L/2 - 1 - Q)]
 //
-// so neighbouring columns are neighbours in memory, ascending in y[Q] and descending in y[-Q-1].
+// so neighbouring columns are adjacent in memory, ascending for y[Q] and descending for y[-Q-1].
 #pragma once
 
 #include "dct4/vector.h"
@@ -56,14 +56,14 @@ struct SplitTurns {
 template <class T, int kLength, int kRadix>
 constexpr auto kSplitTurns = SplitTurns<T, kLength, kRadix>::make();
 
-// Real and imaginary part `distance` apart.
+// Stores the real part, and the imaginary part at a distance.
 template <class T>
 ZVXG_INLINE inline void storePair(T* re, std::ptrdiff_t distance, Complex<Vector<T>> z) {
   Simd<T>::store(re, z.re);
   Simd<T>::store(re + distance, z.im);
 }
 
-// `out` is where W[0] of the group goes, `width` the distance of rows there.
+// A group of column transforms. `out` is the place of W[0], `width` the distance of rows there.
 template <class T, int kLength>
 void leafGroup(const LeafInputs<T>& in, T* out, std::ptrdiff_t width, int vectors) {
   using V = Vector<T>;

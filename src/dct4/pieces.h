@@ -1,17 +1,17 @@
 // The pieces of every straight-line body: complex values, complex transforms of length 2 to 8, the
-// odd transform and its transpose. What a number is, a scalar or a vector of lanes that transform
-// independently, the pieces do not know.
+// odd transform and its transpose. A number may be a scalar, or a vector each of whose lanes is a
+// transform of its own; the pieces are the same for both.
 //
 // e(a) is cos a + i sin a. The odd transform of the reals z[-M] .. z[M-1], with L = 2M, is
 //
 //     W[k] = sum over q of z[q] e(pi q (2k+1) / L),   k = 0 .. M-1
 //
-// and is split by a radix s, M = s p, into odd transforms P_t of length 2p of y_t[Q] = z[s Q + t]:
+// A radix s, with M = s p, splits it into odd transforms P_t of length 2p of y_t[Q] = z[s Q + t]:
 //
 //     A_t = P_t[k] e(pi t (2k+1) / L),   V[l] = sum over t < s of A_t e(2 pi t l / s)
 //     W[2pl + k] = V[l],   W[2pl + 2p - 1 - k] = conj V[s - 1 - l],   l < s/2
 //
-// Its transpose is the odd synthesis, y[q] = Re sum over k of Z[k] e(pi q (2k+1) / L), whose steps
+// Its transpose is the odd synthesis, y[q] = Re sum over k of Z[k] e(pi q (2k+1) / L). The steps
 // are the transposed ones in reverse order.
 #pragma once
 
@@ -25,7 +25,7 @@ namespace zvxg::dct4 {
 
 // ---- Numbers ------------------------------------------------------------------------------------
 
-// The element type of a number: of a vector that of its lanes.
+// The element type of a number; for a vector that of its lanes.
 template <class V>
 struct ElementOf {
   using Type = V;
@@ -83,7 +83,7 @@ constexpr Element<V> kHalfRoot = static_cast<Element<V>>(cosPi(1, 4));
 
 // ---- Complex transforms with positive exponent --------------------------------------------------
 
-// What the split stores: V[0] .. V[s/2 - 1], then the conjugates of V[s/2] .. V[s - 1].
+// The transform as a split stores it: V[0] .. V[s/2-1], then the conjugates of V[s/2] .. V[s-1].
 template <class V>
 ZVXG_INLINE inline std::array<Complex<V>, 2> dftFolded(const std::array<Complex<V>, 2>& a) {
   return {a[0] + a[1], conjDifference(a[0], a[1])};
@@ -103,7 +103,7 @@ ZVXG_INLINE inline std::array<Complex<V>, 4> dftFolded(const std::array<Complex<
           Complex<V>{e1.re + o1.im, o1.re - e1.im}};
 }
 
-// The odd half of a transform of length 8, its last step before the sums: O[l] e(pi l / 4).
+// The last step of the odd half of a transform of length 8 before the sums: O[l] e(pi l / 4).
 template <class V>
 ZVXG_INLINE inline std::array<Complex<V>, 4> turnedByEighths(const std::array<Complex<V>, 4>& o) {
   constexpr auto h = kHalfRoot<V>;
@@ -136,7 +136,7 @@ ZVXG_INLINE inline std::array<Complex<V>, 8> dftFolded(const std::array<Complex<
 
 // ---- Odd transform ------------------------------------------------------------------------------
 
-// Reals z[-M] .. z[M-1] are kept from z[-M] on.
+// z[q] of the reals z[-M] .. z[M-1], which an array holds from z[-M] on.
 template <class V, std::size_t kLength>
 ZVXG_INLINE inline V at(const std::array<V, kLength>& z, int q) {
   return z[static_cast<std::size_t>(q + static_cast<int>(kLength) / 2)];
@@ -155,7 +155,7 @@ ZVXG_INLINE inline std::array<Complex<V>, 2> oddTransform(const std::array<V, 4>
   return {Complex<V>{at(z, 0) + s1, d1 - at(z, -2)}, Complex<V>{at(z, 0) - s1, d1 + at(z, -2)}};
 }
 
-// The steps of a split behind its sub-transforms, for one k: twiddle and transform.
+// The steps of a split after its sub-transforms, for one k: twiddle factors and a transform.
 template <int kLength, int k, class V, std::size_t kRadix>
 ZVXG_INLINE inline std::array<Complex<V>, kRadix> splitOutputs(
     const std::array<Complex<V>, kRadix>& p) {
@@ -164,7 +164,7 @@ ZVXG_INLINE inline std::array<Complex<V>, kRadix> splitOutputs(
   return dftFolded(a);
 }
 
-// Where output l of splitOutputs for this k belongs.
+// The index of output l of splitOutputs for this k.
 constexpr int splitPlace(int length, int radix, int k, int l) {
   const int twoP = length / radix;
   return l < radix / 2 ? twoP * l + k : twoP * (radix - 1 - l) + twoP - 1 - k;
@@ -205,7 +205,7 @@ ZVXG_INLINE inline std::array<V, 4> oddSynthesis(const std::array<Complex<V>, 2>
   return {z[0].im - z[1].im, t1 + t2, z[0].re + z[1].re, t1 - t2};
 }
 
-// The transform over l of a split of the synthesis, for one k; the latter half of `u` is
+// The transform over l in a split of the synthesis, for one k; the second half of `u` is
 // conjugated.
 template <class V>
 ZVXG_INLINE inline std::array<Complex<V>, 2> dftOfFolded(const std::array<Complex<V>, 2>& u) {
@@ -237,7 +237,7 @@ ZVXG_INLINE inline std::array<V, 2 * kHalf> oddSynthesisBySplit(
   return y;
 }
 
-// ---- Lengths that are split in one way everywhere -----------------------------------------------
+// ---- Lengths that are always split in the same way ----------------------------------------------
 
 template <class V>
 ZVXG_INLINE inline std::array<Complex<V>, 4> oddTransform(const std::array<V, 8>& z) {

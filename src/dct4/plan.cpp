@@ -1,5 +1,5 @@
-// Construction and dismantling of a plan, record by record. The order of allocations is fixed: a
-// plan of a length looks the same from every build.
+// Construction and dismantling of a plan, record by record. The order of allocations is fixed, so
+// that the plan of a length is the same in every build.
 
 #include "dct4/plan.h"
 
@@ -10,7 +10,7 @@
 namespace zvxg::dct4 {
 namespace {
 
-// The memory of a record, whose fields are set by the caller.
+// The memory for a record; the caller sets its fields.
 template <class Record>
 Record* take(Arena* arena) {
   return static_cast<Record*>(arenaAlloc(arena, sizeof(Record)));
@@ -61,8 +61,8 @@ void destroySplitNode(void* record) {
   releaseOwningList(node->allNodes);
 }
 
-// A column transform of length `length` behind splits by radices of product `stride`, for a record
-// that owns it through `allNodes` and runs it through `list`.
+// A column transform of length `length` below splits whose radices have the product `stride`. Its
+// parent owns it through `allNodes` and runs it through `list`.
 template <class T>
 int32_t addSplitNode(Arena* arena, NodeList* allNodes, NodeList* list, int32_t length,
                      int32_t rootLength, int32_t doubleStride, int32_t stride) {
@@ -180,7 +180,7 @@ void destroyRootSub(void* record) {
   releaseOwningList(sub->allNodes);
 }
 
-// Both records of this stage, the outer one for the root, the inner one for the outer.
+// Makes a record of this stage: the outer one for the root, or the inner one for the outer.
 template <class T>
 RootSub<T>* addRootSub(Arena* arena, NodeList* allNodes, NodeList* list, Init init, int32_t length,
                        int32_t radix, int32_t laneGroups) {
@@ -356,8 +356,9 @@ int32_t initSpec(void* record) {
   return zvxOk;
 }
 
-// All but the record itself. A failed construction has no workspace yet gives it back, so the
-// cursor ends lower than it began; its block is given up anyway.
+// Destroys everything but the record itself. After a failed construction there is no workspace, but
+// one is released all the same, so the cursor ends lower than it began. That does no harm, because
+// the block is not used again.
 template <class T>
 void destroySpec(void* record) {
   const auto* const spec = static_cast<Dct4Spec*>(record);

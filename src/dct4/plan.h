@@ -1,4 +1,4 @@
-// Sizes, construction and dismantling of plans. T is float or double.
+// The sizes of plans, their construction and dismantling. T is float or double.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,8 @@
 
 namespace zvxg::dct4 {
 
-// The bytes of block that a plan of this length needs, or zvxErrLength and nothing stored.
+// Stores the size of the block for a plan of this length, or returns zvxErrLength and stores
+// nothing.
 template <class T>
 int32_t planSize(int32_t length, uint32_t* size);
 
@@ -15,7 +16,7 @@ int32_t planSize(int32_t length, uint32_t* size);
 template <class T>
 int32_t planInit(Dct4Spec** spec, int32_t length, void* block);
 
-// Gives everything back to the arena, the root as the last. Its record stays readable.
+// Returns everything to the arena, the root last. The root's record can still be read.
 template <class T>
 void planDismantle(Dct4Spec* spec);
 

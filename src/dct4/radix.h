@@ -5,7 +5,7 @@
 
 namespace zvxg::dct4 {
 
-// The radix by which half a length is split. zvxErrLength, and nothing stored, if there is none.
+// Stores the radix by which half a length is split, or returns zvxErrLength and stores nothing.
 int32_t chooseRadix(int32_t* result, int32_t value);
 
 }  // namespace zvxg::dct4

@@ -7,8 +7,8 @@
 // it. Names: n, r as above, a = n / (2r), m the length of a SplitNode, q its radix, s the product
 // of all radices above it. Tables consist of vectors of W elements. All quotients truncate.
 //
-// The layout is the same in both precisions, and settled to the byte: fields that repeat each other
-// or that nothing reads belong to it.
+// The layout is the same in both precisions and must not change by a byte: it includes fields that
+// repeat each other or that nothing reads.
 #pragma once
 
 #include <cstddef>
@@ -18,12 +18,12 @@
 
 namespace zvxg::dct4 {
 
-// Completes a record and builds what is below it; a status.
+// Completes a record and builds what is below it. Returns a status.
 using Init = int32_t (*)(void* record);
 
-// ---- Value sources: what the builders of tables evaluate ----------------------------------------
+// ---- Value sources: they evaluate the entries of tables -----------------------------------------
 
-// cos, in odd columns sin, of pi (2 row + 1)(2 p + 1) / (4n) with p = column / 2.
+// cos, or in odd columns sin, of pi (2 row + 1)(2 p + 1) / (4n) with p = column / 2.
 template <class T>
 struct RotationSource {
   RecordHead head;
@@ -36,7 +36,7 @@ struct RotationSource {
   int32_t rowStride;     // 2r
 };
 
-// The same, with the rows counted as vectors and lanes.
+// The same, with a row given as a vector and a lane in it.
 template <class T>
 struct LaneRowsSource {
   RecordHead head;
@@ -97,8 +97,9 @@ struct RootCombine {
   const RotationSource<T>* source;
 };
 
-// RootSub and its inner record RootSubLoop have one layout. The outer one counts columns in
-// laneGroups, the inner one vectors of columns; `state` of the inner one is that of a SplitSub.
+// RootSub and its inner record RootSubLoop have the same layout. `laneGroups` counts columns in the
+// outer record and vectors of columns in the inner one; `state` of the inner one is as in a
+// SplitSub.
 template <class T>
 struct RootSub {
   RecordHead head;
@@ -197,8 +198,8 @@ constexpr uint32_t stateOf(int32_t value, int32_t first, uint32_t count) {
 
 }  // namespace zvxg::dct4
 
-// The root. `workspace` is between the two stages and null for a direct length; `radix` is written
-// in the general case only.
+// The root. `workspace` holds the results of the first stage, and is null for a direct length.
+// `radix` is written in the general case only.
 struct Dct4Spec {
   zvxg::dct4::RecordHead head;
   zvxg::dct4::Init init;
@@ -214,10 +215,9 @@ struct Dct4Spec {
 
 namespace zvxg::dct4 {
 
-// `state` of a Dct4Spec: 0 before the plan is built, then for the lengths 2, 4, ... up to the
-// longest direct one 1 to kDirectStates, and for any other length one more. Single precision has a
-// direct kernel of length 64 at the root, double precision has not, although below the root both
-// do.
+// `state` of a Dct4Spec: 0 until the plan is built, then 1 to kDirectStates for the direct lengths
+// 2, 4, ..., and kGeneralState for any other length. At the root only single precision has a direct
+// kernel of length 64; below the root both precisions have one.
 template <class T>
 constexpr uint32_t kDirectStates = sizeof(T) == 4 ? 6 : 5;
 template <class T>

@@ -1,7 +1,7 @@
 // The output stage of the root, from the workspace to the caller's array: for each k the r columns
-// are rotated and go through an odd synthesis of length 2r. A vector is W values of k, a block.
-// With 2m = n / r, output l of the synthesis goes to dst[2ml + k] and the mirrored one to dst[2ml +
-// 2m - 1 - k], so neighbours in k are neighbours in memory, ascending or descending.
+// are rotated and go through an odd synthesis of length 2r. A vector holds W values of k, a block.
+// With 2m = n / r, output l of the synthesis goes to dst[2ml + k] and the mirrored one to
+// dst[2ml + 2m - 1 - k]. So neighbouring k are adjacent in memory, ascending or descending.
 #pragma once
 
 #include "dct4/splits.h"
@@ -20,7 +20,7 @@ struct RootStage {
   Writing writing;
 };
 
-// rotationPair() the other way round.
+// The inverse of rotationPair().
 template <int r>
 constexpr std::array<int, r> kRotationPlace = [] {
   std::array<int, r> places{};
@@ -28,7 +28,7 @@ constexpr std::array<int, r> kRotationPlace = [] {
   return places;
 }();
 
-// Columns c .. c + 3, or as many as there are, of a block: loaded and rotated.
+// Loads and rotates columns c .. c + 3 of a block, or as many as there are.
 template <class T, int r, int c>
 ZVXG_INLINE inline void loadRotated(const T* block, const T* table, Complex<Vector<T>> (&z)[4]) {
   static_assert(kLanes<T> == kTableLanes<T>, "a wider vector would take several blocks");
@@ -52,8 +52,8 @@ ZVXG_INLINE inline void loadRotated(const T* block, const T* table, Complex<Vect
   });
 }
 
-// Where the outputs of a group of blocks go: l to up + l step on, the mirrored one to down + l
-// step, descending.
+// The places for the outputs of a group of blocks: l from up + l step on, ascending, and the
+// mirrored one from down + l step on, descending.
 template <class T>
 struct RootOutputs {
   T *up, *down;
@@ -153,7 +153,7 @@ void runRoot(const RootStage<T>& stage) {
     }
     for (int l = 0; l < r; ++l) {
       staging.copyOut(up + l * step + k, staging.run(l), count, stage.writing);
-      // With a length 2^k + 1 the first element of the last run lies one behind the array.
+      // At a length 2^k + 1 the last element of the last run is one past the end of the array.
       T* const to = down + l * step - k - count + 1;
       staging.copyOut(to, staging.run(r + l), std::min(count, end - to), stage.writing);
     }

@@ -1,7 +1,7 @@
-// The size of a plan's block. All sums are those of 32-bit two's complement, which is what bounds
-// the accepted lengths: a sum that turns negative refuses the length. Beyond that bound a
-// multiplication can wrap to a small size once more (2^30, and 2^29 in double precision); no plan
-// of such a length fits into the block, and the answer is kept because callers know it.
+// The size of a plan's block. All sums are in 32-bit two's complement, and this bounds the accepted
+// lengths: a sum that turns negative refuses the length. At 2^30, and in double precision at 2^29
+// too, a multiplication wraps around to a small size. No plan of such a length fits into that size;
+// it is reported all the same, because callers rely on it.
 
 #include "dct4/plan.h"
 #include "dct4/radix.h"
@@ -14,8 +14,8 @@ namespace {
 constexpr uint32_t kArenaHead = 64;  // the cursor, and what aligns the first record
 constexpr uint32_t kDirect = alignUp32(sizeof(Dct4Spec)) + nodeListBytes(3) + kArenaHead;
 
-// A budget for records and lists, a little more than they take: 224 bytes at the root and 160 in
-// each split stay unused.
+// A budget for records and lists. It is a little more than they take: 224 bytes at the root and 160
+// in each split stay unused.
 constexpr uint32_t kNode = 96 + nodeListBytes(10);
 constexpr uint32_t kSub = 160 + nodeListBytes(2);
 constexpr uint32_t kLeaf = 96 + nodeListBytes(2);
@@ -23,7 +23,7 @@ constexpr uint32_t kRoot = 320 + nodeListBytes(4) + kSub + kNode + kArenaHead;
 constexpr uint32_t kSplit = 128 + nodeListBytes(1) + kSub + kNode;
 static_assert(kDirect == 256 && kLeaf == 160 && kRoot == 1152 && kSplit == 800);
 
-// A sum that has been refused stays so.
+// A sum that has been refused stays refused.
 class Sum {
  public:
   Sum& operator+=(uint32_t bytes) {
@@ -40,7 +40,7 @@ class Sum {
   bool ok_ = true;
 };
 
-// What a column transform of length m needs. The innermost is added first.
+// Adds what a column transform of length m needs, the innermost one first.
 template <class T>
 void addSub(Sum& sum, int32_t m, uint32_t workspace) {
   if (stateOf(m, 2, kLastLeafState) != 0) {

@@ -1,6 +1,6 @@
-// The output step of a split below the root, on all columns of a workspace: for each k the twiddle
-// factors of the table, then a complex transform of the length of the radix. Radix 16 and 32 take
-// two levels, with t = 4 t1 + t0 and l = l0 + (q/4) l1:
+// The output step of a split below the root, on all columns of a workspace: for each k, products
+// with twiddle factors from the table, then a complex transform as long as the radix q. Radix 16
+// and 32 take two levels, with t = 4 t1 + t0 and l = l0 + (q/4) l1:
 //
 //     F = (2k+1) / m
 //     B_t0[l0]       = sum over t1 of P_(4 t1 + t0) e(4 pi t1 F) e(2 pi t1 l0 / (q/4))
@@ -22,8 +22,8 @@ struct SplitStage {
   Writing writing;
 };
 
-// Where the outputs of one k go: V[l], l < q/2, to up + l step, the conjugate of V[q-1-l] to
-// down + l step, imaginary parts `toImaginary` behind.
+// The places for the outputs of one k: V[l], l < q/2, at up + l step, the conjugate of V[q-1-l] at
+// down + l step, each imaginary part `toImaginary` after its real part.
 template <class T>
 struct SplitOutputs {
   T *up, *down;
@@ -35,7 +35,7 @@ ZVXG_INLINE inline Complex<Vector<T>> loadPair(const T* re, const T* im) {
   return {Simd<T>::load(re), Simd<T>::load(im)};
 }
 
-// Pairs of the table for t = 1 .. kCount - 1 applied to a[t].
+// Multiplies a[t] by the pair for t in the table, t = 1 .. kCount - 1.
 template <int kCount, class V, class T>
 ZVXG_INLINE inline void twiddle(std::array<Complex<V>, kCount>& a, const T* pairs) {
   unroll<kCount - 1>([&](auto i) ZVXG_INLINE {
@@ -54,8 +54,8 @@ ZVXG_INLINE inline std::array<Complex<V>, 8> dft(const std::array<Complex<V>, 8>
   return dft8(a);
 }
 
-// One group of columns for one k; `in` is P_0[k]. Inlined into the loop over groups it would have too
-// few registers for radix 8, and 2048 points take 2 % longer on Zen 4.
+// One group of columns for one k; `in` is P_0[k]. Not inlined into the loop over groups, because
+// radix 8 would then run out of registers: 2048 points took 2 % longer on Zen 4.
 template <class T, int kRadix>
 [[gnu::noinline]] void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out,
                                   std::ptrdiff_t k, int vectors) {
@@ -65,7 +65,7 @@ template <class T, int kRadix>
     const T* const re = in + t * width + g * kLanes<T>;
     return loadPair(re, re + toImaginary);
   };
-  // Of kCount results the latter half belongs to `down`, in reverse order.
+  // The second half of the kCount results belongs to `down`, in reverse order.
   const auto store = [&]<std::size_t kCount>(T* up, T* down, std::ptrdiff_t step,
                                              const std::array<Complex<V>, kCount>& v) ZVXG_INLINE {
     unroll<kCount / 2>([&](auto l) ZVXG_INLINE {
@@ -102,7 +102,7 @@ template <class T, int kRadix>
       }
     }
     for (int l0 = 0; l0 < kFirst; ++l0) {
-      // V[l0 + kFirst l1]: the two upper ones are mirrored from V[kFirst - 1 - l0 + kFirst l1].
+      // V[l0 + kFirst l1]: the two upper ones mirror V[kFirst - 1 - l0 + kFirst l1].
       T* const up = out.up + l0 * out.step;
       T* const down = out.down + (kFirst - 1 - l0) * out.step;
       for (int g = 0; g < vectors; ++g) {
@@ -115,7 +115,7 @@ template <class T, int kRadix>
   }
 }
 
-// Where the outputs of one k belong.
+// The places of the outputs of one k in the workspace.
 template <class T>
 SplitOutputs<T> outputsOf(const SplitStage<T>& stage, std::ptrdiff_t k) {
   const std::ptrdiff_t width = stage.width;
@@ -123,7 +123,7 @@ SplitOutputs<T> outputsOf(const SplitStage<T>& stage, std::ptrdiff_t k) {
           4 * stage.count * width, width};
 }
 
-// The columns first .. first + count - 1 of one k, group by group, to `out` and what follows there.
+// Columns first .. first + count - 1 for one k, group by group, to `out` and what follows there.
 template <class T, int kRadix>
 void splitColumns(const SplitStage<T>& stage, std::ptrdiff_t k, std::ptrdiff_t first,
                   std::ptrdiff_t count, const SplitOutputs<T>& out) {

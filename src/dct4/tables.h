@@ -1,6 +1,6 @@
-// The tables of a plan: rotations of the root and twiddle factors of the splits. They lie in the
-// order in which the vector loops read them. Every entry is the cosine or sine that the `evaluate`
-// of a value source returns; the builders take both from one call, which has the same bits.
+// The tables of a plan: rotations of the root and twiddle factors of the splits, in the order in
+// which the vector loops read them. Every entry is a cosine or sine that `evaluate` of a value
+// source would return. The builders compute both in one call, sincos(), which gives the same bits.
 #pragma once
 
 #include <math.h>
@@ -16,8 +16,8 @@ namespace zvxg::dct4 {
 // ---- Sine and cosine of pi x --------------------------------------------------------------------
 
 // In single precision the quotient x and the product are both rounded to float before the cosine is
-// taken. Plans have always had these roundings, so a table in double that is rounded at the end
-// would be more accurate and wrong.
+// taken. Plans have always had these roundings. A table computed in double and rounded at the end
+// would be more accurate, but it would change results.
 template <class T>
 T timesPi(T x) {
   return static_cast<T>(static_cast<double>(x) * std::numbers::pi);
@@ -61,9 +61,9 @@ T evaluateLaneRows(const LaneRowsSource<T>* source, int32_t laneRow, int32_t lan
   return source->source->evaluate(source->source, laneRow * kTableLanes<T> + lane, column);
 }
 
-// Place i of a group of r pairs (cosine, sine) holds the pair of this column of the plan. Pairs
-// come from both ends in turn; with r = 32 they come in the fours that the transforms of length 4
-// take.
+// Place i of a group of r pairs (cosine, sine) holds the pair of this column of the plan. Pairs are
+// taken from both ends in turn. With r = 32 they are ordered in fours, as the transforms of length
+// 4 use them.
 constexpr int32_t rotationPair(int32_t r, int32_t i) {
   if (r != 32) return i % 2 == 0 ? i / 2 : r - 1 - i / 2;
   const int32_t p = i / 16 + 4 * (i / 4 % 4) + 16 * (i / 2 % 2);
@@ -94,8 +94,8 @@ T evaluatePhase(const PhaseSource<T>* source, int32_t i, int32_t, int32_t) {
   return (static_cast<T>(i) + T(0.5)) / static_cast<T>(source->length / source->radix);
 }
 
-// A pass of radix `radix` over `steps` columns j reads, for each i, cosine and sine of
-// pi (f(i) + j) 2 t / order for t = 1 .. radix - 1.
+// For each i, a pass of radix `radix` over `steps` columns j reads the cosine and sine of
+// pi (f(i) + j) 2 t / order for t = 1 .. radix - 1, where f(i) is the phase of i.
 struct TwiddleSection {
   int32_t steps, radix, order;
   constexpr int32_t vectors() const { return steps * 2 * (radix - 1); }
@@ -106,8 +106,8 @@ struct TwiddleLayout {
   TwiddleSection sections[2];  // in memory order, each for all i
 };
 
-// A split by 16 is two passes by 4, one by 32 a pass by 8 and a pass by 4. At 32 double precision
-// has the second pass first; plans of both precisions have to stay as they are.
+// A split by 16 takes two passes by 4, a split by 32 a pass by 8 and a pass by 4. For 32, the table
+// in double precision has the second pass first; plans of both precisions must stay as they are.
 template <class T>
 constexpr TwiddleLayout twiddleLayout(int32_t radix) {
   if (radix == 16) return {2, {{1, 4, 4}, {4, 4, 16}}};
@@ -116,7 +116,7 @@ constexpr TwiddleLayout twiddleLayout(int32_t radix) {
   return {1, {{1, radix, radix}, {}}};
 }
 
-// Both layouts make 2 (q - 1) vectors for each i.
+// Every layout has 2 (q - 1) vectors for each i.
 constexpr int32_t twiddleVectors(int32_t radix) { return 2 * (radix - 1); }
 
 template <class T>

@@ -1,11 +1,11 @@
-// Cosines and tangents of rational multiples of pi, for constants in code. The angle is an exact
-// fraction, reduced to the first octant, summed in long double and rounded once.
+// Sines, cosines and tangents of rational multiples of pi, for constants in code. The angle is an
+// exact fraction, reduced to the first octant. The series is summed in long double; users round it.
 #pragma once
 
 namespace zvxg::dct4 {
 namespace detail {
 
-// Sum of the series from x^start / start! on, signs alternating; for 0 <= x <= pi / 4.
+// The alternating series from x^start / start! on, for 0 <= x <= pi / 4.
 constexpr long double series(long double x, int start) {
   long double sum = 0;
   constexpr int kLast = 26;  // pi / 4 to this power over its factorial is 5e-30

@@ -101,10 +101,10 @@ struct Simd<double, 32> {
 template <class T>
 using Vector = typename Simd<T>::Vector;
 
-// Neighbouring vectors are worked on in groups of up to 128 bytes, two cache lines. A body takes its
-// steps one after the other, each for all vectors of the group, with the intermediate values on the
-// stack. So a line is used up while it is in the cache, which matters because rows lie a power of two
-// apart, where a cache holds only a few lines.
+// Neighbouring vectors are worked on in groups of up to 128 bytes, two cache lines. A body takes
+// its steps one after the other, each for all vectors of the group, with the intermediate values on
+// the stack. So a line is used up while it is in the cache, which matters because rows lie a power
+// of two apart, where a cache holds only a few lines.
 constexpr int kGroup = 128 / kVectorBytes;
 
 // A tile of intermediate values, as complex rows of a group.
@@ -119,7 +119,7 @@ struct Tile {
   }
 };
 
-// Where results are collected: up to 64 runs of four groups.
+// A buffer on the stack in which results are collected: up to 64 runs of four groups.
 template <class T>
 struct Staging {
   static constexpr std::ptrdiff_t kRun = 4 * kGroup * kLanes<T>;  // elements

@@ -1,8 +1,8 @@
-// The walk through the records of a plan, from the innermost stage out. A record that is in no state
-// to be run is passed over, together with what is below it.
+// Walks the records of a plan, from the innermost stage out. A record that is not ready to be run
+// is skipped, together with everything below it.
 //
-// `Ends` has what touches the arrays of the caller: runLeaves(state, stage), the first stage, which
-// reads the source, and runRoot(state, stage), the last one, which writes the destination.
+// `Ends` has the stages that access the arrays of the caller: runLeaves(state, stage), the first
+// one, reads the source, and runRoot(state, stage), the last one, writes the destination.
 #pragma once
 
 #include "dct4/execute.h"
@@ -44,7 +44,7 @@ class Walk {
     }
   }
 
-  // All column transforms behind splits whose radices multiply to `splits`.
+  // All column transforms below splits whose radices have the product `splits`.
   void runLeaves(uint32_t state, T* out, int32_t splits) {
     ends_.runLeaves(state, LeafStage<T>{ends_.src, out, length_, radix_, splits,
                                         writingTo(out, schedule_.inner)});
@@ -76,7 +76,7 @@ class Walk {
     if (combine.state != 1) return;
     const auto& loop = onlyItem<RootCombineLoop<T>>(combine.loopList);
     if (loop.state == 0 || loop.state > kRoots<T>.size()) return;
-    // With a length 2^k + 1 runs do not start at lines, and one has to be cut.
+    // At a length 2^k + 1 runs do not start at cache lines, and one of them has to be cut.
     const Writing writing =
         loop.length % 2 != 0 ? Writing::Collected : writingTo(ends_.dst, schedule_.outer);
     ends_.runRoot(loop.state, RootStage<T>{workspace, ends_.dst, loop.table, loop.length,

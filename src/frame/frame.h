@@ -1,4 +1,5 @@
-// The frame of every kernel of a fixed length: null pointers first, then the flag, then the factor.
+// The frame of every kernel of a fixed length: it checks for null pointers, then checks the flag,
+// then looks up the factor.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +8,7 @@
 
 namespace zvxg {
 
-// The factor for each value of a flag; the places of the values that are no flag stay unused.
+// The factor for each flag. The places of values that are not flags stay unused.
 template <class Real>
 struct Factors {
   Real ofFlag[zvxNoDiv + 1];
@@ -33,7 +34,7 @@ constexpr Factors<Real> inverseFactors(Real byN, Real bySqrtN) {
   return factors<Real>(1, byN, bySqrtN);
 }
 
-// Without a direction, either of the two asks for the division.
+// For a transform without direction, each of the two flags asks for the division.
 template <class Real>
 constexpr Factors<Real> undirectedFactors(Real byN, Real bySqrtN) {
   return factors<Real>(byN, byN, bySqrtN);
@@ -58,15 +59,15 @@ inline bool onBoundary(const void* src, const void* dst) {
           (kBytes - 1)) == 0;
 }
 
-// A constant that the compiler cannot look into. It would turn a product by 2 into a sum, and a
-// kernel has more sums already than fit beside its products.
+// A constant whose value is hidden from the compiler. Otherwise it would turn a product by 2 into a
+// sum, although it is the sums that limit the speed of kernels.
 template <class Real>
 inline Real hidden(Real constant) {
   asm("" : "+x"(constant));
   return constant;
 }
 
-// A number in an array of the caller's, who may have it at any address.
+// A number in an array of the caller, which may be at any address.
 template <class Real>
 struct InAnyPlace {
   typedef Real Number __attribute__((aligned(1)));

@@ -1,11 +1,11 @@
-// Straight-line code: what is inlined wherever it is called, and loops whose indices are constants.
+// For straight-line code: functions that are always inlined, and loops whose indices are constants.
 #pragma once
 
 #include <type_traits>
 #include <utility>
 
-// Stands before `inline` of a function, or before the body of a lambda. Unrolled into one function
-// and then not optimised, a transform would take minutes to compile.
+// Goes before `inline` of a function, or before the body of a lambda. Without optimisation it does
+// nothing, because compilers take minutes for a transform that is one unrolled function.
 #ifdef __OPTIMIZE__
 #define ZVXG_INLINE __attribute__((always_inline))
 #else
@@ -19,7 +19,7 @@ ZVXG_INLINE inline void unroll(const Body& body, std::integer_sequence<int, i...
   (body(std::integral_constant<int, i>()), ...);
 }
 
-// body(0), body(1) ... with constants for arguments, so that all indices are known.
+// Calls body(0), body(1) ... with constants as arguments, so that all indices are known.
 template <int kCount, class Body>
 ZVXG_INLINE inline void unroll(const Body& body) {
   unroll(body, std::make_integer_sequence<int, kCount>());

@@ -1,5 +1,5 @@
-// The version record. Its values are part of the interface and belong to the release: callers
-// compare them, so none of them is stamped by the build, which also keeps the build reproducible.
+// The version record. Its values are part of the interface and belong to the release. Callers
+// compare them, so the build does not set any of them, which also keeps the build reproducible.
 
 #include <cstddef>
 

@@ -1,4 +1,5 @@
-// How the orders of the Walsh-Hadamard transform are cut into passes, and what follows from it.
+// How the Walsh-Hadamard transform of each order is divided into passes, and the size of its
+// buffer.
 #pragma once
 
 #include <cstdint>
@@ -10,16 +11,16 @@ namespace zvxg::wht {
 
 inline constexpr int kOrders = 13;
 
-// N = row * inner * outer. Rows are `row` contiguous numbers, which are transformed at once. Where
-// there is an inner factor, as many rows make a part, and the columns of a part are transformed
-// before the next part is begun. The columns of the whole have `outer` numbers.
+// N = row * inner * outer. A row is `row` contiguous numbers, which are transformed together.
+// `inner` rows make a part; if there are several, the columns of a part are transformed before the
+// next part begins. Last, the columns over all parts are transformed, `outer` numbers each.
 struct Blocking {
   int row, inner, outer;
 
   constexpr int part() const { return row * inner; }
   constexpr int points() const { return part() * outer; }
-  // One pass goes straight to the destination. Several need a copy of the data and, if there are
-  // parts, a scratch area for one of them behind it.
+  // A single pass writes directly to the destination. Several need room for a copy of the data and,
+  // if `inner` is not 1, for a part after it.
   constexpr int bufferPoints() const {
     if (outer == 1) return 0;
     return points() + (inner == 1 ? 0 : part());
@@ -49,7 +50,7 @@ constexpr int bufferBytes(int order) {
   return kBlockings<Real>[order - 1].bufferPoints() * static_cast<int>(sizeof(Real));
 }
 
-// Exact but for the root of an odd order, where one half times the rounded root of 2 is it.
+// The factors are exact, except for the root at an odd order, which is half the rounded root of 2.
 template <class Real, int kOrder>
 constexpr Factors<Real> factorsOf() {
   constexpr Real kByN = Real(1) / (1 << kOrder);

@@ -25,7 +25,7 @@ ZVXG_INLINE inline int32_t body(const Real* src, Real* dst, int32_t flag, uint8_
   return zvxOk;
 }
 
-// Inlined beside the other one, the compiler would merge parts of the two.
+// Not inlined, because the compiler would merge parts of it with the other body.
 template <int kOrder, class Real>
 [[gnu::noinline]] int32_t unalignedBody(const Real* src, Real* dst, int32_t flag, uint8_t* buffer) {
   return body<kOrder, 1>(src, dst, flag, buffer);

@@ -1,5 +1,5 @@
 // A Walsh-Hadamard transform from the source through the buffer to the destination, in the passes
-// of blocking.h. Passes are functions of their own, as several orders share them. runPasses() is
+// of blocking.h. A pass is a function of its own, because several orders share it. runPasses() is
 // the entry.
 #pragma once
 
@@ -11,15 +11,15 @@
 
 namespace zvxg::wht {
 
-// The boundary that the contract of a call speaks of.
+// The boundary that the contract of a call requires of a buffer.
 inline constexpr int kBoundaryBytes = 16;
 
 // The width of vectors, on which no result depends: in columns all that a level has.
 inline constexpr int kColumnBytes = kLevel == Level::base ? 16 : kLevel == Level::v3 ? 32 : 64;
 
-// In rows the widest of which there are enough to be worth the shuffles, and at most 256 bits. Wider
-// ones need one shuffle more each: a core that works on them in halves would lose by it (a row of 64
-// floats takes 45 cycles of a Zen 4 instead of 36).
+// In rows the widest of which there are enough to be worth the shuffles, and at most 256 bits.
+// Wider ones need one shuffle more each: a core that works on them in halves would lose by it (a
+// row of 64 floats takes 45 cycles of a Zen 4 instead of 36).
 template <class Real>
 constexpr int rowBytes(int row) {
   constexpr int kFewestVectors = kLevel == Level::base ? 4 : 2;
@@ -61,8 +61,8 @@ template <int kRow, int kCount, int kFrom, int kTo, class Real>
   }
 }
 
-// Transforms the column of vectors at the heads of kRows rows, each kColumns numbers long and next
-// to the one before. The results are kStep numbers apart.
+// Transforms the column of vectors at the start of kRows adjacent rows, each kColumns numbers long.
+// The results are kStep numbers apart.
 template <int kRows, int kColumns, int kStep, class From, class To, class Real, class Factor>
 ZVXG_INLINE inline void transformColumn(const Real* src, Real* dst, Factor factor) {
   transform<1, kRows>([&](auto i) ZVXG_INLINE { return From::load(src + i * kColumns); },
@@ -83,9 +83,10 @@ template <int kRows, int kColumns, int kFrom, int kTo, class Real, class Factor>
 // same few places, and the whole.
 inline constexpr int kLineBytes = 64, kCompetingBytes = 4096, kCacheBytes = 32768;
 
-// The same for rows that compete with their own results, at equal offsets into a page: the results
-// of a line's columns are put aside and then go out row by row. Written at once, those of one
-// column would drive out the lines that the next one reads; where a vector is a line, it reads others.
+// The same for rows that compete with their own results for places in the cache, being at equal
+// offsets into a page. The results for the columns of a cache line are put aside and then written
+// row by row. Written at once, the results of one column would evict the lines that the next column
+// reads. (If a vector fills a line, the next column reads other lines.)
 template <int kRows, int kColumns, int kFrom, int kTo, class Real, class Factor>
 [[gnu::noinline]] void columnPassByLines(const Real* src, Real* dst, Factor factor) {
   using From = Access<Real, kColumnBytes, kFrom>;

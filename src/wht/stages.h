@@ -1,8 +1,8 @@
 // The radix-2 stages of a Walsh-Hadamard transform on the lanes of vectors. A stage replaces the
-// values at the indices i and i + h, h a power of two and not a bit of i, by their sum and their
-// difference; the stages h = 1, 2, 4 ... in this order are the transform. Whatever is done here
-// forms the sums and differences of just these stages, so the bits do not depend on the grouping.
-// transform() is the entry.
+// values at the indices i and i + h, where h is a power of two and not a bit of i, by their sum and
+// their difference. The transform is the stages h = 1, 2, 4 ... in this order. This code only ever
+// forms the sums and differences of these stages, so the bits do not depend on how they are
+// grouped. transform() is the entry.
 #pragma once
 
 #include <algorithm>
@@ -32,7 +32,7 @@ struct Vectors {
   static const InMemory* inMemory(const Real* p) { return reinterpret_cast<const InMemory*>(p); }
 };
 
-// Single numbers, for transforms that are too short for vectors.
+// Scalars, for transforms that are too short for vectors.
 template <class RealType>
 struct Number {
   using Real = RealType;
@@ -95,12 +95,12 @@ ZVXG_INLINE inline V halves(V a, V b, std::integer_sequence<int, i...>) {
       a, b, ((i & ~kHalf) + (kSecond ? kHalf : 0) + (i & kHalf ? kLanes : 0))...);
 }
 
-// The stages h = 2 and above inside pairs of vectors and between the two. Lanes i and i + h meet when
-// the bit h of a lane's place and the bit of the vector have changed places; sums go to the first
-// vector and differences to the second. The next exchange puts a lane's bit back, but one place too
-// high, and the vector's own bit stays lowest. So the last stage takes every second couple: that
-// moves all bits down by one, and the lowest to the vector (a step of the constant geometry of M. C.
-// Pease, J. ACM 15, 1968).
+// The stages h = 2 and above inside pairs of vectors and between the two. Lanes i and i + h meet
+// when the bit h of a lane's place and the bit of the vector have changed places; sums go to the
+// first vector and differences to the second. The next exchange puts a lane's bit back, but one
+// place too high, and the vector's own bit stays lowest. So the last stage takes every second
+// couple: that moves all bits down by one, and the lowest to the vector (a step of the constant
+// geometry of M. C. Pease, J. ACM 15, 1968).
 template <int kLanes, int kStage = 2, class V, int kCount>
 ZVXG_INLINE inline void stagesOfPairs(V (&v)[kCount]) {
   if constexpr (kStage <= kLanes) {
@@ -136,10 +136,10 @@ ZVXG_INLINE inline void stagesBetween(V (&v)[kCount]) {
   }
 }
 
-// The stages on kCount vectors: load(i) gives vector i, store(i, v) takes its result. For
-// kLanes = 1 each lane is a transform of its own, else load() has done the stage inside couples.
-// Groups that fill half of the registers are finished first and then meet in columns, so that a
-// vector is put aside once at most.
+// The stages on kCount vectors: load(i) gives vector i, store(i, v) takes its result. If kLanes is
+// 1, each lane is a transform of its own; otherwise load() has done the stage inside couples.
+// Groups that fill half of the registers are finished first and then combined in columns, so that a
+// vector is put aside at most once.
 template <int kLanes, int kCount, class Load, class Store>
 ZVXG_INLINE inline void transform(const Load& load, const Store& store) {
   using V = decltype(load(std::integral_constant<int, 0>()));
