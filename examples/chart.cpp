@@ -12,8 +12,8 @@ constexpr Color kPaper = {255, 255, 255};
 constexpr Color kInk = {30, 30, 36};
 constexpr Color kFaintInk = {105, 105, 115};
 
-// Nine equidistant colours of magma, by Nathaniel Smith and Stefan van der Walt (CC0): equal steps
-// of level look like equal steps of lightness.
+// Nine equidistant colours of the map magma, by Nathaniel Smith and Stefan van der Walt (CC0).
+// Equal steps of level look like equal steps of lightness.
 constexpr std::array<Color, 9> kMagma = {{{0x00, 0x00, 0x04},
                                           {0x1d, 0x11, 0x47},
                                           {0x51, 0x12, 0x7c},
@@ -35,8 +35,9 @@ Color magma(double level) {
   return {mix(a.red, b.red), mix(a.green, b.green), mix(a.blue, b.blue)};
 }
 
-// The cubic through every bin that rises and falls only where they do, so that no peak appears
-// between bins: slopes by Fritsch and Butland, harmonic means of the steps on both sides.
+// A cubic curve through all bins that rises and falls only where they do, so that no peak appears
+// between bins. Its slopes are those of Fritsch and Butland: harmonic means of the steps on both
+// sides.
 double levelAt(const std::vector<double>& bins, double place) {
   const int last = static_cast<int>(bins.size()) - 1;
   const int k = std::min(static_cast<int>(place), last - 1);
@@ -54,10 +55,10 @@ double levelAt(const std::vector<double>& bins, double place) {
 
 struct Unit {
   const char* name;
-  double perUnit;  // of the quantity's own unit, seconds or Hz
+  double perUnit;  // seconds or Hz in one unit
 };
 
-// The largest 1, 2 or 5 times a power of ten that gives at least `ticks` ticks.
+// The largest step of the form 1, 2 or 5 times a power of ten that gives at least `ticks` ticks.
 double tickStep(double range, int ticks) {
   const double power = std::pow(10.0, std::floor(std::log10(range / ticks)));
   const double mantissa = range / ticks / power;
@@ -79,7 +80,7 @@ void eachTick(double from, double to, int ticks, Mark mark) {
   }
 }
 
-// The text, or as much of its end as fits, behind an ellipsis.
+// The text, or an ellipsis and as much of its end as fits.
 std::string shortened(Font& font, std::string text, int width) {
   if (font.width(text) <= width) return text;
   while (!text.empty() && font.width("\u2026" + text) > width) {

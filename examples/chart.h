@@ -16,10 +16,10 @@ struct Chart {
   std::string title;
   std::string subtitle;
   double seconds;  // length of the time axis
-  double topHz;    // upper end of the frequency axis, where the last bin lies
+  double topHz;    // upper end of the frequency axis, the frequency of the last bin
   double floorDb;  // level of the darkest colour; the brightest is 0 dB
-  // One column per pixel of kPlot.width, each with the levels of equally spaced bins from 0 Hz to
-  // topHz in dB.
+  // One column per pixel of kPlot.width, with the levels in dB of equally spaced bins from 0 Hz to
+  // topHz.
   std::vector<std::vector<double>> columns;
 };
 

@@ -1,13 +1,14 @@
 // codec INPUT.wav OUTPUT.wav [STEP [BLOCK [sine|kbd]]]
 //
 // Codes a recording by the modified discrete cosine transform (MDCT) of blocks, as audio codecs do,
-// and writes what a decoder would give. The transform is orthogonal, so rounding its coefficients
-// to multiples of STEP makes an error of the same size in the samples: about STEP^2 / 12 in the
-// mean square, less where most coefficients are below the step. A STEP of 0 rounds nothing and
-// shows that the way there and back is exact but for single precision.
+// and writes what a decoder would output. The transform is orthogonal, so rounding its coefficients
+// to multiples of STEP makes an error of the same size in the samples: a mean square of about
+// STEP^2 / 12, or less if most coefficients are below the step. A STEP of 0 rounds nothing and
+// shows that the transform and its inverse are exact up to single precision.
 //
-// The bits are those of an ideal adaptive entropy coder that sorts coefficients by the size of
-// their neighbours already sent: two in the same frame and three in the frame before.
+// The program prints how many bits an ideal adaptive entropy coder would need. The coder classifies
+// coefficients by the size of neighbours already sent: two in the same frame and three in the frame
+// before.
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -35,7 +36,7 @@ class EntropyCoder {
 
   void frame(const std::vector<int>& indices) {
     for (std::size_t i = 0; i < indices.size(); ++i) {
-      const std::size_t k = i + 2;  // there are two zeros on either side
+      const std::size_t k = i + 2;  // two zeros come first, and two last
       const unsigned around = 2 * current_[k - 1] + current_[k - 2] + previous_[k - 1] +
                               2 * previous_[k] + previous_[k + 1];
       ++counts_[std::bit_width(around)][indices[i]];
@@ -91,7 +92,7 @@ Coded code(const std::vector<float>& original, const std::vector<float>& window,
     }
     synthesis(coefficients, block);
     for (std::size_t n = 0; n < length; ++n) {
-      const std::size_t place = start + n - length;  // of nothing in the first round
+      const std::size_t place = start + n - length;  // wraps around in the first round
       if (place < original.size()) coded.samples[place] = block[n];
     }
   }

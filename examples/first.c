@@ -1,4 +1,4 @@
-/* A first program: how the power of twelve samples spreads over frequencies, and the way back. */
+/* A first program: the power of twelve samples at each frequency, and the inverse transform. */
 #include <stdio.h>
 #include <zvxg.h>
 
@@ -11,7 +11,7 @@ int main(void) {
     signal[n].im = 0;
   }
 
-  /* The flag divides by N on the way there and by nothing on the way back. */
+  /* With this flag the forward transform divides by N, the inverse by nothing. */
   int32_t status = zvxgDFTFwd_CToC_12_32fc(signal, spectrum, zvxDivFwdByN);
   if (status == zvxOk) status = zvxgDFTInv_CToC_12_32fc(spectrum, again, zvxDivFwdByN);
   if (status != zvxOk) {

@@ -1,4 +1,4 @@
-// A first program in C++: the half spectrum of twelve samples, and the way back.
+// A first program in C++: the half spectrum of twelve samples, and the inverse transform.
 #include <array>
 #include <complex>
 #include <cstdio>
@@ -10,7 +10,7 @@ int main() {
   std::array<float, 12> signal, again;
   for (std::size_t n = 0; n < 12; ++n) signal[n] = period[n % 4];
 
-  // Layout, precision and length belong to the type, so nothing is left that could fail.
+  // Layout, precision and length are part of the type, so nothing can fail at run time.
   zvxg::Spectrum<zvxg::Layout::Pack, float, 12> spectrum;
   zvxg::rdft(signal, spectrum, zvxDivFwdByN);
   zvxg::irdft(spectrum, again, zvxDivFwdByN);

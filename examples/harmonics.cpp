@@ -1,15 +1,15 @@
 // harmonics INPUT.wav HERTZ [START [SECONDS]]
 //
-// Measures the harmonics of a periodic signal: the voltage of the mains at 50 Hz, a note. HERTZ is
-// about its fundamental frequency, to a few percent; the program finds it exactly. START and
-// SECONDS choose a part of the recording.
+// Measures the harmonics of a periodic signal, such as the mains voltage at 50 Hz or a note. HERTZ
+// is its fundamental frequency to within a few percent; the program finds the exact value. START
+// and SECONDS select a part of the recording.
 //
-// The signal is sampled anew, 60 times per period, so that the 60-point transform of one period has
-// harmonic k in bin k and nothing leaks from one to another, without a window (IEC 61000-4-7 asks
-// for such synchronised sampling in power quality). The transform itself tells how well the
-// sampling is synchronised: if the frequency is off, the phase of bin 1 drifts from period to
-// period, and the drift is the correction. The harmonics are means over the periods, each turned
-// back by the phase of its fundamental.
+// The signal is resampled, 60 times per period. So the 60-point transform of one period has
+// harmonic k in bin k, and nothing leaks from bin to bin, without a window. (IEC 61000-4-7 requires
+// such synchronised sampling for power quality.) The transform itself shows how well the sampling
+// is synchronised: if the frequency is wrong, the phase of bin 1 drifts from period to period, and
+// the drift gives the correction. The harmonics are means over the periods, after each period is
+// rotated by the phase of its fundamental.
 #include <zvxg.h>
 
 #include <algorithm>
@@ -29,19 +29,20 @@ namespace {
 
 constexpr int kPoints = 60;  // per period
 constexpr int kHarmonics = 20;
-constexpr double kFarthest = 1.2;  // how far the frequency may be from that given
-constexpr double kHighest = 0.2;   // of the sampling rate: two harmonics to measure
-constexpr double kPassed = 0.4;    // cycles per sample to be measured, of the 0.5 that there can be
-constexpr double kLongest = 1e9;   // seconds
+constexpr double kFarthest = 1.2;  // largest ratio of the frequency to the one given
+constexpr double kHighest = 0.2;   // of the sampling rate: a fundamental with two harmonics
+constexpr double kPassed =
+    0.4;  // highest frequency measured, of the 0.5 cycles per sample there are
+constexpr double kLongest = 1e9;  // seconds
 constexpr double kPi = std::numbers::pi;
 
 using Spectrum = std::array<std::complex<double>, kPoints / 2 + 1>;  // CCS
 
-// The signal between its samples, without what the new sampling would fold onto the harmonics: a
-// low-pass filter, sinc under a window that is nearly Kaiser's and cheaper (the exponential of a
-// semicircle: Barnett, Magland and af Klinteberg, 2019). What it need not pass and what it must
-// stop are far apart: of 60 samples per period, those that fold onto 20 harmonics begin at the
-// 40th.
+// The signal between its samples, without the frequencies that resampling would alias onto the
+// harmonics. This is a low-pass filter: sinc with a window that is close to Kaiser's but cheaper
+// (the exponential of a semicircle: Barnett, Magland and af Klinteberg, 2019). The transition from
+// pass to stop may be wide: with 60 samples per period, the frequencies that alias onto the first
+// 20 harmonics begin at the 40th.
 class Interpolator {
  public:
   Interpolator(const std::vector<float>& samples, double period) : samples_(samples) {
@@ -51,7 +52,7 @@ class Interpolator {
     reach_ = (kAttenuation - 8) / (2.285 * 2 * kPi * 2 * (cutoff_ - pass)) / 2;
   }
 
-  double reach() const { return reach_; }  // samples needed on either side
+  double reach() const { return reach_; }  // samples needed on each side
 
   double at(double time) const {
     double sum = 0;
@@ -76,8 +77,8 @@ class Interpolator {
   double cutoff_, reach_;
 };
 
-// The spectra of all whole periods of this length in samples. An amplitude A of harmonic k is A / 2
-// in bin k.
+// The spectra of all whole periods, whose length in samples is given. A harmonic k of amplitude A
+// gives A / 2 in bin k.
 std::vector<Spectrum> spectraOf(const std::vector<float>& samples, double period) {
   const Interpolator signal(samples, period);
   const double start = std::ceil(signal.reach());
@@ -88,16 +89,16 @@ std::vector<Spectrum> spectraOf(const std::vector<float>& samples, double period
     for (int n = 0; n < kPoints; ++n) {
       points[n] = signal.at(start + (m + n * 1.0 / kPoints) * period);
     }
-    // An array of std::complex is one of pairs, by the rules of the language.
+    // The language lets us read an array of std::complex as an array of pairs.
     auto* bins = reinterpret_cast<double*>(spectra.emplace_back().data());
     require(zvxgDFTFwd_RToCCS_60_64f(points.data(), bins, zvxDivFwdByN));
   }
   return spectra;
 }
 
-// What the fundamental is multiplied by from one period to the next, but for its amplitude: the
-// mean of all, loud periods counting most. Near 1 in magnitude if all agree, and then its angle is
-// the drift; not a number for silence.
+// The factor of the fundamental from one period to the next, without its amplitude, as a mean in
+// which loud periods count most. If the periods agree, its magnitude is near 1, and its angle is
+// the drift. For silence it is not a number.
 std::complex<double> advanceOf(const std::vector<Spectrum>& spectra) {
   std::complex<double> sum = 0;
   double weights = 0;
@@ -111,8 +112,8 @@ std::complex<double> advanceOf(const std::vector<Spectrum>& spectra) {
 
 struct Measured {
   double hertz;
-  std::size_t periods, used;                    // those used were loud enough
-  std::vector<std::complex<double>> harmonics;  // from 0; amplitude, and phase where that of 1 is 0
+  std::size_t periods, used;                    // used: those that were loud enough
+  std::vector<std::complex<double>> harmonics;  // from 0; amplitude and phase, that of 1 being 0
 };
 
 Measured measure(const std::vector<float>& samples, int rate, double hertz,
@@ -122,7 +123,7 @@ Measured measure(const std::vector<float>& samples, int rate, double hertz,
   const double from = hertz / kFarthest, to = hertz * kFarthest;
   std::vector<Spectrum> spectra;
   double drift = 1, steadiness = 0;
-  double slope = -1 / hertz;  // of the drift over the frequency; exactly so for a steady signal
+  double slope = -1 / hertz;  // of the drift by frequency; exact for a steady signal
   for (int round = 0; round < kRounds && std::abs(drift) > kSettled; ++round) {
     const double step = round == 0 ? 0 : -drift / slope, before = drift;
     hertz += step;
@@ -146,7 +147,7 @@ Measured measure(const std::vector<float>& samples, int rate, double hertz,
   Measured measured{hertz, spectra.size(), 0, std::vector<std::complex<double>>(last + 1)};
   for (const Spectrum& spectrum : spectra) {
     const double loudness = std::abs(spectrum[1]);
-    if (loudness < loudest / 2) continue;  // a note's onset and end
+    if (loudness < loudest / 2) continue;  // the onset and end of a note
     ++measured.used;
     const std::complex<double> back = conj(spectrum[1]) / loudness;
     std::complex<double> turn = 1;

@@ -1,4 +1,4 @@
-// Few coefficients for many samples: the program of docs/mdct.md.
+// How much of a signal a few coefficients keep: the program of docs/mdct.md.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -6,7 +6,7 @@
 #include <vector>
 #include <zvxg.hpp>
 
-// Sets all but the `kept` largest coefficients to zero, which is the whole coder.
+// The coder: sets all but the `kept` largest coefficients to zero.
 void thinOut(std::vector<float>& frame, std::size_t kept) {
   std::vector<float> sizes;
   for (const float coefficient : frame) sizes.push_back(std::abs(coefficient));

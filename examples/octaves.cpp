@@ -1,15 +1,15 @@
 // octaves INPUT.wav OUTPUT.wav
 //
 // Splits a recording into octaves and prints their levels. OUTPUT.wav has one channel per band:
-// what lies below 88 Hz, the octaves around 125, 250, 500 Hz and so on, and what lies above them.
+// everything below 88 Hz, the octaves around 125, 250, 500 Hz and so on, and everything above them.
 //
-// A band is the difference of two low-pass filters, each the sinc function under a Blackman window,
-// so that the bands add up to the recording. Such a filter has thousands of taps; it is cut into
-// parts of 32, and every part works by overlap-save with real transforms of 64 points. In the
-// domain of the transform the parts differ by whole blocks of delay: all parts and bands share one
-// transform of each block of samples, and each band needs one back (Stockham, "High-speed
-// convolution and correlation", 1966; Kulp, "Digital equalization using Fourier transform
-// techniques", 1988).
+// A band is the difference of two low-pass filters, each the sinc function with a Blackman window,
+// so the bands add up to the recording. Such a filter has thousands of taps. It is partitioned into
+// parts of 32 taps, and each part works by overlap-save with real transforms of 64 points. In the
+// frequency domain the parts differ by delays of whole blocks. So all parts and bands share one
+// transform of each block of samples, and each band needs one inverse transform (Stockham,
+// "High-speed convolution and correlation", 1966; Kulp, "Digital equalization using Fourier
+// transform techniques", 1988).
 #include <zvxg.h>
 
 #include <algorithm>
@@ -29,7 +29,7 @@ namespace {
 
 constexpr int kBlock = 32;
 constexpr double kLowestEdge = 1000 / 8 / std::numbers::sqrt2;  // of the octave around 125 Hz
-constexpr double kHighestEdge = 0.45;                           // of the sampling rate, at most
+constexpr double kHighestEdge = 0.45;                           // as part of the sampling rate
 constexpr int kLowestRate = 500, kHighestRate = 200000;
 
 using Block = std::array<float, 2 * kBlock>;  // samples, or a spectrum in the layout Perm
@@ -42,11 +42,12 @@ std::vector<double> edgesFor(int rate) {
   return edges;
 }
 
-// An eighth of a second, which leaves 44 Hz between passing and stopping: a Blackman window makes
-// that 5.5 times the rate over the taps. An odd number, to have one in the middle.
+// An eighth of a second. The transition from pass to stop is then 44 Hz wide: with a Blackman
+// window it is 5.5 times the sampling rate divided by the number of taps. The number is odd, so
+// that there is a tap in the middle.
 int tapsFor(int rate) { return (rate / 8 + kBlock - 1) / kBlock * kBlock - 1; }
 
-// Passes what is below `edge`, given in cycles per sample.
+// A filter that passes frequencies below `edge`, in cycles per sample.
 Filter lowPass(double edge, int taps) {
   constexpr double pi = std::numbers::pi;
   Filter filter(taps);
@@ -61,8 +62,8 @@ Filter lowPass(double edge, int taps) {
   return filter;
 }
 
-// From one edge to the next; the first passes nothing above the first, and the last all that the
-// others leave: a tap in the middle minus a low-pass filter.
+// The filter of each band, from one edge to the next. The first band is everything below the first
+// edge. The last is what the others leave: a single tap in the middle minus a low-pass filter.
 std::vector<Filter> bandsFor(int rate) {
   const int taps = tapsFor(rate);
   std::vector<Filter> bands;
@@ -96,7 +97,7 @@ class FilterBank {
     for (const Filter& filter : filters) {
       std::vector<Block> spectra;
       for (std::size_t start = 0; start < filter.size(); start += kBlock) {
-        Block taps{};  // and as many zeros behind them
+        Block taps{};  // and as many zeros after them
         const std::size_t count = std::min<std::size_t>(kBlock, filter.size() - start);
         std::copy_n(filter.begin() + static_cast<std::ptrdiff_t>(start), count, taps.begin());
         require(zvxgDFTFwd_RToPerm_64_32f(taps.data(), taps.data(), zvxDivFwdByN));
@@ -119,7 +120,8 @@ class FilterBank {
         addProduct(sum, past_[(newest_ + part) % parts_], bands_[band][part]);
       }
       require(zvxgDFTInv_PermToR_64_32f(sum.data(), sum.data(), zvxNoDiv));
-      // The product of spectra is a circular convolution: its first half is wrapped around.
+      // A product of spectra is a circular convolution: its first half is invalid, being wrapped
+      // around.
       write(band, std::span<const float, kBlock>(sum.data() + kBlock, kBlock));
     }
   }
@@ -128,7 +130,7 @@ class FilterBank {
   std::size_t parts_;
   std::vector<std::vector<Block>> bands_;  // spectra of the parts of each filter
   Block recent_{};
-  std::vector<Block> past_;  // spectra of the latest blocks, a ring
+  std::vector<Block> past_;  // ring buffer: spectra of the latest blocks
   std::size_t newest_ = 0;
 };
 
@@ -156,8 +158,8 @@ void run(Arguments arguments) {
     bank.run(std::span<const float, kBlock>(samples.data() + block, kBlock),
              [&](std::size_t band, std::span<const float, kBlock> result) {
                for (std::size_t i = 0; i < kBlock; ++i) {
-                 const std::size_t place = block + i - delay;  // without the filter's delay
-                 if (place >= length) continue;                // before the start as well
+                 const std::size_t place = block + i - delay;  // compensates the filter's delay
+                 if (place >= length) continue;                // also if it is before the start
                  channels[place * bands + band] = result[i];
                  squares[band] += static_cast<double>(result[i]) * result[i];
                }

@@ -1,16 +1,16 @@
 // photo INPUT.png OUTPUT.png [STEP [COMPARISON.png]]
 //
 // Codes a picture by the Walsh-Hadamard transform of blocks of 8 x 8 pixels, and writes what a
-// decoder would show. In natural order the transform of 64 points in a row is that of 8 x 8 points
-// in two dimensions, since (-1)^popcount(i & k) is the product of such signs of the upper and the
-// lower three bits: one call takes one block.
+// decoder would output. In natural order the transform of 64 points in a row is the two-dimensional
+// transform of 8 x 8 points, because (-1)^popcount(i & k) is the product of the signs for the upper
+// and the lower three bits. So one call transforms one block.
 //
-// The colours are first turned into a luma and two differences, which leaves most of the picture in
+// The colours are first converted to luma and two differences, which leaves most of the picture in
 // one channel (Malvar and Sullivan, "YCoCg-R", 2003). Coefficients are rounded to multiples of STEP
-// (of twice that in the differences) in units in which the transform is orthonormal, so that the
-// error of the picture is that of the coefficients. These are multiples of 1/8, so that a STEP of
-// 1/16 gives the very picture. The bits are those of an ideal entropy coder which knows how
-// often each value of each of the 64 coefficients occurs.
+// (of twice STEP in the differences). They are scaled so that the transform is orthonormal, so the
+// error of the picture is that of the coefficients. They are multiples of 1/8, so a STEP of 1/16
+// gives back exactly the picture. The program prints how many bits an ideal entropy coder would
+// need that knows how often each value of each of the 64 coefficients occurs.
 #include <zvxg.h>
 
 #include <algorithm>
@@ -32,9 +32,9 @@ constexpr double kDefaultStep = 32;
 
 using Block = std::array<float, kPoints>;    // of one channel, row by row
 using Channels = std::array<Block, 3>;       // luma, orange minus blue, green minus purple
-using Counts = std::map<int, std::int64_t>;  // how often a value occurs
+using Counts = std::map<int, std::int64_t>;  // how often each value occurs
 
-// Steps of lifting: each is undone by the same with the sign reversed, also where a half is
+// Lifting steps: each is undone by the same step with the sign reversed, although halves are
 // rounded.
 std::array<int, 3> fromColor(Color color) {
   const int orange = color.red - color.blue;
@@ -50,8 +50,8 @@ Color toColor(int luma, int orange, int green) {
   return {byte(blue + orange), byte(green + middle), byte(blue)};
 }
 
-// The block with its upper left corner at (left, top); the last row and column of the picture go
-// on.
+// The block with its upper left corner at (left, top). Beyond the picture its last row and column
+// are repeated.
 Channels load(const Picture& picture, int left, int top) {
   Channels channels;
   for (int i = 0; i < kPoints; ++i) {
@@ -70,7 +70,7 @@ void store(const Channels& channels, Picture& picture, int left, int top) {
   }
 }
 
-// Rounds a block to multiples of the step in the domain of the transform.
+// Transforms a block, rounds it to multiples of the step, and transforms it back.
 void quantise(Block& block, float step, std::array<Counts, kPoints>& counts) {
   require(zvxgWHT_6_32f(block.data(), block.data(), zvxDivBySqrtN, nullptr));
   for (int k = 0; k < kPoints; ++k) {
@@ -103,7 +103,7 @@ double squaredError(const Picture& one, const Picture& other, const Area& area) 
 
 struct Coded {
   Picture picture;
-  double bitsPerPixel, nonZero, psnr;  // non-zero coefficients as a part of all
+  double bitsPerPixel, nonZero, psnr;  // nonZero: share of coefficients that are not zero
 };
 
 Coded code(const Picture& original, double step) {
@@ -137,7 +137,7 @@ Coded code(const Picture& original, double step) {
   return coded;
 }
 
-// Of the areas of this size the one in which the pictures differ most.
+// The area of this size in which the pictures differ most.
 Area mostChanged(const Picture& one, const Picture& other, int width, int height) {
   Area most{};
   double largest = -1;

@@ -34,8 +34,8 @@ void Picture::blend(int x, int y, Color color, int coverage) {
 
 namespace {
 
-// Takes the next code point off the front of UTF-8 text. A byte that starts none, as a file name
-// may hold, comes back as the replacement character.
+// Removes the next code point from the front of UTF-8 text and returns it. For a byte that starts
+// none, as a file name may have, it returns the replacement character.
 char32_t nextCodePoint(std::string_view& text) {
   const auto byte = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned char lead = byte(0);

@@ -1,5 +1,5 @@
-// A picture of 24-bit pixels, text in it, and its PNG file. Text is drawn by FreeType, the file
-// read and written by libpng. Failures are thrown as std::runtime_error of one line.
+// A picture of 24-bit pixels, text in it, and its PNG file. FreeType draws the text, libpng reads
+// and writes the file. Failures are thrown as std::runtime_error whose text is one line.
 #pragma once
 
 #include <ft2build.h>
@@ -40,11 +40,12 @@ class Picture {
   std::vector<Color> pixels_;
 };
 
+// The part of the text that is at the given point.
 enum class Anchor {
   Left,
   Centre,
   Right
-};  // which part of the text stands at the given point
+};
 enum class Run {
   Rightward,
   Upward
@@ -68,8 +69,8 @@ class Font {
   std::unique_ptr<FT_FaceRec_, Close> face_;
 };
 
-// Whatever kind of PNG it is, as 8 bits of red, green and blue, what is transparent over black.
+// Reads any kind of PNG as 8 bits of red, green and blue. Transparent parts are blended over black.
 Picture readPng(const std::string& path);
 
-// The file at `path` is either what it was or the whole new picture.
+// Writes the picture completely, or leaves the file at `path` as it was.
 void writePng(const Picture& picture, const std::string& path);

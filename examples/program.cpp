@@ -73,7 +73,7 @@ void requireOther(const std::string& input, const std::string& output) {
 }
 
 void replaceFile(const std::string& path, const std::function<std::string(std::FILE*)>& write) {
-  // Renaming onto a device would replace it.
+  // Renaming a file to the name of a device would replace the device.
   if (std::filesystem::exists(path) && !std::filesystem::is_regular_file(path)) {
     failWriting(path, "it exists and is not a regular file");
   }

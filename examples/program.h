@@ -1,5 +1,5 @@
-// What the programs here share: their command line, their failures, their output files.
-// A failure is a std::runtime_error whose text is one line.
+// Shared by the programs here: command line, failures, output files. A failure is a
+// std::runtime_error whose text is one line.
 #pragma once
 
 #include <cstdint>
@@ -12,26 +12,27 @@ using Arguments = std::span<const char* const>;  // without the program's own na
 
 struct Program {
   const char* name;
-  const char* arguments;  // as the usage line names them
+  const char* arguments;  // for the usage line
   std::size_t least, most;
   void (*run)(Arguments);
 };
 
-// The body of main(): runs the program, or tells in one line why not.
+// The body of main(): runs the program, or prints one line that says why it cannot.
 int runProgram(const Program& program, int argc, char** argv);
 
 // The argument as a number from `least` to `most`.
 double numberFrom(const std::string& argument, double least, double most);
 
-// What a transform returned: anything but zvxOk is thrown.
+// Checks the status of a transform: throws for anything but zvxOk.
 void require(int32_t status);
 
-// Refuses what is no file to read: a directory, a device, nothing.
+// Refuses a path that is not a readable file: a directory, a device, or nothing.
 void requireFile(const std::string& path);
 
-// Refuses to write over the file that is read.
+// Refuses an output that would overwrite the input.
 void requireOther(const std::string& input, const std::string& output);
 
-// The file at `path` is either what it was or whole: `write` gets a new file in the same directory,
-// which takes the name at the end. A text that `write` returns is the reason of a failure.
+// Writes the file at `path` completely, or leaves it as it was: `write` gets a new file in the same
+// directory, which is renamed at the end. If `write` returns a text, that is the reason of its
+// failure.
 void replaceFile(const std::string& path, const std::function<std::string(std::FILE*)>& write);

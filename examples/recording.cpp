@@ -1,5 +1,5 @@
-// Recording, readAll, writeSound: libsndfile knows the formats; here are the mixing and the
-// refusals.
+// Recording, readAll, writeSound: libsndfile handles the formats; this file mixes channels and
+// refuses bad input.
 #include "recording.h"
 
 #include <algorithm>
@@ -10,8 +10,8 @@
 
 namespace {
 
-// Float files can hold anything. What is no number, or so loud that sums of its squares leave the
-// range of single precision, would spoil every frame that touches it.
+// Float files can hold anything. A sample that is not a number, or so large that sums of squares
+// leave the range of single precision, would spoil every frame that contains it.
 constexpr float kLoudest = 1e15f;
 
 std::string withoutLineEnds(std::string text) {

@@ -1,5 +1,5 @@
-// A sound file read from front to back as one channel, and sound written, by libsndfile.
-// Whatever is wrong with the file is thrown as a std::runtime_error of one line.
+// Reads a sound file from start to end as one channel, and writes sound files, by libsndfile. If
+// anything is wrong with a file, a std::runtime_error is thrown whose text is one line.
 #pragma once
 
 #include <sndfile.h>
@@ -19,8 +19,8 @@ class Recording {
   int rate() const { return rate_; }               // samples per second
   std::int64_t length() const { return length_; }  // samples of one channel
 
-  // Fills `samples` with the mean of all channels and returns how many there were; fewer than asked
-  // for only at the end. Integer formats arrive in -1 .. 1.
+  // Fills `samples` with the mean of all channels and returns how many there were, which is less
+  // than requested only at the end. Integer formats are scaled to -1 .. 1.
   std::size_t read(std::span<float> samples);
 
  private:
@@ -37,9 +37,9 @@ class Recording {
   std::vector<float> interleaved_;
 };
 
-// All samples of a recording that has at least `least`.
+// All samples of a recording, which must have at least `least`.
 std::vector<float> readAll(Recording& recording, std::int64_t least);
 
-// Writes a WAV file of 32-bit floats, one channel behind the other in each sample. The file at
-// `path` is either what it was or whole.
+// Writes a WAV file of 32-bit floats; `samples` has one sample of each channel in turn. Writes the
+// file at `path` completely, or leaves it as it was.
 void writeSound(const std::string& path, int rate, int channels, std::span<const float> samples);

@@ -1,8 +1,9 @@
 // spectrogram INPUT.wav OUTPUT.png
 //
-// Draws how the spectrum of a recording changes with time. Windows of 64 samples, one every 16, go
-// through the real 64-point kernel; a column of the picture shows the mean power of the windows
-// whose centres fall into it. Memory does not grow with the length of the recording.
+// Draws how the spectrum of a recording changes with time. Windows of 64 samples, one every 16
+// samples, are transformed by the real 64-point kernel. A column of the picture shows the mean
+// power of the windows whose centres are in it. Memory does not grow with the length of the
+// recording.
 #include <zvxg.h>
 
 #include <algorithm>
@@ -25,9 +26,9 @@ namespace {
 
 constexpr int kWindow = 64;
 constexpr int kHop = 16;
-constexpr int kBins = kWindow / 2 + 1;  // a real signal's other bins mirror all but first and last
-constexpr int kBlock = 128;             // windows transformed in one go
-constexpr int kCompared = 64;           // windows compared with the definition, about
+constexpr int kBins = kWindow / 2 + 1;  // the other bins of a real signal mirror these
+constexpr int kBlock = 128;             // windows transformed together
+constexpr int kCompared = 64;           // windows compared with the definition, roughly
 constexpr double kFloorDb = -70;
 
 using Frame = std::array<float, kWindow>;
@@ -46,12 +47,12 @@ struct Analysis {
   Powers total{};
   std::int64_t frames = 0;
   std::int64_t compared = 0;
-  double deviation = 0;  // largest, relative to the largest bin of its window
+  double deviation = 0;  // the largest one, relative to the largest bin of its window
   double transformSeconds = 0;
 };
 
-// The largest difference between `result` and the transform of `source` by its definition, relative
-// to the latter's largest bin.
+// The largest difference between `result` and the transform of `source` by the definition, relative
+// to the largest bin of the definition.
 double deviationOf(const Frame& source, const Spectrum& result) {
   static const auto turn = [] {
     std::array<std::array<long double, 2>, kWindow> table;
@@ -76,7 +77,7 @@ double deviationOf(const Frame& source, const Spectrum& result) {
 }
 
 Analysis analyse(Recording& recording) {
-  // Hann: the window's ends fade out, so that a tone does not smear over all bins.
+  // A Hann window: its ends fade out, so that a tone does not smear over all bins.
   std::array<float, kWindow> hann;
   for (int n = 0; n < kWindow; ++n) {
     hann[n] = static_cast<float>(0.5 - 0.5 * std::cos(2 * std::numbers::pi * n / kWindow));
@@ -129,8 +130,8 @@ Analysis analyse(Recording& recording) {
   return analysis;
 }
 
-// Mean powers in dB below the loudest of all. A column without a window, as a short recording has,
-// lies on the line between its neighbours.
+// Mean powers in dB below the loudest of all. In a short recording some columns have no windows;
+// they are interpolated linearly between their neighbours.
 std::vector<std::vector<double>> levels(const Analysis& analysis) {
   double loudest = 0;
   for (const Column& column : analysis.columns) {
