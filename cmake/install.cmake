@@ -1,4 +1,4 @@
-# What is installed, by component: runtime, many, development, tools, documentation. Everything finds
+# What is installed, by component: runtime, many, development, tools, documentation; python has its own. Everything finds
 # its parts relative to its own place, so that an installed tree can be moved.
 
 include(CMakePackageConfigHelpers)
