@@ -1,0 +1,79 @@
+from typing import Any, Literal, SupportsIndex, TypedDict, overload
+
+import numpy as np
+from numpy.typing import ArrayLike, NDArray
+
+from . import ufuncs as ufuncs
+
+_Norm = Literal["backward", "ortho", "forward"] | None
+_Layout = Literal["ccs", "pack", "perm"]
+_Scaling = Literal["spectrum", "psd"] | None
+_Axes = tuple[int | tuple[int], int | tuple[int]] | list[int] | list[tuple[int]] | None
+_Real = NDArray[np.float32] | NDArray[np.float64]
+_Complex = NDArray[np.complex64] | NDArray[np.complex128]
+_Out = NDArray[Any] | None
+
+class _Library(TypedDict):
+    major: int
+    minor: int
+    file: str
+    version: str
+    cpu: str
+    many_level: int
+
+__version__: str
+
+def library() -> _Library: ...
+def fft(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None,
+) -> _Complex: ...
+def ifft(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None,
+) -> _Complex: ...
+@overload
+def rfft(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None, layout: Literal["ccs"] = "ccs",
+) -> _Complex: ...
+@overload
+def rfft(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None, layout: Literal["pack", "perm"],
+) -> _Real: ...
+def irfft(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None, layout: _Layout = "ccs",
+) -> _Real: ...
+def hartley(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None,
+) -> _Real: ...
+def wht(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None,
+) -> _Real: ...
+def dct4(
+    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
+    out: _Out = None, *, axes: _Axes = None,
+) -> _Real: ...
+def stft(
+    x: ArrayLike, window: ArrayLike, hop: int, *, axis: int = -1, pad: bool = True,
+    scaling: _Scaling = "spectrum", fs: float = 1.0,
+) -> _Complex: ...
+@overload
+def istft(
+    spectra: ArrayLike, window: ArrayLike, hop: int, *, length: int | None = None, pad: bool = True,
+    scaling: _Scaling = "spectrum", fs: float = 1.0, onesided: Literal[True] = True,
+) -> _Real: ...
+@overload
+def istft(
+    spectra: ArrayLike, window: ArrayLike, hop: int, *, length: int | None = None, pad: bool = True,
+    scaling: _Scaling = "spectrum", fs: float = 1.0, onesided: Literal[False],
+) -> _Complex: ...
+def spectrogram(
+    x: ArrayLike, window: ArrayLike, hop: int, *, axis: int = -1, fs: float = 1.0,
+) -> _Real: ...
+def mdct(x: ArrayLike, window: ArrayLike, *, axis: int = -1) -> _Real: ...
+def imdct(frames: ArrayLike, window: ArrayLike) -> _Real: ...

@@ -1,0 +1,35 @@
+import numpy as np
+
+fft: np.ufunc
+fft_ortho: np.ufunc
+fft_forward: np.ufunc
+ifft: np.ufunc
+ifft_ortho: np.ufunc
+ifft_forward: np.ufunc
+rfft: np.ufunc
+rfft_ortho: np.ufunc
+rfft_forward: np.ufunc
+rfft_pack: np.ufunc
+rfft_pack_ortho: np.ufunc
+rfft_pack_forward: np.ufunc
+rfft_perm: np.ufunc
+rfft_perm_ortho: np.ufunc
+rfft_perm_forward: np.ufunc
+irfft: np.ufunc
+irfft_ortho: np.ufunc
+irfft_forward: np.ufunc
+irfft_pack: np.ufunc
+irfft_pack_ortho: np.ufunc
+irfft_pack_forward: np.ufunc
+irfft_perm: np.ufunc
+irfft_perm_ortho: np.ufunc
+irfft_perm_forward: np.ufunc
+hartley: np.ufunc
+hartley_ortho: np.ufunc
+hartley_forward: np.ufunc
+wht: np.ufunc
+wht_ortho: np.ufunc
+wht_forward: np.ufunc
+dct4: np.ufunc
+dct4_ortho: np.ufunc
+dct4_forward: np.ufunc
