@@ -31,9 +31,8 @@ constexpr int kPoints = 60;  // per period
 constexpr int kHarmonics = 20;
 constexpr double kFarthest = 1.2;  // largest ratio of the frequency to the one given
 constexpr double kHighest = 0.2;   // of the sampling rate: a fundamental with two harmonics
-constexpr double kPassed =
-    0.4;  // highest frequency measured, of the 0.5 cycles per sample there are
-constexpr double kLongest = 1e9;  // seconds
+constexpr double kPassed = 0.4;    // highest frequency measured, in cycles per sample
+constexpr double kLongest = 1e9;   // seconds
 constexpr double kPi = std::numbers::pi;
 
 using Spectrum = std::array<std::complex<double>, kPoints / 2 + 1>;  // CCS

@@ -1,4 +1,4 @@
-// What the makers of batches share.
+// Shared by the functions that make batches.
 #pragma once
 
 #include <cstdint>
@@ -10,15 +10,15 @@
 
 namespace bench {
 
-// One side of a case: a function of the library, if it is one, and what it is to do.
+// One side of a case: a function, if it is one of the library, and what it has to do.
 struct Side {
   void* function;
-  int selector;  // what the name of the kernel counts
+  int selector;  // the length or order in the name of the kernel
   int n;
   const Library* library;
 };
 
-// A function of the library on fixed arguments; it has to take them.
+// A call of a library function on fixed arguments, which it must accept.
 template <class... Arguments>
 Batch callBatch(void* address, Arguments... arguments) {
   const auto function = reinterpret_cast<std::int32_t (*)(Arguments...)>(address);

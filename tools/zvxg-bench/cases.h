@@ -1,5 +1,5 @@
-// What is measured: one case per function of the library, with the peers that do the same work.
-// The families are the rows of a table in cases.cpp; listCases() is the entry.
+// What is measured: one case for each function of the library, with the peers that do the same
+// work. The families are the rows of a table in cases.cpp; listCases() is the entry.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,7 @@ namespace bench {
 // Runs one transform `calls` times in a row on fixed arrays.
 using Batch = std::function<void(int calls)>;
 
-// The arrays of one side. `source` holds normal numbers, whenever neither a maker nor a batch runs.
+// The arrays of one side. Whenever neither a maker nor a batch runs, `source` holds normal numbers.
 struct Arrays {
   void* source;
   void* dest;
@@ -27,13 +27,13 @@ struct Peer {
 
 struct Case {
   std::string family;  // such as complex-forward
-  int bits;            // of a real number: 32 or 64
+  int bits;            // bits of a real number: 32 or 64
   int n;               // length in elements
   std::string symbol;
-  bool oursCallsPeer;  // so that the difference is what ours adds, and not the ratio
-  int additions;       // of numbers, in a transform that consists of them; otherwise 0
+  bool oursCallsPeer;  // then the difference counts, not the ratio
+  int additions;       // of numbers, in a transform that consists of additions; otherwise 0
   std::function<Batch(Arrays)> ours;
-  std::vector<Peer> peers;  // the fastest at this length counts; there may be none
+  std::vector<Peer> peers;  // the fastest one at this length counts; may be empty
 };
 
 struct CaseList {
@@ -41,7 +41,7 @@ struct CaseList {
   int missing = 0;  // functions that match and are not in the library
 };
 
-// Which peers take part: of those that are FFTW's only where its library is.
+// Which peers take part: those of FFTW only if its library is installed.
 enum class Peers {
   All,
   None

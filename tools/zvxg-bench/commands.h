@@ -1,4 +1,4 @@
-// The commands. Each throws UsageError, or std::runtime_error with one line.
+// The commands. Each throws UsageError, or std::runtime_error whose text is one line.
 #pragma once
 
 #include "options.h"
@@ -12,7 +12,7 @@ Report speedCommand(const Options& options, int argc, char** argv);
 Report accuracyCommand(const Options& options);
 Report verifyCommand(const Options& options);
 
-// The entries of an account of a run that all commands have.
+// The entries that all commands have in the description of a run.
 using About = std::vector<std::pair<std::string, std::string>>;
 About describeMachine(const std::string& library);
 

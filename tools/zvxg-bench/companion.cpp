@@ -16,7 +16,7 @@ using zvxg::detail::Functions;
 template <class T>
 using Complex = typename Functions<T>::Complex;
 
-// Batch of a call that is compiled for its length.
+// The batch of a call that is compiled for its length.
 template <class Call, class T, std::size_t N>
 Batch repeat(Arrays arrays) {
   return [src = static_cast<const Complex<T>*>(arrays.source),
@@ -50,7 +50,7 @@ struct Named {
   }
 };
 
-// The compiler must not see that the sizes are right.
+// Hides from the compiler that the sizes are right.
 template <class T>
 std::size_t hidden(T value) {
   asm volatile("" : "+r"(value));
@@ -66,7 +66,7 @@ struct Checked {
 
 constexpr std::size_t kSignals = 32;
 
-// The arrays of a case have room for one signal only.
+// The arrays of a case have room for only one signal.
 template <class T>
 struct ManySignals {
   using Array = std::array<Complex<T>, kSignals * kLongestNamed>;

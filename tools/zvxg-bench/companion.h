@@ -1,5 +1,5 @@
-// Calls through the companion header, and the same calls in C: each by name, as a program compiles
-// them, up to kLongestNamed points.
+// Calls through the companion header, and the same calls in C: each by name, as in a program, up to
+// kLongestNamed points.
 #pragma once
 
 #include "batches.h"
@@ -8,8 +8,7 @@ namespace bench {
 
 inline constexpr int kLongestNamed = 16;
 
-// dft() on arrays of known length; on spans of which it has to check the length; by run-time
-// length.
+// dft() on arrays of known length, on spans whose length it has to check, and by run-time length.
 template <class T>
 Batch companionKnown(const Side& side, Arrays arrays);
 template <class T>
@@ -23,7 +22,7 @@ Batch namedCall(const Side& side, Arrays arrays);
 template <class T>
 Batch namedEntry(const Side& side, Arrays arrays);
 
-// batch() over many signals, and the loop of calls that it stands for.
+// batch() over many signals, and the loop of calls that it replaces.
 template <class T>
 Batch companionBatch(const Side& side, Arrays arrays);
 template <class T>

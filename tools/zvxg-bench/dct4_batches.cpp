@@ -34,7 +34,7 @@ Batch copyBatch(const Side& side, Arrays arrays) {
   };
 }
 
-// A block for a plan, and the function that makes the plan.
+// The block of a plan, and the function that makes the plan.
 template <class T>
 struct Dct4Planner {
   explicit Dct4Planner(const Side& side) : n(side.n) {
@@ -74,7 +74,7 @@ Batch dct4Planning(const Side& side, Arrays) {
   };
 }
 
-// An estimated plan; FFTW keeps nothing of it but what it knows by then.
+// Makes an estimated plan. FFTW keeps nothing of it except what it has learned before.
 template <class T>
 Batch fftwDct4Planning(const Side& side, Arrays arrays) {
   return [=, &fftw = Fftw<T>::get()](int calls) {

@@ -1,17 +1,17 @@
-// The DCT-IV and its peers: the transforms, and the making of their plans.
+// The DCT-IV and its peers: the transforms, and making their plans.
 #pragma once
 
 #include "batches.h"
 
 namespace bench {
 
-// A call of a plan in a block on a cache line, and the making of that plan.
+// A call of a plan in a block at a cache line, and making that plan.
 template <class T>
 Batch dct4Batch(const Side& side, Arrays arrays);
 template <class T>
 Batch dct4Planning(const Side& side, Arrays arrays);
 
-// FFTW's own DCT-IV, and the making of an estimated plan.
+// FFTW's own DCT-IV, and making an estimated plan.
 template <class T>
 Batch fftwDct4(const Side& side, Arrays arrays);
 template <class T>

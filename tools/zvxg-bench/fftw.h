@@ -1,5 +1,5 @@
-// FFTW, as far as it is a peer here, found when the program runs: neither the build nor the start
-// needs it. What is declared is part of the documented interface of FFTW 3.
+// The functions of FFTW that are peers here. They are loaded when the program runs, so neither the
+// build nor the start needs them. The declarations are part of the documented interface of FFTW 3.
 #pragma once
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace bench {
 constexpr int kFftwForward = -1;
 constexpr int kFftwBackward = 1;
 
-enum class FftwKind {  // of a transform between real numbers
+enum class FftwKind {  // the kind of a real-to-real transform
   R2Hc = 0,
   Hc2R = 1,
   Dht = 2,
@@ -47,24 +47,26 @@ struct Fftw {
 
   // Whether the library of this precision is on this machine.
   static bool isPresent();
-  // Its functions; only where it is present.
+  // Its functions. Call this only if the library is present.
   static const Fftw& get();
 };
 
-// FFTW measures its plans up to this length; above it estimates, which takes seconds less.
+// FFTW measures its plans up to this length. Above it estimates them, which saves seconds.
 constexpr int kLongestMeasured = 1 << 16;
 constexpr unsigned plannerFlags(int n) {
   return n <= kLongestMeasured ? kFftwMeasure : kFftwEstimate;
 }
 
-// The passes of a transform that leave their result in the source make its norm greater, by a
-// factor of sqrt(2n) at most: 11.3 at 64. So many calls stay within the range of floats.
+// If a transform leaves its results in the source, each call multiplies the norm of the source by
+// sqrt(2n) at most, 11.3 at 64 points. After this many calls it is still within the range of
+// floats.
 constexpr int kCallsOnOneFill = 32;
 
-// Calls of the plan that `make` returns, each with `finish` behind it. The planner overwrites the
-// source, of `reals` numbers, and so may the plan: from spectra FFTW is up to three times as fast
-// if it may. A source that is destroyed is filled again so rarely that it costs the peer a few
-// tenths of a nanosecond per call, and it happens only at lengths that take it 30 and more.
+// Calls of the plan that `make` returns, each followed by `finish`. The planner overwrites the
+// source of `reals` numbers. The plan may do so too: FFTW's transforms from spectra are then up to
+// three times as fast. A source that is destroyed is refilled so rarely that it costs the peer a
+// few tenths of a nanosecond per call. This happens only at lengths where a call takes 30 ns or
+// more.
 template <class T, class Make, class Finish = decltype([] {})>
 Batch fftwBatch(void* source, int reals, const Make& make, const Finish& finish = {}) {
   const Fftw<T>& fftw = Fftw<T>::get();

@@ -141,9 +141,8 @@ Speed and accuracy of every kernel. `./dev figures` measures everything again an
 
 - Measured {about["date"]} on {about["cpu"]}, library {about["library"].split(",")[0]} built with
   {about["built with"]}, {about["run"]}.
-- FFTW: {about["FFTW, single"]} and {about["FFTW, double"]};
-  {about["plans"]}. Where FFTW has several ways, the fastest
-  at each length counts.
+- FFTW: {about["FFTW, single"]} and {about["FFTW, double"]}. Plans: {about["plans"]}.
+  Where FFTW has several ways, the fastest at each length counts.
 
 ## Speed
 

@@ -1,5 +1,5 @@
-// With z[k] = (x[2k] + i x[n-1-2k]) exp(-i pi (4k+1) / (4n)), Z the forward transform of z and
-// y[k] = Z[k] exp(-i pi k / n), the results are X[2k] = Re y[k] and X[n-1-2k] = -Im y[k].
+// Let z[k] = (x[2k] + i x[n-1-2k]) exp(-i pi (4k+1) / (4n)), Z its forward transform and
+// y[k] = Z[k] exp(-i pi k / n). The results are X[2k] = Re y[k] and X[n-1-2k] = -Im y[k].
 #include "half_length.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
-// A DCT-IV as one makes it from a complex FFT: FFTW's transform of half the length between two
-// loops of rotations. A yardstick beside FFTW's own DCT-IV, which is far from the best that its
-// complex transforms allow.
+// A DCT-IV made in the usual way from a complex FFT: FFTW's transform of half the length between
+// two loops of rotations. It is a second peer, because FFTW's own DCT-IV is far from the best that
+// its complex transforms allow.
 #pragma once
 
 #include <memory>

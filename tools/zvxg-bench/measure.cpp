@@ -12,7 +12,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Long against the 20 to 30 ns of reading the timer, short against the ticks of the system.
+// Long compared with the 20 to 30 ns of reading the timer, short compared with the ticks of the
+// system.
 constexpr double kBurstNs = 10'000;
 
 double nsSince(Clock::time_point start) {
@@ -31,7 +32,7 @@ class Side {
 
  private:
   double burst() {
-    batch_(1 + calls_ / 16);  // the other side has just had the caches and the branch predictor
+    batch_(1 + calls_ / 16);  // the other side has just used the caches and the branch predictor
     const auto start = Clock::now();
     batch_(calls_);
     return nsSince(start) / calls_;
@@ -42,8 +43,8 @@ class Side {
   double bestNs_ = 0;
 };
 
-// Additions that each wait for the one before, a cycle each. Both operands are registers, as some
-// processors add a small constant for nothing.
+// Additions each of which waits for the one before and takes a cycle. Both operands are registers,
+// because some processors add a small constant in no time.
 constexpr int kChainCycles = 64;
 void additionChain(int calls) {
   std::size_t sum = 0;
@@ -56,7 +57,8 @@ void additionChain(int calls) {
 template <class T>
 void fillSource(void* source, std::size_t bytes) {
   const std::size_t count = bytes / sizeof(T);
-  // 0.5 to 1 in steps that repeat late: no value, and no sum of a few, is denormal or huge.
+  // Values from 0.5 to 1 in steps that repeat late: neither they nor sums of a few are subnormal or
+  // huge.
   for (std::size_t i = 0; i < count; ++i) {
     static_cast<T*>(source)[i] = T(0.5) + T(i * 7919 % 16384) / T(32768);
   }
@@ -65,9 +67,9 @@ void fillSource(void* source, std::size_t bytes) {
 }  // namespace
 
 Times measure(const Case& subject, double budgetMs, int offsetBytes) {
-  // Source and destination in one block, in every process at the same places in a page. The gap
-  // keeps equal indices of the two off equal offsets into a page, which would stall loads. There
-  // are two numbers per point, and two more that half spectra need.
+  // Source and destination are in one block, at the same places in a page in every process. The gap
+  // keeps equal indices of the two from having equal offsets into a page, which would stall loads.
+  // There are two numbers per point, and two more for half spectra.
   constexpr std::size_t kPage = 4096, kGap = 64 * 17;
   const std::size_t bytes =
       (2 * static_cast<std::size_t>(subject.n) + 2) * (subject.bits / 8) + offsetBytes;

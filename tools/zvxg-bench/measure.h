@@ -1,6 +1,7 @@
-// Times one case in this process: short bursts of ours, of each peer and of a chain of additions,
-// which shows the clock, take turns, and the shortest burst of each counts. A change of clock or a
-// busy neighbour then meets all of them alike, and enough bursts escape it.
+// Times one case in this process. Short bursts of our function, of each peer and of a chain of
+// additions, which shows the clock rate, take turns, and the shortest burst of each counts. A
+// change of clock or another program then affects all of them alike, and with enough bursts some
+// escape it.
 #pragma once
 
 #include "cases.h"
@@ -13,8 +14,8 @@ struct Times {
   double clockGhz;
 };
 
-// `budgetMs` is the time spent on the bursts. `offsetBytes` moves the arrays of ours, and only
-// those, off their alignment.
+// `budgetMs` is the time for the bursts. `offsetBytes` moves our arrays, but not those of peers,
+// off their alignment.
 Times measure(const Case& subject, double budgetMs, int offsetBytes);
 
 }  // namespace bench

@@ -10,22 +10,23 @@
 namespace bench {
 namespace {
 
-constexpr int kOffsetBytes = 8;  // one element of 32fc and 64f; takes 64fc off its 16 bytes
+constexpr int kOffsetBytes = 8;  // one element of 32fc and 64f, half an element of 64fc
 
 constexpr char kUsage[] =
     R"(usage: zvxg-bench COMMAND [OPTION...] [FILTER...]
 
   list        every function of the library: family, type, length, layout, algorithm, operations
-  speed       time of a call, beside that of FFTW where its libraries are installed
+  speed       time of a call, compared with FFTW if its libraries are installed
   accuracy    error of every transform on normally distributed numbers
   verify      whether the library gives right results on this machine; exit status 1 if not
 
-FILTER is words joined by '-', each of them a part of "<family> <single|double> <symbol> <length>",
-such as complex, complex-single, inverse-64fc, CToC_12_, dct4-4096. One match suffices.
+FILTER is words joined by '-'. It selects a function if each word is part of its line
+"<family> <single|double> <symbol> <length>". Examples: complex, complex-single, inverse-64fc, CToC_12_,
+dct4-4096. With several filters one match suffices.
 
   --format F        text, csv or json
   --output FILE     write there; the file appears when it is complete
-  --library FILE    another build of libzvxg instead of the one this program runs with
+  --library FILE    use this build of libzvxg instead of the one this program is linked with
   --help, --version
 
 speed:
@@ -33,18 +34,18 @@ speed:
   --processes K     number of worker processes (12)
   --ms T            milliseconds per case in each of them (16)
   --core C          core to run on (the last one allowed)
-  --offset          our arrays 8 bytes off their alignment
+  --offset          move our arrays 8 bytes off their alignment
   --no-peers        measure the library alone
-  --beat FILE       CSV with the columns family, bits, n and ratio_to_beat, to compare with
-  --csv FILE        write the results there as CSV as well
+  --beat FILE       ratios to beat: CSV with the columns family, bits, n and ratio_to_beat
+  --csv FILE        also write the results there as CSV
 
 accuracy and verify:
-  --trials K        arrays of numbers for each transform, of accuracy (64)
-  --seed S          of the numbers (1)
+  --trials K        accuracy: number of arrays for each transform (64)
+  --seed S          seed of the random numbers (1)
 )";
 
 struct Option {
-  std::string commands;  // that have it
+  std::string commands;  // those that have the option
   int* number = nullptr;
   int lowest = 0;
   std::string* text = nullptr;

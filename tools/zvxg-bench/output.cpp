@@ -53,7 +53,7 @@ void printText(std::ostream& out, const Report& report) {
   for (const std::string& line : report.closing) out << line << '\n';
 }
 
-// As RFC 4180 has it, behind the account of the run as comments.
+// CSV as in RFC 4180, after the description of the run as comments.
 std::string csvField(const std::string& field) {
   if (field.find_first_of(",\"\n") == std::string::npos) return field;
   std::string quoted = "\"";
@@ -110,7 +110,7 @@ void printJson(std::ostream& out, const Report& report) {
   out << "]\n}\n";
 }
 
-// A device or a pipe is written as it is.
+// Devices and pipes are written to directly.
 bool isReplaceable(const std::filesystem::path& path) {
   return !std::filesystem::exists(path) || std::filesystem::is_regular_file(path);
 }
@@ -151,7 +151,7 @@ void writeTo(const std::string& path, const std::string& text) {
     return;
   }
   const bool replaces = isReplaceable(path);
-  // What a link leads to is replaced, and not the link.
+  // The target of a link is replaced, not the link.
   std::filesystem::path file = path;
   if (replaces) file = std::filesystem::weakly_canonical(file);
   const std::filesystem::path part = replaces ? unfinished(file) : file;

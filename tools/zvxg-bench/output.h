@@ -1,4 +1,4 @@
-// What a command found, as text, CSV or JSON, and where it goes.
+// The results of a command as text, CSV or JSON, and where they are written.
 #pragma once
 
 #include <cmath>
@@ -11,26 +11,26 @@ namespace bench {
 struct Column {
   std::string name;
   bool isText;
-  bool isInTitle = false;  // of the section, so that text does not repeat it
+  bool isInTitle = false;  // it is in the title of the section, so text does not repeat it
 };
 
-using Row = std::vector<std::string>;  // by column; an empty field is not known
+using Row = std::vector<std::string>;  // by column; an empty field is unknown
 
 struct Section {
   std::string title;
   std::vector<Row> rows;
-  std::vector<std::string> summary;  // lines; only text has them
+  std::vector<std::string> summary;  // lines, in text only
 };
 
 struct Report {
-  std::vector<std::pair<std::string, std::string>> about;  // the run
+  std::vector<std::pair<std::string, std::string>> about;  // a description of the run
   std::vector<Column> columns;
   std::vector<Section> sections;
-  std::vector<std::string> closing;  // lines; only text has them
+  std::vector<std::string> closing;  // lines, in text only
   bool failed = false;
 };
 
-// A number as a field; empty if it is none.
+// A number as a field, empty for NaN.
 std::string number(double value, int decimals);
 std::string threeDigits(double value);
 
@@ -42,13 +42,13 @@ enum class Format {
 
 std::string print(const Report& report, Format format);
 
-// Throws if a file cannot be written there; to be asked before work that takes minutes.
+// Throws if a file cannot be written there. Call it before work that takes minutes.
 void requireWritable(const std::string& path);
 
-// To standard output, or to a file, which appears when it is complete. Throws on failure.
+// Writes to standard output, or to a file, which appears when it is complete. Throws on failure.
 void writeTo(const std::string& path, const std::string& text);
 
-// A line on the terminal that tells how far a command is; nothing elsewhere.
+// A line on the terminal that shows the progress of a command; elsewhere nothing is printed.
 class Progress {
  public:
   Progress();

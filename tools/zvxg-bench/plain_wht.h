@@ -1,5 +1,5 @@
-// The peer of the Walsh-Hadamard kernels: the plain loop of radix-2 stages, compiled for AVX2,
-// where the machine has it, with everything that the compiler has to offer.
+// The peer of the Walsh-Hadamard kernels: the plain loop of radix-2 stages, compiled with all that
+// the compiler offers, and for AVX2 if the machine has it.
 #pragma once
 
 namespace bench {

@@ -1,6 +1,6 @@
 # Draws one SVG per family from the CSV of zvxg-bench speed:  gnuplot -c plot.gp RESULTS.csv DIRECTORY
-# Above the time per transform, below how many times as long the peer takes; a column for each
-# precision.
+# The upper row shows the time per transform, the lower row the ratio of the peer's time to ours, with a
+# column for each precision.
 
 if (ARGC != 2) {
   print "usage: gnuplot -c plot.gp RESULTS.csv DIRECTORY"

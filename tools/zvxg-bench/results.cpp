@@ -9,21 +9,21 @@
 namespace bench {
 namespace {
 
-// Below, the call and the latency of one pass decide, and not the bound.
+// At shorter lengths the call and the latency of one pass decide, not the bound.
 constexpr int kLongerLength = 12;
 
 double best(const std::vector<double>& values) {
   return values.empty() ? NAN : *std::min_element(values.begin(), values.end());
 }
 
-// How far the median process lies above the best one.
+// How far the median process is above the best one.
 double spreadPercent(std::vector<double> values) {
   if (values.empty()) return NAN;
   std::sort(values.begin(), values.end());
   return 100 * (values[values.size() / 2] / values.front() - 1);
 }
 
-// The fastest at this length.
+// The fastest peer at this length.
 std::size_t bestPeer(const Result& r) {
   const auto at = std::min_element(r.peerNs.begin(), r.peerNs.end(),
                                    [](const auto& a, const auto& b) { return best(a) < best(b); });
@@ -37,13 +37,13 @@ std::string peerName(const Result& r) {
 }
 
 double ratio(const Result& r) { return best(peerNs(r)) / best(r.oursNs); }
-// The ratio to beat is that of one program everywhere, however much another peer is ahead of it.
+// The ratio to beat refers to the same program at all lengths, even where another peer is faster.
 double firstRatio(const Result& r) {
   return r.peerNs.empty() ? NAN : best(r.peerNs[0]) / best(r.oursNs);
 }
 bool isBehind(const Result& r) { return firstRatio(r) < r.ratioToBeat; }
 double overBound(const Result& r) { return best(r.oursNs) * r.clockGhz / r.boundCycles; }
-// What ours adds to the call that it makes.
+// What our function adds to the call that it makes.
 double overhead(const Result& r) {
   return r.subject.oursCallsPeer ? best(r.oursNs) - best(peerNs(r)) : NAN;
 }
@@ -179,7 +179,7 @@ std::map<std::string, double> readRatiosToBeat(const std::string& path) {
   std::map<std::string, double> ratios;
   for (int lineNumber = 2; std::getline(file, line); ++lineNumber) {
     std::vector<std::string> row = fieldsOf(line);
-    row.resize(head.size());  // a last empty field is not among the fields
+    row.resize(head.size());  // an empty last field is missing among the fields
     const auto field = [&](const char* name) {
       const auto at = std::find(head.begin(), head.end(), name);
       if (at == head.end()) throw std::runtime_error(path + " has no column " + name);

@@ -16,16 +16,16 @@ struct Result {
   std::vector<double> oursNs;               // per process, the shortest burst
   std::vector<std::vector<double>> peerNs;  // the same of each peer
   double clockGhz = 0;                      // the highest of the processes
-  double boundCycles = NAN;                 // NAN: not known
+  double boundCycles = NAN;                 // NAN: unknown
   double ratioToBeat = NAN;                 // NAN: not given
 };
 
-// What the first peer's time over ours must exceed, by "family,bits,n". Read from a CSV file whose
-// first line names at least the columns family, bits, n and ratio_to_beat; an empty ratio says
-// nothing.
+// The ratio of the first peer's time to ours to be reached, by "family,bits,n". Read from a
+// CSV file whose first line names at least the columns family, bits, n and ratio_to_beat; rows with
+// an empty ratio are ignored.
 std::map<std::string, double> readRatiosToBeat(const std::string& path);
 
-// Columns, and a section for each family and precision.
+// The columns, and a section for each family and precision.
 Report reportOf(const std::vector<Result>& results);
 
 }  // namespace bench

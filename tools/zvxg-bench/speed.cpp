@@ -1,8 +1,8 @@
 // Every function of the library against its peers, in one run on one core.
 //
-// The program starts itself as a worker several times over and keeps, per case and side, the
-// smallest time of all workers: a worker has one placement of code and data in memory and one
-// choice of FFTW plans, and neither side should be judged by an unlucky one.
+// The program starts itself several times as a worker and keeps, for each case and side, the
+// smallest time of all workers. In a worker the placement of code and data in memory and the choice
+// of FFTW plans are fixed, and neither side should be judged by unlucky ones.
 
 #include <sched.h>
 #include <sys/wait.h>
@@ -29,7 +29,7 @@ int lastAllowedCore() {
   return core;
 }
 
-// Holds this process and the workers it starts.
+// Keeps this process and the workers it starts on one core.
 void pinToCore(int core) {
   cpu_set_t set;
   CPU_ZERO(&set);
@@ -95,7 +95,8 @@ void collectFromWorker(int argc, char** argv, std::vector<Result>& results,
   }
 }
 
-// By the ledger; of a transform that consists of additions, two of 128 bits in each cycle.
+// The bound from the ledger. For a transform that consists of additions, two 128-bit additions per
+// cycle.
 double boundOf(const Case& subject) {
   if (subject.additions) return subject.additions / (128.0 / subject.bits) / 2;
   const auto& columns = ledgerColumns();
@@ -107,22 +108,23 @@ double boundOf(const Case& subject) {
 template <class T>
 std::string describeFftw() {
   return Fftw<T>::isPresent() ? Fftw<T>::get().version
-                              : std::string("no ") + Fftw<T>::kFile + ", so nothing beside ours";
+                              : std::string("no ") + Fftw<T>::kFile + ", so no peers";
 }
 
 About describeRun(const Options& options, const std::string& library, int core) {
   About about = describeMachine(library);
-  about.emplace_back("clock", "clock_ghz is by a chain of additions in the same run");
+  about.emplace_back("clock", "clock_ghz is measured by a chain of additions in the same run");
   about.emplace_back("FFTW, single", describeFftw<float>());
   about.emplace_back("FFTW, double", describeFftw<double>());
-  about.emplace_back("plans", "FFTW_MEASURE, and may destroy a spectrum");
+  about.emplace_back("plans", "FFTW_MEASURE; those from spectra may destroy their source");
   about.emplace_back("run", "best of " + std::to_string(options.processes) + " processes on core " +
                                 std::to_string(core) + ", our arrays " +
                                 (options.offsetBytes ? "off their alignment" : "aligned"));
   about.emplace_back("ns", "shortest of all; spread: percent from there to the median process");
-  about.emplace_back("ratio",
-                     "peer / ours, of several peers the fastest at that length; first_ratio, "
-                     "to_beat: of the one named first");
+  about.emplace_back(
+      "ratio",
+      "peer / ours, for the fastest peer at each length; first_ratio and to_beat: for "
+      "the peer named first");
   return about;
 }
 
