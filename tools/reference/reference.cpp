@@ -17,6 +17,9 @@ using kernelgen::isOwnMirror;
 using kernelgen::KernelId;
 using Complex = std::complex<long double>;
 
+// The sums of the DCT-IV grow with the square of the length.
+constexpr int kLongestSummed = 256;
+
 // cos and sin of 2 pi m / n for m = 0 .. n-1.
 struct Roots {
   explicit Roots(int n) {
@@ -141,6 +144,29 @@ Numbers definition(const KernelId& id, const Numbers& source) {
     case Family::Hartley: return hartley(id, source);
   }
   throw std::logic_error("a kernel family without a definition");
+}
+
+Numbers definition(const api::Transform& transform, const Numbers& source) {
+  switch (transform.kernel->family) {
+    case api::Family::Wht: return whtDefinition(source);
+    case api::Family::Dct4:
+      return transform.points > kLongestSummed ? fastDct4(source) : dct4Definition(source);
+    default: return definition(api::kernelIdOf(*transform.kernel), source);
+  }
+}
+
+long double factor(const api::Transform& transform, int flag) {
+  using api::Family;
+  const Family family = transform.kernel->family;
+  const bool directed = family == Family::Complex || family == Family::Real;
+  const bool forward = transform.kernel->direction == Direction::Forward;
+  if (!transform.function->takes(api::Role::Flag)) return 1;
+  switch (flag) {
+    case 1: return directed && !forward ? 1 : 1.0L / transform.points;
+    case 2: return directed && forward ? 1 : 1.0L / transform.points;
+    case 4: return 1 / std::sqrt(static_cast<long double>(transform.points));
+    default: return 1;
+  }
 }
 
 // H(2n) = (H(n) H(n); H(n) -H(n)).

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "kernel_id.h"  // kernelgen
+#include "interface.h"
 
 namespace reference {
 
@@ -14,6 +14,12 @@ using Numbers = std::vector<long double>;
 
 /// X = sum of x[n] exp(-+2 pi i k n / N) and its like: the definition of the kernel's family.
 Numbers definition(const kernelgen::KernelId& id, const Numbers& source);
+
+/// Of any transform, without a factor.
+Numbers definition(const api::Transform& transform, const Numbers& source);
+
+/// By what a flag multiplies.
+long double factor(const api::Transform& transform, int flag);
 
 /// By Sylvester's doubling of the Hadamard matrix.
 Numbers whtDefinition(const Numbers& source);

@@ -18,17 +18,17 @@ struct Error {
 };
 
 template <class T>
-Error errorOf(const Transform<T>& transform, NormalNumbers& random, int trials) {
+Error errorOf(const Transform& transform, const Call& call, NormalNumbers& random, int trials) {
   double squares = 0, worst = 0;
   for (int trial = 0; trial < trials; ++trial) {
-    const std::vector<T> source = random.draw<T>(transform.sourceSize);
-    std::vector<T> result(transform.destinationSize);
-    if (transform.call(source.data(), result.data(), zvxNoDiv) != zvxOk) {
-      throw std::runtime_error("a transform of " + std::to_string(transform.n) +
+    const std::vector<T> source = random.draw<T>(transform.sourceBytes / sizeof(T));
+    std::vector<T> result(transform.destinationBytes / sizeof(T));
+    if (call(source.data(), result.data(), zvxNoDiv) != zvxOk) {
+      throw std::runtime_error("a transform of " + std::to_string(transform.points) +
                                " points refused its arguments");
     }
     const double error =
-        relativeError(transform.definition({source.begin(), source.end()}), result);
+        relativeError(reference::definition(transform, {source.begin(), source.end()}), result);
     squares += error * error;
     if (!(error <= worst)) worst = error;  // also if it is no number
   }
@@ -40,13 +40,13 @@ class FamilySection {
  public:
   explicit FamilySection(const Function& function) {
     section_.title =
-        function.family + ", " + (function.bits == 32 ? "single" : "double") + " precision";
+        familyOf(function) + ", " + (function.bits == 32 ? "single" : "double") + " precision";
   }
   bool isOf(const Function& function) const {
     return FamilySection(function).section_.title == section_.title;
   }
   void add(const Function& function, int n, const Error& error) {
-    section_.rows.push_back({function.family, std::to_string(function.bits), function.symbol,
+    section_.rows.push_back({familyOf(function), std::to_string(function.bits), function.symbol,
                              std::to_string(n), threeDigits(error.rms), threeDigits(error.worst)});
     squares_ += error.rms * error.rms;
     if (!(error.worst <= worst_)) worst_ = error.worst, worstLength_ = n;
@@ -80,20 +80,23 @@ Report accuracyCommand(const Options& options) {
                     {"n", false},           {"rms", false},        {"worst", false}};
   std::vector<FamilySection> sections;
   Progress progress;
-  const auto serve = [&]<class T>(const Function& function, T) {
-    for (const Transform<T>& transform : transformsOf<T>(library, function)) {
-      if (!filters.match(function.family, function.bits, function.symbol, transform.n)) continue;
-      progress.show(function.symbol + ", " + std::to_string(transform.n) + " points");
-      NormalNumbers random(options.seed, function.symbol, transform.n);
+  const std::vector<Function> functions = library.functions();
+  const api::Exports exports(functions);
+  for (const Function& function : functions) {
+    if (function.isEntry()) continue;
+    for (const Transform& transform : transformsOf(exports, function)) {
+      const int n = transform.points;
+      if (!filters.match(function, n)) continue;
+      library.get<void>(function.symbol);
+      progress.show(std::string(function.symbol) + ", " + std::to_string(n) + " points");
+      NormalNumbers random(options.seed, function.symbol, n);
       if (sections.empty() || !sections.back().isOf(function)) sections.emplace_back(function);
-      sections.back().add(function, transform.n, errorOf(transform, random, options.trials));
+      const Call call(exports, transform);
+      sections.back().add(function, n,
+                          function.bits == 32
+                              ? errorOf<float>(transform, call, random, options.trials)
+                              : errorOf<double>(transform, call, random, options.trials));
     }
-  };
-  for (const Function& function : listFunctions()) {
-    const bool isTransform =
-        function.kind == Kind::Kernel || function.kind == Kind::Wht || function.kind == Kind::Dct4;
-    if (!isTransform) continue;
-    function.bits == 32 ? serve(function, float{}) : serve(function, double{});
   }
   filters.requireMatches();
   for (FamilySection& section : sections) report.sections.push_back(section.finish());

@@ -67,7 +67,7 @@ void hartleyOfSpectrum(const T (*spectrum)[2], T* dest, int n) {
 template <class T>
 Batch fftwR2cAndSums(const Side& side, Arrays arrays) {
   struct Spectrum {
-    alignas(64) T bins[kMaxLength / 2 + 1][2];
+    alignas(64) T bins[kernelgen::kMaxLength / 2 + 1][2];
   };
   const auto spectrum = std::make_shared<Spectrum>();
   const auto plan = [&](const Fftw<T>& fftw) {
@@ -123,12 +123,12 @@ struct Selectors {
   int (*points)(int selector);
 };
 
-const Selectors kLengths = {2, kMaxLength, [](int n) { return n; }};
+const Selectors kLengths = {2, kernelgen::kMaxLength, [](int n) { return n; }};
 // A nanosecond is lost in the noise of a long kernel.
 const Selectors kShortLengths = {2, 16, kLengths.points};
 const Selectors kFrames = {6, 13, [](int k) { return 1 << k; }};
-const Selectors kOrders = {1, kMaxOrder, [](int order) { return 1 << order; }};
-const Selectors kOrdersWithBuffer = {8, kMaxOrder, kOrders.points};
+const Selectors kOrders = {1, 13, [](int order) { return 1 << order; }};
+const Selectors kOrdersWithBuffer = {8, 13, kOrders.points};
 const Selectors kPowers = {1, 22, [](int k) { return 1 << k; }};
 const Selectors kLongPowers = {7, 22, kPowers.points};
 const Selectors kPlannedPowers = {6, 20, kPowers.points};

@@ -1,38 +1,15 @@
 #include "functions.h"
 
-#include <algorithm>
 #include <map>
 #include <sstream>
 
 namespace bench {
 namespace {
 
-using kernelgen::Direction;
-using kernelgen::Family;
-using kernelgen::KernelId;
-
 // The lines of tools/kernelgen/ledger.csv.
 constexpr const char* kLedger[] = {
 #include "ledger.inc"
 };
-
-std::string lowercase(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) {
-    return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-  });
-  return text;
-}
-
-constexpr const char* kLayouts[] = {"", "CCS", "Pack", "Perm"};
-
-std::string familyOf(const KernelId& id) {
-  if (id.family == Family::Hartley) return "hartley";
-  const std::string direction = id.direction == Direction::Forward ? "forward" : "inverse";
-  if (id.family == Family::Complex) return "complex-" + direction;
-  return "real-" + direction + "-" + lowercase(kLayouts[static_cast<int>(id.layout)]);
-}
-
-int bitsOf(const KernelId& id) { return id.precision == kernelgen::Precision::Single ? 32 : 64; }
 
 bool hasWords(const std::string& label, const std::string& filter) {
   std::istringstream words(filter);
@@ -65,36 +42,41 @@ std::vector<std::string> withoutSymbol(std::vector<std::string> fields) {
 
 }  // namespace
 
-std::vector<Function> listFunctions() {
-  std::vector<Function> functions = {{"zvxgenGetLibVersion", "version", Kind::Version}};
-  for (const KernelId& id : kernelgen::kernelList()) {
-    functions.push_back({id.symbol(), familyOf(id), Kind::Kernel, bitsOf(id), id.length, id});
-    if (id.length == kMaxLength) {
-      functions.push_back({id.entrySymbol(), "entries", Kind::Entry, bitsOf(id), 0, id});
-    }
+std::string familyOf(const Function& function) {
+  if (function.isEntry()) return "entries";
+  const std::string direction =
+      function.direction == api::Direction::Forward ? "forward" : "inverse";
+  switch (function.family) {
+    case api::Family::Version: return "version";
+    case api::Family::Complex: return "complex-" + direction;
+    case api::Family::Hartley: return "hartley";
+    case api::Family::Wht: return "wht";
+    case api::Family::Dct4: return "dct4";
+    case api::Family::Real: break;
   }
-  for (const int bits : {32, 64}) {
-    const std::string type = "_" + std::to_string(bits) + "f";
-    for (int order = 1; order <= kMaxOrder; ++order) {
-      functions.push_back(
-          {"zvxgWHT_" + std::to_string(order) + type, "wht", Kind::Wht, bits, 1 << order});
-    }
-    functions.push_back({"zvxgWHT" + type, "entries", Kind::WhtEntry, bits});
-    functions.push_back({"zvxgWHTGetBufferSize" + type, "wht", Kind::WhtBufferSize, bits});
-    functions.push_back({"zvxgDCT4" + type, "dct4", Kind::Dct4, bits});
-    for (const char* name : {"GetSize", "Init", "InitAlloc", "Free"}) {
-      functions.push_back({std::string("zvxgDCT4") + name + type, "dct4", Kind::Dct4Plan, bits});
-    }
-  }
-  return functions;
+  std::string layout = layoutName(function);
+  for (char& c : layout) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  return "real-" + direction + "-" + layout;
+}
+
+int pointsOf(const Function& function) {
+  if (!function.isKernel()) return 0;
+  return function.family == api::Family::Wht ? 1 << function.first : function.first;
 }
 
 std::string elementType(const Function& function) {
-  return function.bits ? function.symbol.substr(function.symbol.rfind('_') + 1) : "";
+  const std::string symbol = function.symbol;
+  return function.bits ? symbol.substr(symbol.rfind('_') + 1) : "";
 }
 
 std::string layoutName(const Function& function) {
-  return function.kernel ? kLayouts[static_cast<int>(function.kernel->layout)] : "";
+  switch (function.layout) {
+    case api::Layout::None: return "";
+    case api::Layout::Ccs: return "CCS";
+    case api::Layout::Pack: return "Pack";
+    case api::Layout::Perm: return "Perm";
+  }
+  return "";
 }
 
 const std::vector<std::string>& ledgerColumns() {

@@ -1,42 +1,19 @@
-// Every function that the library exports: the kernels, by the list of their generator, and the few
-// families beside them. What is known of each follows from its row here and from the ledger of
-// operation counts, which is compiled in.
+// What the program says of the exported functions: their families and, of kernels, the ledger of
+// operation counts, which is compiled in; and the filters of its commands.
 #pragma once
 
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "kernel_id.h"  // kernelgen
+#include "interface.h"
 
 namespace bench {
 
-enum class Kind {
-  Kernel,
-  Wht,
-  Entry,
-  WhtEntry,
-  WhtBufferSize,
-  Dct4,
-  Dct4Plan,  // what makes plans, and drops them
-  Version
-};
+using api::Function;
 
-struct Function {
-  std::string symbol;
-  std::string family;  // such as complex-forward
-  Kind kind;
-  int bits = 0;  // of a real number: 32 or 64; 0 of a function that takes none
-  int n = 0;     // points; 0 where the length is an argument
-  std::optional<kernelgen::KernelId> kernel = {};  // an entry has that of its longest kernel
-};
-
-constexpr int kMaxLength = 64;
-constexpr int kMaxOrder = 13;
-
-// In the order of the header.
-std::vector<Function> listFunctions();
+std::string familyOf(const Function& function);  // such as complex-forward
+int pointsOf(const Function& function);          // 0 where the length is an argument
 
 std::string elementType(const Function& function);  // the end of the name: 32fc, 32f, 64fc, 64f
 std::string layoutName(const Function& function);   // of a half spectrum
@@ -56,6 +33,9 @@ class Filters {
  public:
   explicit Filters(const std::vector<std::string>& filters);
   bool match(const std::string& family, int bits, const std::string& symbol, int n);
+  bool match(const Function& function, int n) {
+    return match(familyOf(function), function.bits, function.symbol, n);
+  }
   // Throws UsageError if there is a filter that nothing has matched.
   void requireMatches() const;
 

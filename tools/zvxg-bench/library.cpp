@@ -13,6 +13,12 @@ Library::Library(const std::string& path)
 
 void* Library::find(const std::string& symbol) const { return dlsym(handle_, symbol.c_str()); }
 
+std::vector<api::Function> Library::functions() const {
+  std::vector<api::Function> functions(api::functions().begin(), api::functions().end());
+  for (api::Function& function : functions) function.address = find(function.symbol);
+  return functions;
+}
+
 std::string Library::describe() const {
   void* const address = find("zvxgenGetLibVersion");
   if (!address) return "of no version";

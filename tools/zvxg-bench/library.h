@@ -5,6 +5,9 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
+
+#include "interface.h"
 
 namespace bench {
 
@@ -14,6 +17,9 @@ class Library {
   explicit Library(const std::string& path);
 
   void* find(const std::string& symbol) const;  // null if there is none
+
+  // All of the list, of what is missing with a null address.
+  std::vector<api::Function> functions() const;
 
   template <class Function>
   Function* get(const std::string& symbol) const {

@@ -13,9 +13,10 @@ Report listCommand(const Options& options) {
       {"symbol", true}, {"family", true}, {"type", true}, {"length", false}, {"layout", true}};
   for (const std::string& name : ledgerColumns()) report.columns.push_back({name, name == "row"});
   Section& section = report.sections.emplace_back();
-  for (const Function& f : listFunctions()) {
-    if (!filters.match(f.family, f.bits, f.symbol, f.n)) continue;
-    Row row = {f.symbol, f.family, elementType(f), f.n ? std::to_string(f.n) : "", layoutName(f)};
+  for (const Function& f : api::functions()) {
+    const int n = pointsOf(f);
+    if (!filters.match(f, n)) continue;
+    Row row = {f.symbol, familyOf(f), elementType(f), n ? std::to_string(n) : "", layoutName(f)};
     const std::vector<std::string> ledger = ledgerFields(f.symbol);
     row.insert(row.end(), ledger.begin(), ledger.end());
     section.rows.push_back(row);

@@ -1,9 +1,9 @@
-// The transforms that a function of the library does, each as a call on arrays beside its
-// definition, so that accuracy and verify are written once for all families.
+// The transforms of the library as calls with their work memory, so that accuracy and verify are
+// written once for all families.
 #pragma once
 
 #include <cstdint>
-#include <functional>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -14,33 +14,26 @@
 
 namespace bench {
 
+using api::Transform;
 using reference::Numbers;
 
-// Which flags multiply by what.
-enum class Scaling {
-  Forward,
-  Inverse,
-  Undirected,
-  None  // there is no flag
+// A kernel does one, by-length entries and the DCT-IV do one for each of their lengths; other
+// functions do none. The DCT-IV goes up to 65,536 points here; above it plans take seconds to check.
+std::vector<Transform> transformsOf(const api::Exports& library, const Function& function);
+
+// A transform with a plan in a block of its own or, if the library `allocates`, in one of its; an
+// entry gets no buffer, so that it allocates too.
+class Call {
+ public:
+  Call(const api::Exports& library, const Transform& transform, bool allocates = false);
+  std::int32_t operator()(const void* source, void* destination, std::int32_t flag) const {
+    return transform_.call(source, destination, flag, work_.get());
+  }
+
+ private:
+  Transform transform_;
+  std::shared_ptr<const void> work_;
 };
-
-template <class T>
-struct Transform {
-  int n;                            // points
-  int sourceSize, destinationSize;  // numbers
-  Scaling scaling;
-  std::function<std::int32_t(const T* source, T* destination, std::int32_t flag)> call;
-  std::function<Numbers(const Numbers& source)> definition;  // without a factor
-};
-
-// A kernel does one, by-length entries and plans do one for each of their lengths; other functions
-// do none. The DCT-IV goes up to this length here; above it plans take seconds to check.
-constexpr int kLongestDct4 = 1 << 16;
-template <class T>
-std::vector<Transform<T>> transformsOf(const Library& library, const Function& function);
-
-// By what a flag multiplies, in long double.
-long double scaleFactor(Scaling scaling, int n, std::int32_t flag);
 
 // Normal numbers that depend on the seed and the transform alone, and not on what else is asked
 // for.
@@ -48,7 +41,7 @@ class NormalNumbers {
  public:
   NormalNumbers(int seed, const std::string& symbol, int n);
   template <class T>
-  std::vector<T> draw(int count) {
+  std::vector<T> draw(std::size_t count) {
     std::normal_distribution<T> normal;
     std::vector<T> numbers(count);
     for (T& number : numbers) number = normal(random_);

@@ -22,6 +22,9 @@
 namespace bench {
 namespace {
 
+using api::asArgument;
+using api::Role;
+
 constexpr std::int32_t kFlags[] = {zvxDivFwdByN, zvxDivInvByN, zvxDivBySqrtN, zvxNoDiv};
 constexpr std::int32_t kBadFlags[] = {0, 3, 5, 16, -1};
 constexpr std::size_t kLineBytes = 64;  // the period of every alignment test
@@ -99,8 +102,10 @@ class Memory {
 template <class T>
 class TransformCheck {
  public:
-  TransformCheck(const Transform<T>& transform, const std::vector<T>& source, Tally& tally)
+  TransformCheck(const Transform& transform, const Call& call, const std::vector<T>& source,
+                 Tally& tally)
       : transform_(transform),
+        call_(call),
         source_(source),
         tally_(tally),
         sourceMemory_(source.size() + 2 * kLine),
@@ -120,8 +125,10 @@ class TransformCheck {
   static constexpr std::size_t kLine = kLineBytes / sizeof(T);
   static constexpr T kUntouched = std::numeric_limits<T>::quiet_NaN();
 
-  std::size_t size() const { return static_cast<std::size_t>(transform_.destinationSize); }
-  void expect(bool holds, const std::string& claim) { tally_.expect(holds, claim, transform_.n); }
+  std::size_t size() const { return transform_.destinationBytes / sizeof(T); }
+  void expect(bool holds, const std::string& claim) {
+    tally_.expect(holds, claim, transform_.points);
+  }
 
   // `numbers` from an offset on, in memory that is not touched otherwise.
   std::vector<T> image(const std::vector<T>& numbers, std::size_t offset) const {
@@ -131,18 +138,15 @@ class TransformCheck {
   }
 
   void checkValues() {
-    const Numbers expected = transform_.definition({source_.begin(), source_.end()});
+    const Numbers expected = reference::definition(transform_, {source_.begin(), source_.end()});
     for (const std::int32_t flag : kFlags) {  // the last one leaves the result for the next checks
       std::fill(result_.begin(), result_.end(), kUntouched);
-      const std::int32_t status = transform_.call(source_.data(), result_.data(), flag);
+      const std::int32_t status = call_(source_.data(), result_.data(), flag);
       expect(status == zvxOk, "status " + std::to_string(status));
-      const long double factor = transform_.scaling == Scaling::None
-                                     ? 1
-                                     : scaleFactor(transform_.scaling, transform_.n, flag);
-      const double error = relativeError(expected, result_, factor);
-      expect(error <= bound<T>(transform_.n), "error " +
-                                                  (std::isnan(error) ? "NaN" : threeDigits(error)) +
-                                                  " with flag " + std::to_string(flag));
+      const double error = relativeError(expected, result_, reference::factor(transform_, flag));
+      expect(error <= bound<T>(transform_.points),
+             "error " + (std::isnan(error) ? "NaN" : threeDigits(error)) + " with flag " +
+                 std::to_string(flag));
     }
   }
 
@@ -150,7 +154,7 @@ class TransformCheck {
     T* const source = sourceMemory_.data() + from;
     std::copy(source_.begin(), source_.end(), source);
     memory_.fill(image({}, 0));
-    transform_.call(source, memory_.data() + kLine + to, zvxNoDiv);
+    call_(source, memory_.data() + kLine + to, zvxNoDiv);
     expect(memory_.holds(image(result_, kLine + to)) &&
                std::memcmp(source, source_.data(), source_.size() * sizeof(T)) == 0,
            "other bits or other memory at offsets " + std::to_string(from) + " and " +
@@ -161,7 +165,7 @@ class TransformCheck {
   void checkInPlace(std::size_t offset) {
     memory_.fill(image(source_, kLine + offset));
     T* const array = memory_.data() + kLine + offset;
-    transform_.call(array, array, zvxNoDiv);
+    call_(array, array, zvxNoDiv);
     std::vector<T> expected = source_;
     expected.resize(std::max(expected.size(), size()));
     std::copy(result_.begin(), result_.end(), expected.begin());
@@ -174,7 +178,7 @@ class TransformCheck {
     memory_.fill(untouched);
     const auto refuses = [&](const T* source, T* destination, std::int32_t flag,
                              std::int32_t expected) {
-      const std::int32_t status = transform_.call(source, destination, flag);
+      const std::int32_t status = call_(source, destination, flag);
       expect(status == expected, "status " + std::to_string(status) + " instead of " +
                                      std::to_string(expected) + ", flag " + std::to_string(flag));
     };
@@ -183,7 +187,7 @@ class TransformCheck {
       refuses(source_.data(), nullptr, flag, zvxErrNullPointer);
       refuses(nullptr, nullptr, flag, zvxErrNullPointer);
     }
-    if (transform_.scaling != Scaling::None) {
+    if (transform_.function->takes(Role::Flag)) {
       for (const std::int32_t flag : kBadFlags) {
         refuses(source_.data(), memory_.data(), flag, zvxErrScaleFlag);
       }
@@ -191,7 +195,8 @@ class TransformCheck {
     expect(memory_.holds(untouched), "a refused call wrote to its destination");
   }
 
-  const Transform<T>& transform_;
+  const Transform& transform_;
+  const Call& call_;
   const std::vector<T>& source_;
   Tally& tally_;
   Memory<T> sourceMemory_, memory_;
@@ -200,73 +205,54 @@ class TransformCheck {
 
 // ---- What belongs to no one transform -----------------------------------------------------------
 
-void checkEntry(const Library& library, const Function& function, Tally& tally) {
-  const bool isWht = function.kind == Kind::WhtEntry;
-  const auto entry =
-      library.get<std::int32_t(const void*, void*, std::int32_t, std::int32_t, std::uint8_t*)>(
-          function.symbol);
-  double source[2 * kMaxLength] = {}, destination[2 * kMaxLength] = {};
-  const int above = isWht ? kMaxOrder + 1 : kMaxLength + 1, below = isWht ? 0 : 1;
-  for (const std::int32_t length : {above, below, -1, INT32_MAX, INT32_MIN}) {
-    for (const std::int32_t flag : {std::int32_t{zvxNoDiv}, kBadFlags[1]}) {
-      const std::string claim = "takes the length " + std::to_string(length);
-      tally.expect(entry(source, destination, length, flag, nullptr) == zvxErrLength, claim);
-      tally.expect(entry(nullptr, nullptr, length, flag, nullptr) == zvxErrLength, claim);
+// Bad lengths and null pointers, of which neither stores anything but in the block of a plan. A null
+// buffer is a good one, a place for a size is not looked at, and a plan that is made in a block
+// trusts it to be large enough.
+void checkRefusals(const Function& function, Tally& tally) {
+  alignas(kLineBytes) static std::byte memory[2 * sizeof(double) * kernelgen::kMaxLength];
+  alignas(kLineBytes) static std::byte block[1024];
+  const std::vector<std::byte> untouched(std::begin(memory), std::end(memory));
+  const auto expectStatus = [&](const api::Arguments& arguments, std::int32_t expected,
+                                const std::string& claim) {
+    tally.expect(function.call(arguments) == expected &&
+                     std::equal(untouched.begin(), untouched.end(), memory),
+                 claim);
+  };
+  api::Arguments good = {};
+  for (std::size_t i = 0; i < api::kMostArguments; ++i) {
+    const Role role = function.roles[i];
+    good[i] = role == Role::Selector ? asArgument(function.first)
+              : role == Role::Flag   ? asArgument(std::int32_t{zvxNoDiv})
+              : role == Role::Block  ? asArgument(block)
+                                     : asArgument(memory);
+  }
+  for (std::size_t i = 0; i < api::kMostArguments; ++i) {
+    api::Arguments bad = good;
+    switch (function.roles[i]) {
+      case Role::Selector:
+        for (const std::int32_t length :
+             {INT32_MIN, -1, function.first - 1, 2 * function.last, INT32_MAX}) {
+          if (length > function.last && function.takes(Role::Block)) continue;
+          bad[i] = asArgument(length);
+          expectStatus(bad, zvxErrLength, "takes the length " + std::to_string(length));
+        }
+        break;
+      case Role::Plan:
+      case Role::NewPlan:
+      case Role::Block:
+        bad[i] = 0;
+        expectStatus(bad, zvxErrNullPointer, "takes a null pointer");
+        break;
+      default: break;
     }
   }
 }
 
-void checkBufferSize(const Library& library, const Function& function, Tally& tally) {
-  constexpr std::uint32_t kBytes[] = {1024, 2048, 4096, 8192, 18432, 34816, 73728};
-  constexpr int kFirstOrder = 8;
-  const auto query = library.get<decltype(zvxgWHTGetBufferSize_32f)>(function.symbol);
-  for (int order = 1; order <= kMaxOrder; ++order) {
-    const int i = order - kFirstOrder + (function.bits == 64);
-    const std::uint32_t expected = order < kFirstOrder ? 0 : kBytes[i];
+void checkSizes(const Function& function, Tally& tally) {
+  for (const std::int32_t selector : {function.first, function.last}) {
     std::uint32_t size = 1;
-    tally.expect(query(order, &size) == zvxOk && size == expected,
-                 "size " + std::to_string(size) + " of order " + std::to_string(order));
-  }
-  for (const std::int32_t order : {0, kMaxOrder + 1, -1}) {
-    std::uint32_t size = 1;
-    tally.expect(query(order, &size) == zvxErrLength && size == 1,
-                 "takes the order " + std::to_string(order));
-  }
-}
-
-// Plans that can be made are run by transformsOf(); here are those that cannot.
-void checkPlans(const Library& library, const Function& function, Tally& tally) {
-  const std::string name = function.symbol.substr(0, function.symbol.rfind('_'));
-  void* const address = library.get<void>(function.symbol);
-  const std::int32_t tooLong = 1 << (function.bits == 32 ? 27 : 26);
-  const std::int32_t badLengths[] = {0, 1, 3, 96, -1, tooLong};
-  if (name == "zvxgDCT4GetSize") {
-    const auto getSize = reinterpret_cast<decltype(&zvxgDCT4GetSize_32f)>(address);
-    for (const std::int32_t length : badLengths) {
-      std::uint32_t size = 1;
-      tally.expect(getSize(length, &size) == zvxErrLength && size == 1,
-                   "takes the length " + std::to_string(length));
-    }
-    for (const std::int32_t length : {2, 4096, tooLong / 2}) {
-      std::uint32_t size = 0;
-      tally.expect(getSize(length, &size) == zvxOk && size >= 256,
-                   "no size for the length " + std::to_string(length));
-    }
-  } else if (name == "zvxgDCT4Init") {
-    const auto init = reinterpret_cast<decltype(&zvxgDCT4Init_32f)>(address);
-    alignas(kLineBytes) std::byte block[256];
-    Dct4Spec* spec = nullptr;
-    tally.expect(init(nullptr, 8, block) == zvxErrNullPointer, "takes no place for the plan");
-    tally.expect(init(&spec, 8, nullptr) == zvxErrNullPointer && !spec, "takes no block");
-    tally.expect(init(&spec, 3, block) == zvxErrLength && !spec, "takes the length 3");
-  } else if (name == "zvxgDCT4InitAlloc") {
-    const auto init = reinterpret_cast<decltype(&zvxgDCT4InitAlloc_32f)>(address);
-    Dct4Spec* spec = nullptr;
-    tally.expect(init(nullptr, 8) == zvxErrNullPointer, "takes no place for the plan");
-    tally.expect(init(&spec, 3) == zvxErrLength && !spec, "takes the length 3");
-  } else {
-    const auto release = reinterpret_cast<decltype(&zvxgDCT4Free_32f)>(address);
-    tally.expect(release(nullptr) == zvxErrNullPointer, "takes no plan");
+    tally.expect(function.call({asArgument(selector), asArgument(&size)}) == zvxOk && size != 1,
+                 "no size for " + std::to_string(selector));
   }
 }
 
@@ -280,23 +266,28 @@ void checkVersion(const Library& library, const Function& function, Tally& tally
   }
 }
 
-void checkFunction(const Library& library, const Function& function, int seed, Tally& tally) {
-  const auto checkTransforms = [&]<class T>(T) {
-    for (const Transform<T>& transform : transformsOf<T>(library, function)) {
-      NormalNumbers random(seed, function.symbol, transform.n);
-      TransformCheck<T>(transform, random.draw<T>(transform.sourceSize), tally).run();
-    }
-  };
-  function.bits == 32 ? checkTransforms(float{}) : checkTransforms(double{});
-  switch (function.kind) {
-    case Kind::Entry:
-    case Kind::WhtEntry: checkEntry(library, function, tally); break;
-    case Kind::WhtBufferSize: checkBufferSize(library, function, tally); break;
-    case Kind::Dct4Plan: checkPlans(library, function, tally); break;
-    case Kind::Version: checkVersion(library, function, tally); break;
-    case Kind::Kernel:
-    case Kind::Wht:
-    case Kind::Dct4: break;
+void checkFunction(const Library& library, const api::Exports& exports, const Function& function,
+                   int seed, Tally& tally) {
+  library.get<void>(function.symbol);
+  // Plans that the library allocates are tried where it makes them.
+  const bool allocates = function.takes(Role::NewPlan) && !function.takes(Role::Block);
+  const Function& does =
+      allocates ? exports.sibling(function, {Role::Source, Role::Destination, Role::Plan})
+                : function;
+  for (const Transform& transform : transformsOf(exports, does)) {
+    NormalNumbers random(seed, function.symbol, transform.points);
+    const Call call(exports, transform, allocates);
+    const auto check = [&]<class T>(T) {
+      const std::vector<T> source = random.draw<T>(transform.sourceBytes / sizeof(T));
+      TransformCheck<T>(transform, call, source, tally).run();
+    };
+    function.bits == 32 ? check(float{}) : check(double{});
+  }
+  if (function.takes(Role::Size)) checkSizes(function, tally);
+  if (function.family == api::Family::Version) {
+    checkVersion(library, function, tally);
+  } else if (!function.takes(Role::Source) || function.isEntry()) {
+    checkRefusals(function, tally);
   }
 }
 
@@ -305,19 +296,22 @@ void checkFunction(const Library& library, const Function& function, int seed, T
 Report verifyCommand(const Options& options) {
   const Library library(options.library);
   Filters filters(options.filters);
+  const std::vector<Function> functions = library.functions();
+  const api::Exports exports(functions);
   std::vector<Tally> tallies;
   for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE}) std::signal(crash, tellCrash);
   {
     Progress progress;
-    for (const Function& function : listFunctions()) {
-      if (!filters.match(function.family, function.bits, function.symbol, function.n)) continue;
+    for (const Function& function : functions) {
+      if (!filters.match(function, pointsOf(function))) continue;
+      const std::string family = familyOf(function);
       auto tally = std::find_if(tallies.begin(), tallies.end(),
-                                [&](const Tally& t) { return t.family() == function.family; });
-      if (tally == tallies.end()) tally = tallies.emplace(tally, function.family);
+                                [&](const Tally& t) { return t.family() == family; });
+      if (tally == tallies.end()) tally = tallies.emplace(tally, family);
       progress.show(function.symbol);
       tally->begin(function);
       try {
-        checkFunction(library, function, options.seed, *tally);
+        checkFunction(library, exports, function, options.seed, *tally);
       } catch (const std::runtime_error& error) {  // of a function that is missing, or no plan
         tally->expect(false, error.what());
       }
@@ -332,17 +326,17 @@ Report verifyCommand(const Options& options) {
                     {"failures", false},
                     {"first failure", true}};
   Section& section = report.sections.emplace_back();
-  std::size_t functions = 0;
+  std::size_t count = 0;
   int checks = 0, failures = 0;
   for (const Tally& tally : tallies) {
     section.rows.push_back(tally.row());
-    functions += tally.functions();
+    count += tally.functions();
     checks += tally.checks();
     failures += tally.failures();
   }
   report.failed = failures > 0;
-  report.closing = {"total: " + std::to_string(functions) + " functions, " +
-                    std::to_string(checks) + " checks, " + std::to_string(failures) +
+  report.closing = {"total: " + std::to_string(count) + " functions, " + std::to_string(checks) +
+                    " checks, " + std::to_string(failures) +
                     (failures == 1 ? " failure" : " failures")};
   return report;
 }
