@@ -1,177 +1,126 @@
-// What stands in the block of a plan: the tree of records, field by field as worked out by hand,
-// the cursor, and the space that is left.
+// What is in the block of a plan: the records, field by field as worked out by hand, the cursor, the
+// space that is left, and the tables.
 
 #include <sys/mman.h>
 
-#include <cstdint>
-#include <initializer_list>
-
 #include "dct4.h"
-#include "placement.h"
 
 namespace tests {
 namespace {
 
 using namespace zvxg::dct4;
 
-template <class Record>
-Record* itemOf(const NodeList* list, int place = 0) {
-  while (place-- > 0) list = list->next;
-  return static_cast<Record*>(list->item);
-}
+// ---- Records -----------------------------------------------------------------------------------
 
-int itemsOf(const NodeList* list) {
-  int items = 0;
-  for (; list != nullptr; list = list->next) items += list->item != nullptr;
-  return items;
-}
-
-// The integers of a record from `first` on.
-void expectFields(const char* record, const void* first, std::initializer_list<int32_t> expected) {
-  std::vector<int32_t> fields(expected.size());
-  std::memcpy(fields.data(), first, expected.size() * sizeof(int32_t));
-  EXPECT_EQ(fields, std::vector<int32_t>(expected)) << record;
-}
-
-// The records of a plan, the splits from the outermost in.
-template <class T>
-struct Tree {
-  explicit Tree(const Dct4Spec* spec)
-      : rotation(itemOf<RotationSource<T>>(spec->allNodes, 0)),
-        combine(itemOf<RootCombine<T>>(spec->allNodes, 1)),
-        sub(itemOf<RootSub<T>>(spec->allNodes, 2)),
-        laneRows(itemOf<LaneRowsSource<T>>(combine->allNodes, 0)),
-        combineLoop(itemOf<RootCombineLoop<T>>(combine->allNodes, 1)),
-        subLoop(itemOf<RootSubLoop<T>>(sub->allNodes, 0)) {
-    EXPECT_EQ(itemsOf(spec->allNodes), 3);
-    EXPECT_EQ(itemsOf(combine->allNodes), 2);
-    EXPECT_EQ(itemOf<RootCombine<T>>(spec->combineList), combine);
-    EXPECT_EQ(itemOf<RootSub<T>>(spec->subList), sub);
-    EXPECT_EQ(itemOf<RootCombineLoop<T>>(combine->loopList), combineLoop);
-    EXPECT_EQ(itemOf<RootSubLoop<T>>(sub->loopList), subLoop);
-    EXPECT_EQ(itemsOf(combineLoop->allNodes), 0);
-    EXPECT_EQ(combine->source, rotation);
-    EXPECT_EQ(combineLoop->source, laneRows);
-    EXPECT_EQ(laneRows->source, rotation);
-    const NodeList* nodes = subLoop->allNodes;
-    EXPECT_EQ(itemOf<void>(subLoop->loopList), itemOf<void>(nodes));
-    while (auto* const node = itemOf<SplitNode<T>>(nodes)) {
-      Split split = {node, itemOf<PhaseSource<T>>(node->allNodes, 0),
-                     itemOf<SplitCombine<T>>(node->allNodes, 1),
-                     itemOf<SplitSub<T>>(node->allNodes, 2)};
-      EXPECT_EQ(itemsOf(node->allNodes), 3);
-      EXPECT_EQ(itemOf<SplitCombine<T>>(node->combineList), split.combine);
-      EXPECT_EQ(itemOf<SplitSub<T>>(node->subList), split.sub);
-      EXPECT_EQ(split.combine->source, split.phase);
-      nodes = split.sub->allNodes;
-      EXPECT_EQ(itemOf<void>(split.sub->nodeList), itemOf<void>(nodes));
-      splits.push_back(split);
-    }
+// The records of a plan, each before those that it owns, in the order in which they were made. The
+// list of those is in one place in all records that own any; value sources do not.
+void collect(const NodeList* list, std::vector<RecordHead*>& records) {
+  constexpr std::size_t kLargestSource = sizeof(RotationSource<float>);
+  for (; list != nullptr; list = list->next) {
+    if (list->item == nullptr) continue;
+    auto* const record = static_cast<RecordHead*>(list->item);
+    records.push_back(record);
+    if (record->size <= kLargestSource) continue;
+    const NodeList* owned;
+    std::memcpy(&owned, static_cast<char*>(list->item) + offsetof(Dct4Spec, allNodes),
+                sizeof owned);
+    collect(owned, records);
   }
+}
 
-  struct Split {
-    SplitNode<T>* node;
-    PhaseSource<T>* phase;
-    SplitCombine<T>* combine;
-    SplitSub<T>* sub;
-  };
-  RotationSource<T>* rotation;
-  RootCombine<T>* combine;
-  RootSub<T>* sub;
-  LaneRowsSource<T>* laneRows;
-  RootCombineLoop<T>* combineLoop;
-  RootSubLoop<T>* subLoop;
-  std::vector<Split> splits;
+std::vector<RecordHead*> recordsOf(Dct4Spec* spec) {
+  std::vector<RecordHead*> records = {&spec->head};
+  collect(spec->allNodes, records);
+  return records;
+}
+
+// The numbers of the records in that order, and of a split those behind the root's.
+enum Place {
+  kSpec,
+  kRotation,
+  kCombine,
+  kLaneRows,
+  kCombineLoop,
+  kSub,
+  kSubLoop,
+  kNode,
+  kPhase,
+  kSplitCombine,
+  kSplitSub
+};
+constexpr int kOfSplit = 4;
+
+template <class Record>
+Record* at(Dct4Spec* spec, int place) {
+  return reinterpret_cast<Record*>(recordsOf(spec).at(place));
+}
+
+int splitsOf(Dct4Spec* spec) {
+  return (static_cast<int>(recordsOf(spec).size()) - kNode) / kOfSplit;
+}
+
+// The integers of a record from `offset` on. At 48 of stages is a null pointer, two zeros.
+struct Expected {
+  int place;
+  uint32_t size;
+  int offset;
+  std::vector<int32_t> integers;
 };
 
-// `state` and `radix` come before `length` in the root, `state` stands first in most others.
-TEST(Dct4Tree, Single4096) {
-  const Plan<float> plan(4096);
-  const Dct4Spec* const spec = plan.spec();
-  const Tree<float> tree(spec);
-  expectFields("Dct4Spec", &spec->state, {7, 32, 4096});
-  expectFields("RotationSource", &tree.rotation->rowLength, {64, 32768, 64, 32, 64});
-  expectFields("RootCombine", &tree.combine->state, {1, 32, 4096, 64, 64, 4096, 8191, 128});
-  expectFields("LaneRowsSource", &tree.laneRows->rowLength, {64, 8});
-  expectFields("RootCombineLoop", &tree.combineLoop->state,
-               {6, 32, 4096, 64, 512, 8, 4096, 8191, 128});
-  expectFields("RootSub", &tree.sub->state, {1, 128, 4096, 8191, 64, 32, 4096, 32});
-  expectFields("RootSubLoop", &tree.subLoop->state, {7, 128, 4096, 8191, 64, 4, 4096, 32});
-  ASSERT_EQ(tree.splits.size(), 1u);
-  const auto& split = tree.splits[0];
-  expectFields("SplitNode", &split.node->state, {1, 128, 8, 4096, 4096, 64, 4096, 32});
-  expectFields("PhaseSource", &split.phase->length, {128, 8});
-  expectFields("SplitCombine", &split.combine->state,
-               {3, 8, 4096, 32, 512, 8, 4096, 64, 127, 32, 16});
-  expectFields("SplitSub", &split.sub->state, {4, 16, 4096, 4096, 512, 64, 8, 4096, 256, 32});
-
-  const struct {
-    const RecordHead& head;
-    uint32_t size;
-  } heads[] = {{spec->head, 80},           {tree.rotation->head, 56}, {tree.combine->head, 96},
-               {tree.laneRows->head, 48},  {tree.sub->head, 88},      {tree.combineLoop->head, 96},
-               {tree.subLoop->head, 88},   {split.node->head, 96},    {split.phase->head, 40},
-               {split.combine->head, 104}, {split.sub->head, 96}};
-  for (const auto& [head, size] : heads) EXPECT_EQ(head.size, size);
-  EXPECT_EQ(tree.combine->scratch, nullptr);
-  EXPECT_EQ(tree.sub->scratch, nullptr);
-  EXPECT_EQ(tree.subLoop->scratch, nullptr);
-  EXPECT_EQ(split.sub->scratch, nullptr);
-}
-
-TEST(Dct4Tree, SingleNestedSplits) {
-  const Plan<float> plan(131'072);
-  const Tree<float> tree(plan.spec());
-  expectFields("Dct4Spec", &plan.spec()->state, {7, 32, 131'072});
-  expectFields("RootSubLoop", &tree.subLoop->state,
-               {7, 4096, 131'072, 262'143, 64, 4, 131'072, 32});
-  ASSERT_EQ(tree.splits.size(), 2u);
-  const auto &outer = tree.splits[0], &inner = tree.splits[1];
-  expectFields("outer node", &outer.node->state, {1, 4096, 32, 131'072, 131'072, 64, 131'072, 32});
-  expectFields("outer combine", &outer.combine->state,
-               {5, 32, 131'072, 32, 2048, 64, 131'072, 2048, 4095, 32, 128});
-  expectFields("outer sub", &outer.sub->state,
-               {7, 128, 131'072, 131'072, 2048, 64, 32, 131'072, 1024, 32});
-  expectFields("inner node", &inner.node->state,
-               {1, 128, 8, 131'072, 131'072, 2048, 131'072, 1024});
-  expectFields("inner combine", &inner.combine->state,
-               {3, 8, 131'072, 1024, 16'384, 8, 131'072, 64, 127, 1024, 16});
-  expectFields("inner sub", &inner.sub->state,
-               {4, 16, 131'072, 131'072, 16'384, 2048, 8, 131'072, 8192, 1024});
-}
-
-TEST(Dct4Tree, Double64HasAPlan) {
-  const Plan<double> plan(64);
-  const Tree<double> tree(plan.spec());
-  expectFields("Dct4Spec", &plan.spec()->state, {6, 8, 64});
-  expectFields("RootCombineLoop", &tree.combineLoop->state, {4, 8, 64, 16, 64, 1, 64, 127, 8});
-  expectFields("RootSubLoop", &tree.subLoop->state, {3, 8, 64, 127, 16, 2, 64, 8});
-  EXPECT_TRUE(tree.splits.empty());
-  // Below the root 64 is direct in double precision too.
-  const Plan<double> longer(2048);
-  expectFields("RootSubLoop", &Tree<double>(longer.spec()).subLoop->state, {6, 64});
-}
-
-// An odd length has the tree of the power of two with its own number in the fields.
-TEST(Dct4Tree, Single129) {
-  const Plan<float> plan(129);
-  const Tree<float> tree(plan.spec());
-  expectFields("RotationSource", &tree.rotation->rowLength, {16, 1032, 8, 8, 16});
-  expectFields("RootCombineLoop", &tree.combineLoop->state, {4, 8, 129, 16, 128, 1, 129, 257, 16});
-  expectFields("RootSubLoop", &tree.subLoop->state, {4, 16, 129, 257, 16, 1, 129, 8});
-}
-
-TEST(Dct4Tree, DirectLengthsHaveNoTree) {
-  const Plan<float> plan(64);
-  EXPECT_EQ(plan.spec()->state, 6u);
-  EXPECT_EQ(plan.spec()->workspace, nullptr);
-  for (const NodeList* list :
-       {plan.spec()->allNodes, plan.spec()->combineList, plan.spec()->subList}) {
-    EXPECT_EQ(itemsOf(list), 0);
+void expectRecords(Dct4Spec* spec, const std::vector<Expected>& expected) {
+  for (const Expected& e : expected) {
+    SCOPED_TRACE(e.place);
+    const RecordHead* const record = recordsOf(spec).at(e.place);
+    std::vector<int32_t> integers(e.integers.size());
+    std::memcpy(integers.data(), reinterpret_cast<const char*>(record) + e.offset,
+                integers.size() * sizeof(int32_t));
+    EXPECT_EQ(integers, e.integers);
+    EXPECT_EQ(record->size, e.size);
   }
 }
 
-// ---- Cursor ------------------------------------------------------------------------------------
+TEST(Dct4Records, AsWorkedOutByHand) {
+  const Plan<float> single(4096), nested(131'072), odd(129), direct(64);
+  expectRecords(single.spec(),
+                {{kSpec, 80, 64, {7, 32, 4096}},
+                 {kRotation, 56, 32, {64, 32768, 64, 32, 64}},
+                 {kCombine, 96, 48, {0, 0, 1, 32, 4096, 64, 64, 4096, 8191, 128}},
+                 {kLaneRows, 48, 32, {64, 8}},
+                 {kCombineLoop, 96, 48, {6, 32, 4096, 64, 512, 8, 4096, 8191, 128}},
+                 {kSub, 88, 48, {0, 0, 1, 128, 4096, 8191, 64, 32, 4096, 32}},
+                 {kSubLoop, 88, 48, {0, 0, 7, 128, 4096, 8191, 64, 4, 4096, 32}},
+                 {kNode, 96, 64, {1, 128, 8, 4096, 4096, 64, 4096, 32}},
+                 {kPhase, 40, 32, {128, 8}},
+                 {kSplitCombine, 104, 48, {3, 8, 4096, 32, 512, 8, 4096, 64, 127, 32, 16}},
+                 {kSplitSub, 96, 48, {0, 0, 4, 16, 4096, 4096, 512, 64, 8, 4096, 256, 32}}});
+  EXPECT_EQ(splitsOf(single.spec()), 1);
+  expectRecords(
+      nested.spec(),
+      {{kSpec, 80, 64, {7, 32, 131'072}},
+       {kSubLoop, 88, 56, {7, 4096, 131'072, 262'143, 64, 4, 131'072, 32}},
+       {kNode, 96, 64, {1, 4096, 32, 131'072, 131'072, 64, 131'072, 32}},
+       {kSplitCombine, 104, 48, {5, 32, 131'072, 32, 2048, 64, 131'072, 2048, 4095, 32, 128}},
+       {kSplitSub, 96, 56, {7, 128, 131'072, 131'072, 2048, 64, 32, 131'072, 1024, 32}},
+       {kNode + 4, 96, 64, {1, 128, 8, 131'072, 131'072, 2048, 131'072, 1024}},
+       {kSplitCombine + 4, 104, 48, {3, 8, 131'072, 1024, 16'384, 8, 131'072, 64, 127, 1024, 16}},
+       {kSplitSub + 4, 96, 56, {4, 16, 131'072, 131'072, 16'384, 2048, 8, 131'072, 8192, 1024}}});
+  EXPECT_EQ(splitsOf(nested.spec()), 2);
+  // An odd length has the tree of the power of two with its own number in the fields.
+  expectRecords(odd.spec(), {{kRotation, 56, 32, {16, 1032, 8, 8, 16}},
+                             {kCombineLoop, 96, 48, {4, 8, 129, 16, 128, 1, 129, 257, 16}},
+                             {kSubLoop, 88, 56, {4, 16, 129, 257, 16, 1, 129, 8}}});
+  EXPECT_EQ(recordsOf(direct.spec()).size(), 1u);
+  EXPECT_EQ(direct.spec()->workspace, nullptr);
+  // Double precision has a direct 64 below the root only.
+  const Plan<double> first(64), longer(2048);
+  expectRecords(first.spec(), {{kSpec, 80, 64, {6, 8, 64}},
+                               {kCombineLoop, 96, 48, {4, 8, 64, 16, 64, 1, 64, 127, 8}},
+                               {kSubLoop, 88, 56, {3, 8, 64, 127, 16, 2, 64, 8}}});
+  EXPECT_EQ(splitsOf(first.spec()), 0);
+  expectRecords(longer.spec(), {{kSubLoop, 88, 56, {6, 64}}});
+}
+
+// ---- The block ---------------------------------------------------------------------------------
 
 uint64_t cursorOf(const void* block) {
   uint64_t cursor;
@@ -180,72 +129,48 @@ uint64_t cursorOf(const void* block) {
 }
 
 template <class T>
-class Dct4Block : public testing::Test {
- protected:
-  Dct4<T> dct4;
-};
+struct Dct4Block : testing::Test {};
 TYPED_TEST_SUITE(Dct4Block, Precisions);
 
 // A record of 96 bytes and three lists of 32 behind the start, which is rounded down for addresses
 // with bit 31 clear and up for the others.
 TYPED_TEST(Dct4Block, CursorAtEveryAddress) {
+  const Function& init = dct4<TypeParam>("Init");
   constexpr std::size_t kBytes = 1 << 16;
   constexpr std::uintptr_t kBit31 = 0x80000000;
   for (const std::uintptr_t base : {0x7e0000000 & ~kBit31, 0x7e0000000 | kBit31}) {
     void* const pages = mmap(reinterpret_cast<void*>(base), kBytes, PROT_READ | PROT_WRITE,
                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
     ASSERT_EQ(pages, reinterpret_cast<void*>(base));
-    for (int offset = 0; offset < 64; ++offset) {
-      unsigned char* const block = static_cast<unsigned char*>(pages) + 4096 + offset;
-      const auto address = reinterpret_cast<std::uintptr_t>(block);
-      const bool up = (address & kBit31) != 0;
-      const std::uintptr_t start = (address + 64 + (up ? 31 : 0)) / 32 * 32;
-      Dct4Spec* spec = nullptr;
-      ASSERT_EQ(this->dct4.init(&spec, 2, block), zvxOk);
-      EXPECT_EQ(reinterpret_cast<std::uintptr_t>(spec), start) << offset;
-      EXPECT_EQ(cursorOf(block), start + 96 + 3 * 32) << offset;
+    for (std::uintptr_t address = base + 4096; address < base + 4096 + 64; ++address) {
+      void* const block = reinterpret_cast<void*>(address);
+      const std::uintptr_t start = (address + 64 + ((address & kBit31) != 0 ? 31 : 0)) / 32 * 32;
+      std::uint64_t spec = 0;
+      ASSERT_EQ(init.call({asArgument(&spec), 2, address}), zvxOk);
+      EXPECT_EQ(spec, start) << address;
+      EXPECT_EQ(cursorOf(block), start + 96 + 3 * 32) << address;
       // A refused length gives all back, and a workspace that it never had.
-      Dct4Spec* unwritten = spec;
-      ASSERT_EQ(this->dct4.init(&unwritten, 1000, block), zvxErrLength);
-      EXPECT_EQ(unwritten, spec);
-      EXPECT_EQ(cursorOf(block), start - (1000 * sizeof(TypeParam) + 31) / 32 * 32) << offset;
+      ASSERT_EQ(init.call({asArgument(&spec), 1000, address}), zvxErrLength);
+      EXPECT_EQ(spec, start);
+      EXPECT_EQ(cursorOf(block), start - (1000 * sizeof(TypeParam) + 31) / 32 * 32) << address;
     }
     munmap(pages, kBytes);
   }
 }
 
-// Blocks of exactly the reported size with nothing behind: what is written stays inside, and what
-// is left over is the slack of the size budget.
-TYPED_TEST(Dct4Block, ReportedSizeSuffices) {
+// What is left over is the slack of the size budget, and the destroy function of a record gives back
+// all but the record itself.
+TYPED_TEST(Dct4Block, ReportedSizeIsWhatIsTakenAndABudget) {
   using T = TypeParam;
-  std::vector<int32_t> lengths = powersOfTwo(2, 1 << 20);
-  const std::vector<int32_t> odd = oddLengths<T>(1 << 20);
-  lengths.insert(lengths.end(), odd.begin(), odd.end());
-  for (const int32_t n : lengths) {
+  for (const int32_t n : api::planLengths(8 * sizeof(T), 1 << 20)) {
     SCOPED_TRACE(n);
-    const uint32_t size = this->dct4.size(n);
-    GuardedPages pages(size);
-    for (const bool atEnd : {true, false}) {
-      unsigned char* const block = pages.place<unsigned char>(size, atEnd);
-      Dct4Spec* spec = nullptr;
-      int32_t status = -1;
-      ASSERT_TRUE(runsWithoutFault([&] { status = this->dct4.init(&spec, n, block); }));
-      ASSERT_EQ(status, zvxOk);
-      const uint64_t used = cursorOf(block) - reinterpret_cast<std::uintptr_t>(block);
-      const bool direct = spec->workspace == nullptr;
-      const uint64_t slack = direct ? 0 : 224 + 160 * Tree<T>(spec).splits.size();
-      EXPECT_EQ(size - used, slack);
-    }
-  }
-}
-
-// The destroy function of a record gives back all but the record itself.
-TYPED_TEST(Dct4Block, DismantlingReleasesAll) {
-  for (const int32_t n : {2, 64, 128, 4096, 1 << 17}) {
-    const Plan<TypeParam> plan(n);
+    const Plan<T> plan(n);
     Dct4Spec* const spec = plan.spec();
+    const uint64_t slack = spec->workspace == nullptr ? 0 : 224 + 160 * splitsOf(spec);
+    const std::uint64_t start = asArgument(spec), block = asArgument(spec->arena);
+    EXPECT_EQ(planBytes<T>(n), cursorOf(spec->arena) - block + slack);
     spec->head.destroy(spec);
-    EXPECT_EQ(spec->arena->cursor, reinterpret_cast<unsigned char*>(spec) + 96);
+    EXPECT_EQ(cursorOf(spec->arena), start + 96);
   }
 }
 
@@ -269,36 +194,33 @@ int columnOf(int r, int w) {
 }
 
 template <class T>
-class Dct4Tables : public testing::Test {
- protected:
-  static constexpr int kLanes = 32 / sizeof(T);
-};
+constexpr int kLanes = 32 / sizeof(T);
+
+template <class T>
+struct Dct4Tables : testing::Test {};
 TYPED_TEST_SUITE(Dct4Tables, Precisions);
 
 TYPED_TEST(Dct4Tables, RotationsInTheirOrder) {
   using T = TypeParam;
-  for (const int32_t n : {64, 128, 129, 256, 512, 1024, 4096, 1 << 24}) {
-    if (sizeof(T) == 4 && n == 64) continue;  // direct
-    if (sizeof(T) == 8 && n == 1 << 24) continue;
+
+  for (const int32_t n : {2 * kLongestDirect<T>, 128, 129, 256, 512, 1024, 4096,
+                          sizeof(T) == 4 ? 1 << 24 : 1 << 16}) {
     const Plan<T> plan(n);
-    const Tree<T> tree(plan.spec());
-    const int r = plan.spec()->radix;
-    const int rows = n / (2 * r);
+    auto* const rotation = at<RotationSource<T>>(plan.spec(), kRotation);
+    auto* const laneRows = at<LaneRowsSource<T>>(plan.spec(), kLaneRows);
+    const T* const table = at<RootCombineLoop<T>>(plan.spec(), kCombineLoop)->table;
+    const int r = plan.spec()->radix, rows = n / (2 * r);
     const int step = std::max(1, rows / 256);  // of the long table a sample
     for (int row = 0; row < rows; row += row < rows - step ? step : 1) {
       for (int w = 0; w < 2 * r; ++w) {
-        const int column = columnOf(r, w);
+        SCOPED_TRACE(testing::Message() << n << ": row " << row << ", vector " << w);
+        const int column = columnOf(r, w), laneRow = row / kLanes<T>, lane = row % kLanes<T>;
         // From 2^24 up the product does not fit the 24 bits of a float.
         const T dividend = static_cast<T>(2 * (2 * row + 1) * (column / 2 * 2 + 1));
         const T expected = sineOrCosine<T>(column % 2, dividend / static_cast<T>(8 * n));
-        const T* const vector =
-            tree.combineLoop->table + (row / this->kLanes * 2 * r + w) * this->kLanes;
-        ASSERT_TRUE(sameNumber(vector[row % this->kLanes], expected))
-            << n << ": row " << row << ", vector " << w;
-        ASSERT_TRUE(sameNumber(tree.rotation->evaluate(tree.rotation, row, column), expected));
-        ASSERT_TRUE(sameNumber(
-            tree.laneRows->evaluate(tree.laneRows, row / this->kLanes, row % this->kLanes, column),
-            expected));
+        ASSERT_EQ(table[(laneRow * 2 * r + w) * kLanes<T> + lane], expected);
+        ASSERT_EQ(rotation->evaluate(rotation, row, column), expected);
+        ASSERT_EQ(laneRows->evaluate(laneRows, laneRow, lane, column), expected);
       }
     }
   }
@@ -306,7 +228,6 @@ TYPED_TEST(Dct4Tables, RotationsInTheirOrder) {
 
 TYPED_TEST(Dct4Tables, TwiddlesInTheirOrder) {
   using T = TypeParam;
-  constexpr bool kSingle = sizeof(T) == 4;
   struct Pass {
     int steps, count;
     T divisor;
@@ -314,30 +235,28 @@ TYPED_TEST(Dct4Tables, TwiddlesInTheirOrder) {
   int seen = 0;
   for (const int32_t n : {4096, 8192, 32'768, 1 << 20}) {
     const Plan<T> plan(n);
-    for (const auto& split : Tree<T>(plan.spec()).splits) {
-      const int q = split.node->radix, p = split.node->length / (2 * q);
+    for (int place = 0; place < splitsOf(plan.spec()) * kOfSplit; place += kOfSplit) {
+      const auto* const node = at<SplitNode<T>>(plan.spec(), kNode + place);
+      const auto* const source = at<PhaseSource<T>>(plan.spec(), kPhase + place);
+      const T* table = at<SplitCombine<T>>(plan.spec(), kSplitCombine + place)->table;
+      const int q = node->radix, p = node->length / (2 * q);
       seen |= q;
       const Pass by4 = {q / 4, 3, static_cast<T>(q / 2)}, by8 = {1, 7, 4}, first4 = {1, 3, 2};
       std::vector<Pass> passes = {by8};
       if (q == 16) passes = {first4, by4};
-      if (q == 32 && kSingle) passes = {by8, by4};
-      if (q == 32 && !kSingle) passes = {by4, by8};
-      const T* vector = split.combine->table;
+      if (q == 32) passes = sizeof(T) == 4 ? std::vector{by8, by4} : std::vector{by4, by8};
       for (const Pass& pass : passes) {
         for (int i = 0; i < p; ++i) {
-          const T phase = (static_cast<T>(i) + T(0.5)) / static_cast<T>(split.node->length / q);
-          ASSERT_TRUE(sameNumber(split.phase->evaluate(split.phase, i, 0, 0), phase));
-          for (int j = 0; j < pass.steps; ++j) {
-            for (int t = 1; t <= pass.count; ++t) {
-              for (const bool sine : {false, true}) {
-                const T shifted = phase + static_cast<T>(j);
-                const T expected =
-                    sineOrCosine<T>(sine, shifted * (static_cast<T>(t) / pass.divisor));
-                for (int lane = 0; lane < this->kLanes; ++lane) {
-                  ASSERT_TRUE(sameNumber(*vector++, expected))
-                      << n << ": radix " << q << ", i " << i << ", j " << j << ", t " << t;
-                }
-              }
+          const T phase = (static_cast<T>(i) + T(0.5)) / static_cast<T>(node->length / q);
+          ASSERT_EQ(source->evaluate(source, i, 0, 0), phase);
+          for (int number = 0; number < pass.steps * pass.count * 2; ++number) {
+            const int j = number / 2 / pass.count, t = number / 2 % pass.count + 1;
+            const T shifted = phase + static_cast<T>(j);
+            const T expected =
+                sineOrCosine<T>(number % 2, shifted * (static_cast<T>(t) / pass.divisor));
+            for (int lane = 0; lane < kLanes<T>; ++lane) {
+              ASSERT_EQ(*table++, expected)
+                  << n << ": radix " << q << ", i " << i << ", j " << j << ", t " << t;
             }
           }
         }
@@ -345,26 +264,6 @@ TYPED_TEST(Dct4Tables, TwiddlesInTheirOrder) {
     }
   }
   EXPECT_EQ(seen, 8 | 16 | 32);
-}
-
-TEST(Dct4TableValues, KnownToNineDigits) {
-  const Plan<float> single(128);
-  const Tree<float> tree(single.spec());
-  EXPECT_EQ(tree.combineLoop->table[0], 0.999981165f);
-  EXPECT_EQ(tree.combineLoop->table[8], 0.00613588467f);
-  EXPECT_EQ(tree.rotation->evaluate(tree.rotation, 7, 6), 0.799537301f);
-  EXPECT_EQ(tree.rotation->evaluate(tree.rotation, 7, 7), 0.600616455f);
-  const Plan<double> plan(64);
-  const Tree<double> treeOfDoubles(plan.spec());
-  EXPECT_EQ(treeOfDoubles.rotation->evaluate(treeOfDoubles.rotation, 3, 14), 0.27851968938505306);
-  EXPECT_EQ(treeOfDoubles.rotation->evaluate(treeOfDoubles.rotation, 3, 15), 0.9604305194155658);
-  const Plan<float> split(4096);
-  const Tree<float> treeWithSplit(split.spec());
-  const auto& combine = *treeWithSplit.splits[0].combine;
-  for (int lane = 0; lane < 8; ++lane) {
-    EXPECT_EQ(combine.table[3 * 14 * 8 + lane], 0.985277653f);
-    EXPECT_EQ(combine.table[(3 * 14 + 1) * 8 + lane], 0.170961887f);
-  }
 }
 
 }  // namespace

@@ -3,12 +3,9 @@
 #include <dlfcn.h>
 
 #include <algorithm>
-#include <bit>
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
+#include <map>
 #include <stdexcept>
-#include <type_traits>
 
 namespace tests {
 namespace {
@@ -31,6 +28,22 @@ class PrintSeed : public testing::Environment {
 const testing::Environment* const kPrintSeed =
     testing::AddGlobalTestEnvironment(new PrintSeed);  // NOLINT: GoogleTest owns it
 
+bool isSelected(const std::string& name) {
+  static const std::string kText = environment("ZVXG_KERNEL", "");
+  return name.find(kText) != std::string::npos;
+}
+
+std::vector<Function> loadedFunctions() {
+  std::vector<Function> functions(api::functions().begin(), api::functions().end());
+  for (Function& function : functions) {
+    function.address = libraryUnderTest().find(function.symbol);
+    if (function.address == nullptr) {
+      throw std::runtime_error(std::string(function.symbol) + " is not in the library");
+    }
+  }
+  return functions;
+}
+
 }  // namespace
 
 Library::Library(const std::string& path) : handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
@@ -44,94 +57,71 @@ const Library& libraryUnderTest() {
   return kLibrary;
 }
 
-template <class T>
-TestKernel<T> loadKernel(const Library& library, const KernelId& id) {
-  TestKernel<T> kernel{id, id.length, id.sourceSize(), id.destinationSize(), {}};
-  void* address = library.find(id.symbol());
-  if (address == nullptr) ADD_FAILURE() << id.symbol() << " is not in the library";
-  // The prototype has pointers to complex elements, which are passed like these.
-  kernel.function = reinterpret_cast<decltype(kernel.function)>(address);
-  return kernel;
+Random makeRandom() { return Random(seed()); }
+
+const api::Exports& exports() {
+  static const std::vector<Function> kFunctions = loadedFunctions();
+  static const api::Exports kExports(kFunctions);
+  return kExports;
 }
 
-template <class T>
-std::vector<T> TestKernel<T>::run(const std::vector<T>& source, int32_t flag) const {
-  std::vector<T> destination(destinationSize, poison<T>());
-  EXPECT_EQ(function(source.data(), destination.data(), flag), 0);
+const Function& functionNamed(const std::string& symbol) {
+  static const auto kByName = [] {
+    std::map<std::string, const Function*> byName;
+    for (const Function& function : exports().functions()) byName[function.symbol] = &function;
+    return byName;
+  }();
+  return *kByName.at(symbol);
+}
+
+const std::vector<Transform>& transforms() {
+  static const auto kTransforms = [] {
+    std::vector<Transform> list;
+    for (const Function& function : exports().functions()) {
+      for (const Transform& transform :
+           exports().transformsOf(function, api::planLengths(function.bits, kLongestListed))) {
+        if (isSelected(nameOf(transform))) list.push_back(transform);
+      }
+    }
+    return list;
+  }();
+  return kTransforms;
+}
+
+std::string nameOf(const Transform& transform) {
+  const std::string name = transform.kernel->symbol;
+  return transform.function->isPlanned() ? name + " " + std::to_string(transform.points) : name;
+}
+
+std::vector<int32_t> flagsOf(const Transform& transform) {
+  if (!transform.function->takes(Role::Flag)) return {kUnscaled};
+  return {std::begin(kFlags), std::end(kFlags)};
+}
+
+Bytes normalBytes(const Transform& transform, Random& random) {
+  return withElement(transform, [&]<class T>(T) {
+    const auto count = static_cast<int>(transform.sourceBytes / sizeof(T));
+    return bytesOf(normalNumbers<T>(random, count));
+  });
+}
+
+Runner::Runner(const Transform& transform)
+    : transform_(transform),
+      memory_(std::aligned_alloc(64, transform.workBytes / 64 * 64 + 64)),
+      work_(exports().prepare(transform, memory_.get())) {
+  EXPECT_NE(work_, nullptr) << "no plan";
+}
+
+Bytes Runner::run(const Bytes& source, int32_t flag) const {
+  Bytes destination(transform_.destinationBytes, kUntouched);
+  EXPECT_EQ(transform_.call(source.data(), destination.data(), flag, work_), 0);
   return destination;
-}
-
-std::vector<long double> impulseResponse(const KernelId& id, int i) {
-  std::vector<long double> source(id.sourceSize());
-  source[i] = 1;
-  std::vector<long double> response = definition(id, source);
-  // The smallest other one is above 1 / length.
-  for (long double& number : response) {
-    if (std::abs(number) < 1e-10L) number = 0;
-  }
-  return response;
 }
 
 std::vector<KernelId> selectedKernels() {
   std::vector<KernelId> ids = kernelgen::kernelList();
-  const std::string text = environment("ZVXG_KERNEL", "");
-  std::erase_if(ids,
-                [&](const KernelId& id) { return id.symbol().find(text) == std::string::npos; });
+  std::erase_if(ids, [](const KernelId& id) { return !isSelected(id.symbol()); });
   return ids;
 }
-
-Random makeRandom() { return Random(seed()); }
-
-template <class T>
-std::vector<T> normalNumbers(Random& random, int count) {
-  std::normal_distribution<T> normal;
-  std::vector<T> numbers(count);
-  std::generate(numbers.begin(), numbers.end(), [&] { return normal(random); });
-  return numbers;
-}
-
-template <class T>
-std::vector<T> numbersWithZeros(Random& random, int count) {
-  std::vector<T> numbers = normalNumbers<T>(random, count);
-  for (T& number : numbers) {
-    if (random() % 3 == 0) number = std::copysign(T(0), number);
-  }
-  return numbers;
-}
-
-template <class T>
-testing::AssertionResult sameNumbers(const std::vector<T>& expected, const std::vector<T>& actual) {
-  if (expected.size() != actual.size()) {
-    return testing::AssertionFailure()
-           << actual.size() << " numbers instead of " << expected.size();
-  }
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    if (sameNumber(expected[i], actual[i])) continue;
-    char text[100];
-    std::snprintf(text, sizeof text, "number %zu is %a instead of %a", i, double(actual[i]),
-                  double(expected[i]));
-    return testing::AssertionFailure() << text;
-  }
-  return testing::AssertionSuccess();
-}
-
-template <class T>
-T poison() {
-  if constexpr (std::is_same_v<T, float>) {
-    return std::bit_cast<float>(0x7fc5a5a5u);
-  } else {
-    return std::bit_cast<double>(0x7ffc5a5a5a5a5a5aull);
-  }
-}
-
-#define ZVXG_INSTANTIATE(T)                                                                       \
-  template struct TestKernel<T>;                                                                  \
-  template TestKernel<T> loadKernel<T>(const Library&, const KernelId&);                          \
-  template std::vector<T> normalNumbers<T>(Random&, int);                                         \
-  template std::vector<T> numbersWithZeros<T>(Random&, int);                                      \
-  template testing::AssertionResult sameNumbers<T>(const std::vector<T>&, const std::vector<T>&); \
-  template T poison<T>();
-ZVXG_INSTANTIATE(float)
-ZVXG_INSTANTIATE(double)
 
 }  // namespace tests

@@ -1,27 +1,140 @@
-// The harness that all kernel tests share. A kernel is known by its symbol alone, looked up in the
-// library under test, and its arrays are plain numbers: a complex element is two of them. A test
-// writes its property once, as a generic lambda for forEachKernel, which serves every family,
-// length, direction and precision.
+// The harness that the tests share. A test writes its property once: for every transform that the
+// library under test exports, as a call on bytes (forEachTransform), or for every kernel with
+// numbers of its precision (forEachKernel, whose body is a generic lambda).
 //
-// Environment: ZVXG_LIBRARY tests another build of the library, ZVXG_KERNEL=12_32fc only the
-// kernels with that text in their name, ZVXG_SEED=n other data.
+// Environment: ZVXG_LIBRARY tests another build of the library, ZVXG_KERNEL=12_32fc only what has
+// that text in its name, ZVXG_SEED=n other data.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <limits>
+#include <memory>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
-#include "kernel_id.h"  // kernelgen
+#include "interface.h"
 #include "reference.h"
 
 namespace tests {
 
 inline constexpr int32_t kFlags[] = {1, 2, 4, 8};
 inline constexpr int32_t kUnscaled = 8;
+
+// ---- Data --------------------------------------------------------------------------------------
+
+using Random = std::mt19937_64;
+
+/// A generator of its own for each caller, from the seed of the run.
+Random makeRandom();
+
+template <class T>
+std::vector<T> normalNumbers(Random& random, int count) {
+  std::normal_distribution<T> normal;
+  std::vector<T> numbers(count);
+  for (T& number : numbers) number = normal(random);
+  return numbers;
+}
+
+/// Normal numbers of which about a third is replaced by zeros of both signs.
+template <class T>
+std::vector<T> numbersWithZeros(Random& random, int count) {
+  std::vector<T> numbers = normalNumbers<T>(random, count);
+  for (T& number : numbers) {
+    if (random() % 3 == 0) number = std::copysign(T(0), number);
+  }
+  return numbers;
+}
+
+template <class T>
+std::vector<long double> widened(const std::vector<T>& numbers) {
+  return {numbers.begin(), numbers.end()};
+}
+
+using Bytes = std::vector<std::byte>;
+inline constexpr std::byte kUntouched{0xa5};
+
+template <class T>
+Bytes bytesOf(const std::vector<T>& numbers) {
+  Bytes bytes(numbers.size() * sizeof(T));
+  std::memcpy(bytes.data(), numbers.data(), bytes.size());
+  return bytes;
+}
+
+template <class T>
+std::vector<T> numbersOf(const Bytes& bytes) {
+  std::vector<T> numbers(bytes.size() / sizeof(T));
+  std::memcpy(numbers.data(), bytes.data(), bytes.size());
+  return numbers;
+}
+
+/// A NaN that no transform makes by itself, to tell what was not written.
+template <class T>
+T poison() {
+  if constexpr (std::is_same_v<T, float>) {
+    return std::bit_cast<float>(0x7fc5a5a5u);
+  } else {
+    return std::bit_cast<double>(0x7ffc5a5a5a5a5a5aull);
+  }
+}
+
+// ---- Comparison --------------------------------------------------------------------------------
+
+/// Same bits; NaN equals any NaN, as its payload depends on the order of a sum's operands.
+template <class T>
+bool sameNumber(T a, T b) {
+  return (a != a && b != b) || std::memcmp(&a, &b, sizeof(T)) == 0;
+}
+
+template <class T>
+testing::AssertionResult sameNumbers(const std::vector<T>& expected, const std::vector<T>& actual) {
+  if (expected.size() != actual.size()) {
+    return testing::AssertionFailure()
+           << actual.size() << " numbers instead of " << expected.size();
+  }
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    if (sameNumber(expected[i], actual[i])) continue;
+    return testing::AssertionFailure() << "number " << i << " is " << std::hexfloat << actual[i]
+                                       << " instead of " << expected[i];
+  }
+  return testing::AssertionSuccess();
+}
+
+/// The L2 norm of the error over that of the expected numbers, pooled over what was added.
+struct Error {
+  template <class T>
+  void add(const std::vector<long double>& expected, const std::vector<T>& actual) {
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+      const long double difference = static_cast<long double>(actual[i]) - expected[i];
+      squares += difference * difference;
+      norm += expected[i] * expected[i];
+    }
+  }
+  double relative() const { return static_cast<double>(std::sqrt(squares / norm)); }
+  long double squares = 0, norm = 0;
+};
+
+template <class T>
+double relativeError(const std::vector<long double>& expected, const std::vector<T>& actual) {
+  Error error;
+  error.add(expected, actual);
+  return error.relative();
+}
+
+// ---- Transforms --------------------------------------------------------------------------------
+
+using api::Arguments;
+using api::asArgument;
+using api::Function;
+using api::Role;
+using api::Transform;
 
 class Library {
  public:
@@ -34,61 +147,97 @@ class Library {
 
 const Library& libraryUnderTest();
 
-template <class T>
-constexpr kernelgen::Precision precisionOf() {
-  return sizeof(T) == 4 ? kernelgen::Precision::Single : kernelgen::Precision::Double;
+/// Its functions.
+const api::Exports& exports();
+const Function& functionNamed(const std::string& symbol);
+
+/// All transforms: kernels, entries at all lengths, the DCT-IV up to kLongestListed.
+const std::vector<Transform>& transforms();
+inline constexpr int32_t kLongestListed = 1 << 17;  // a plan of splits in splits
+
+/// What does the work; of a plan with its length.
+std::string nameOf(const Transform& transform);
+
+/// The four flags, or one to make a loop over flags run once.
+std::vector<int32_t> flagsOf(const Transform& transform);
+
+/// Calls body(transform) for each, its name in the trace of a failure. Stops at a fatal one.
+template <class Body>
+void forEachTransform(const Body& body) {
+  ASSERT_FALSE(transforms().empty());
+  for (const Transform& transform : transforms()) {
+    SCOPED_TRACE(testing::Message() << transform.function->symbol << " of " << nameOf(transform));
+    body(transform);
+    if (testing::Test::HasFatalFailure()) return;
+  }
 }
+
+/// body(T()) with the element type of the transform.
+template <class Body>
+decltype(auto) withElement(const Transform& transform, const Body& body) {
+  return transform.function->bits == 32 ? body(float{}) : body(double{});
+}
+
+Bytes normalBytes(const Transform& transform, Random& random);
+
+/// A transform with work memory of its own.
+class Runner {
+ public:
+  explicit Runner(const Transform& transform);
+  const void* work() const { return work_; }
+  /// The destination, poisoned before the call, which has to succeed.
+  Bytes run(const Bytes& source, int32_t flag) const;
+  template <class T>
+  std::vector<T> run(const std::vector<T>& source, int32_t flag) const {
+    return numbersOf<T>(run(bytesOf(source), flag));
+  }
+
+ private:
+  struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+  };
+  const Transform& transform_;
+  std::unique_ptr<void, Free> memory_;
+  const void* work_;
+};
+
+// ---- Kernels -----------------------------------------------------------------------------------
+
+/// The generated kernels that are selected by ZVXG_KERNEL.
+std::vector<kernelgen::KernelId> selectedKernels();
 
 template <class T>
 struct TestKernel {
-  using Number = T;
-  kernelgen::KernelId id;
-  int length;
-  int sourceSize;       // numbers
-  int destinationSize;  // numbers
-  int32_t (*function)(const T* src, T* dst, int32_t flag);
+  explicit TestKernel(const kernelgen::KernelId& of)
+      : id(of),
+        length(id.length),
+        sourceSize(id.sourceSize()),
+        destinationSize(id.destinationSize()),
+        function(functionNamed(id.symbol())) {}
+  /// The destination of a call that has to succeed, poisoned before it.
+  std::vector<T> run(const std::vector<T>& source, int32_t flag) const {
+    std::vector<T> destination(destinationSize, poison<T>());
+    EXPECT_EQ(function.call(
+                  {asArgument(source.data()), asArgument(destination.data()), asArgument(flag)}),
+              0);
+    return destination;
+  }
 
-  // The destination of a call that has to succeed, poisoned before it.
-  std::vector<T> run(const std::vector<T>& source, int32_t flag) const;
+  kernelgen::KernelId id;
+  int length, sourceSize, destinationSize;  // numbers
+  const Function& function;
 };
 
-/// The kernel `id` of `library`; a null function, and a failure of the test, if there is none.
-template <class T>
-TestKernel<T> loadKernel(const Library& library, const kernelgen::KernelId& id);
-
-using reference::definition;
-
-/// What the definition makes of a 1 in element `i` among zeros, all numbers that are zero but for
-/// rounding made so: an output depends on the element where this is not zero.
-std::vector<long double> impulseResponse(const kernelgen::KernelId& id, int i);
-
-using kernelgen::BinPlace;
-using kernelgen::binPlace;
-using kernelgen::isOwnMirror;
-using kernelgen::kNowhere;
-
-template <class T>
-T scaleFactor(const kernelgen::KernelId& id, int32_t flag) {
-  return static_cast<T>(kernelgen::scaleFactor(id, flag));
-}
-
-/// The kernels to be tested: all that are built, or those that ZVXG_KERNEL leaves of them.
-std::vector<kernelgen::KernelId> selectedKernels();
-
-/// Calls body(kernel) for each of `ids` in the library under test.
+/// Calls body(kernel) for each of `ids`.
 template <class Body>
 void forEachKernel(const std::vector<kernelgen::KernelId>& ids, const Body& body) {
   ASSERT_FALSE(ids.empty()) << "no kernel to test";
-  const auto serve = [&]<class T>(const kernelgen::KernelId& id, T) {
-    const TestKernel<T> kernel = loadKernel<T>(libraryUnderTest(), id);
-    if (kernel.function != nullptr) body(kernel);
-  };
   for (const kernelgen::KernelId& id : ids) {
     SCOPED_TRACE(id.symbol());
     if (id.precision == kernelgen::Precision::Single) {
-      serve(id, float{});
+      body(TestKernel<float>(id));
     } else {
-      serve(id, double{});
+      body(TestKernel<double>(id));
     }
   }
 }
@@ -98,33 +247,10 @@ void forEachKernel(const Body& body) {
   forEachKernel(selectedKernels(), body);
 }
 
-// ---- Data --------------------------------------------------------------------------------------
-
-using Random = std::mt19937_64;
-
-/// A generator of its own for each caller, from the seed of the run.
-Random makeRandom();
-
+/// The factor of a flag.
 template <class T>
-std::vector<T> normalNumbers(Random& random, int count);
-
-/// Normal numbers of which about a third is replaced by zeros of both signs.
-template <class T>
-std::vector<T> numbersWithZeros(Random& random, int count);
-
-// ---- Comparison --------------------------------------------------------------------------------
-
-/// Same bits; NaN equals any NaN, as its payload depends on the order of a sum's operands.
-template <class T>
-bool sameNumber(T a, T b) {
-  return (a != a && b != b) || std::memcmp(&a, &b, sizeof(T)) == 0;
+T scaleFactor(const kernelgen::KernelId& id, int32_t flag) {
+  return static_cast<T>(kernelgen::scaleFactor(id, flag));
 }
-
-template <class T>
-testing::AssertionResult sameNumbers(const std::vector<T>& expected, const std::vector<T>& actual);
-
-/// A NaN that no kernel makes by itself, to tell what was not written.
-template <class T>
-T poison();
 
 }  // namespace tests

@@ -5,6 +5,7 @@ Run with --help for the arguments; what follows them goes to unittest, such as -
 import argparse
 import collections
 import graphlib
+import json
 import os
 import re
 import shutil
@@ -13,21 +14,31 @@ import sys
 import unittest
 
 
-def entry_of(kernel):
-    """The by-length entry of a kernel has its name without the number."""
-    return re.sub(r"_\d+(?=_\w+$)", "", kernel)
+def symbols(condition):
+    """Of the functions that have a property."""
+    return {function["symbol"] for function in options.interface if condition(function)}
+
+
+def is_kernel(function):
+    return "Source" in function["roles"] and function["first"] == function["last"]
+
+
+def is_entry(function):
+    return {"Source", "Selector"} <= set(function["roles"])
 
 
 # The kernels that do not come from the generator. Those of many passes have loops and take memory.
-ONE_PASS = {f"zvxgWHT_{order}_{bits}f" for order in range(1, 8) for bits in (32, 64)}
-MANY_PASSES = {f"zvxgWHT_{order}_{bits}f" for order in range(8, 14) for bits in (32, 64)}
-HAND_WRITTEN = ONE_PASS | MANY_PASSES
-# What is neither kernel nor by-length entry.
-OTHERS = {"zvxgenGetLibVersion"} | {
-    f"zvxg{name}_{bits}f"
-    for name in ("WHTGetBufferSize", "DCT4GetSize", "DCT4Init", "DCT4InitAlloc", "DCT4", "DCT4Free")
-    for bits in (32, 64)
-}
+def is_one_pass(function):
+    return is_kernel(function) and function["family"] == "Wht" and function["first"] <= 7
+
+
+def has_many_passes(function):
+    return is_kernel(function) and function["family"] == "Wht" and function["first"] > 7
+
+
+def is_generated(function):
+    return is_kernel(function) and function["family"] != "Wht"
+
 
 WARNINGS = "-Wall -Wextra -Wpedantic -Wconversion -Werror".split()
 
@@ -87,8 +98,7 @@ class Symbols(TestCase):
         return set(re.findall(r"^ZVXG_API [^(;]*?(\w+)\s*\(", text, re.MULTILINE)) - self.CORE
 
     def test_exports_are_the_declared_functions(self):
-        kernels = set(output_of(options.kernelgen, "list").split()) | HAND_WRITTEN
-        expected = kernels | {entry_of(kernel) for kernel in kernels} | OTHERS
+        expected = symbols(lambda function: function["library"] == "zvxg")
         self.assertEqual(len(expected), 1193)
         for what, found in (
             ("declared", self.declared()),
@@ -231,7 +241,6 @@ class MachineCode(TestCase):
     @classmethod
     def setUpClass(cls):
         cls.functions = disassembly()
-        cls.kernels = set(output_of(options.kernelgen, "list").split())
         # Function symbols in lower case are local: no import, no other kernel.
         symbols = [line.split()[-2:] for line in output_of("nm", options.library).splitlines()]
         cls.local = {name for kind, name in symbols if kind == "t"} & cls.functions.keys()
@@ -265,7 +274,7 @@ class MachineCode(TestCase):
         }
 
     def test_kernels_have_no_loop_and_enter_only_their_own_bodies(self):
-        straight = self.kernels | ONE_PASS
+        straight = symbols(is_generated) | symbols(is_one_pass)
         found = self.ways_out(straight)
         for name, (successors, _) in self.with_bodies(straight).items():
             try:
@@ -275,21 +284,21 @@ class MachineCode(TestCase):
         self.expect_none(found, "ways out and loops")
 
     def test_kernels_of_many_passes_call_for_memory_only(self):
-        for kernel in MANY_PASSES:
+        for kernel in symbols(has_many_passes):
             called = {way.split()[-1] for way in self.ways_out({kernel})}
             self.assertEqual(called, {"zvxMalloc@plt", "zvxFree@plt"}, kernel)
 
     def test_hand_written_kernels_are_narrow_and_add_vertically(self):
         found = {
             f"{name}: {i.mnemonic} {i.operands}"
-            for name in self.with_bodies(HAND_WRITTEN)
+            for name in self.with_bodies(symbols(is_one_pass) | symbols(has_many_passes))
             for i in self.functions[name]
             if "%ymm" in i.operands or re.match("vh(add|sub)", i.mnemonic)
         }
         self.expect_none(found, "wide or horizontal instructions")
 
     def expect_no_real_instruction(self, unwanted, what):
-        real = {name for name in self.kernels if re.search(r"_\d\df$", name)}
+        real = symbols(lambda function: is_generated(function) and function["family"] != "Complex")
         self.assertGreater(len(real), 0)
         found = {
             f"{name}: {i.mnemonic} {i.operands}"
@@ -309,8 +318,8 @@ class MachineCode(TestCase):
 
     def test_entries_compare_and_jump(self):
         # Entries with a buffer have one more argument to move.
-        limits = {entry_of(kernel): 10 for kernel in self.kernels}
-        limits |= {entry_of(kernel): 14 for kernel in HAND_WRITTEN}
+        limits = {function["symbol"]: 14 if "Buffer" in function["roles"] else 10
+                  for function in options.interface if is_entry(function)}
         self.expect_none(limits.keys() - self.functions.keys(), "entries without code")
         found = set()
         for name, limit in limits.items():
@@ -356,8 +365,7 @@ class Frames(TestCase):
                     if int(size) > limit:
                         large.add(f"{name}: {size} of {limit}")
                     frames[name] = max(frames.get(name, 0), int(size))
-        kernels = set(output_of(options.kernelgen, "list").split())
-        kernels |= HAND_WRITTEN
+        kernels = symbols(is_kernel)
         self.expect_none(kernels - frames.keys(), "kernels not reported")
         largest = max(kernels, key=frames.get)
         print(f"largest frame of a kernel: {frames[largest]} bytes of {largest}")
@@ -371,5 +379,7 @@ if __name__ == "__main__":
     parser.add_argument("--kernelgen", required=True, help="the generator")
     parser.add_argument("--include", required=True, help="directory of zvxg.h")
     parser.add_argument("--ledger", help="operation counts kept in the tree")
+    parser.add_argument("--interface", type=lambda name: json.load(open(name, encoding="utf-8")),
+                        required=True, help="the list of exported functions")
     options, rest = parser.parse_known_args()
     unittest.main(argv=sys.argv[:1] + rest)

@@ -1,11 +1,12 @@
 // Arrays at chosen places: between pages that may not be touched, and at every distance from a
-// cache line between poisoned lines.
+// cache line with a line on either side; and the faults of calls that touch what they may not.
 #pragma once
 
 #include <setjmp.h>
 #include <signal.h>
 #include <sys/mman.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
@@ -21,7 +22,7 @@ namespace tests {
 // Writable pages between two that no one may touch.
 class GuardedPages {
  public:
-  explicit GuardedPages(std::size_t bytes = kPage)
+  explicit GuardedPages(std::size_t bytes = 1)
       : size_((bytes + kPage - 1) / kPage * kPage),
         base_(static_cast<std::byte*>(mmap(nullptr, size_ + 2 * kPage, PROT_NONE,
                                            MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0))) {
@@ -34,12 +35,14 @@ class GuardedPages {
 
   void protect(int protection) { mprotect(base_ + kPage, size_, protection); }
 
-  // `count` numbers that end, or begin, at an untouchable page.
+  // An array that ends, or begins, at an untouchable page.
+  std::byte* place(std::size_t bytes, bool atEnd) {
+    if (bytes > size_) throw std::length_error("GuardedPages are too small for this array");
+    return base_ + kPage + (atEnd ? size_ - bytes : 0);
+  }
   template <class T>
   T* place(std::size_t count, bool atEnd) {
-    const std::size_t bytes = count * sizeof(T);
-    if (bytes > size_) throw std::length_error("GuardedPages are too small for this array");
-    return reinterpret_cast<T*>(base_ + kPage + (atEnd ? size_ - bytes : 0));
+    return reinterpret_cast<T*>(place(count * sizeof(T), atEnd));
   }
 
  private:
@@ -93,33 +96,38 @@ bool runsWithoutFault(const Body& body) {
   return faultOf(body).signal == 0;
 }
 
+// ---- Offsets -----------------------------------------------------------------------------------
+
 // A cache line is the period of every alignment test and of every vector.
 inline constexpr std::size_t kLine = 64;
 
-// An array at a chosen distance from a cache line, with a poisoned line on either side.
-template <class T>
-class OffsetArray {
+// Room for an array at every distance from a cache line, and a line on either side.
+class Surroundings {
  public:
-  OffsetArray(int count, int offset) : whole_(count + 4 * kStep, poison<T>()), count_(count) {
+  explicit Surroundings(std::size_t bytes) : bytes_(bytes), whole_(bytes + 4 * kLine, kUntouched) {
     const auto address = reinterpret_cast<std::uintptr_t>(whole_.data());
-    start_ = kStep + (kLine - address % kLine) / sizeof(T) % kStep + offset;
+    base_ = whole_.data() + (2 * kLine - address % kLine);
   }
-  T* data() { return whole_.data() + start_; }
-  std::vector<T> numbers() { return {data(), data() + count_}; }
-  bool surroundingsUntouched() const {
-    const T untouched = poison<T>();
-    for (std::size_t i = 0; i < whole_.size(); ++i) {
-      const bool inside = i >= start_ && i < start_ + count_;
-      if (!inside && std::memcmp(&whole_[i], &untouched, sizeof(T)) != 0) return false;
-    }
-    return true;
+  std::byte* at(std::size_t offset) { return base_ + offset; }
+  /// The array with these bytes, and all around it as it was.
+  std::byte* holding(const std::vector<std::byte>& bytes, std::size_t offset) {
+    std::fill(whole_.begin(), whole_.end(), kUntouched);
+    std::copy(bytes.begin(), bytes.end(), at(offset));
+    return at(offset);
   }
-
-  static constexpr int kStep = kLine / sizeof(T);  // offsets within a line
+  bool hold(std::size_t offset, const std::vector<std::byte>& expected) const {
+    const std::byte* const array = base_ + offset;
+    return std::memcmp(array, expected.data(), bytes_) == 0 && untouched(array - kLine) &&
+           untouched(array + bytes_);
+  }
 
  private:
-  std::vector<T> whole_;
-  std::size_t count_, start_;
+  static bool untouched(const std::byte* line) {
+    return std::all_of(line, line + kLine, [](std::byte b) { return b == kUntouched; });
+  }
+  std::size_t bytes_;
+  std::vector<std::byte> whole_;
+  std::byte* base_;
 };
 
 }  // namespace tests

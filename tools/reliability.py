@@ -30,7 +30,7 @@ SECTIONS = {
         Row(
             "The same bits at all 64 x 64 byte offsets of source and destination from a cache "
             "line; nothing is written around the destination",
-            r"^Memory\.SameBitsAtEveryPair",
+            r"^Memory\.SameBitsAtEvery",
             "{calls} calls",
         ),
         Row(
@@ -60,7 +60,7 @@ SECTIONS = {
         ),
         Row(
             "The same hashes from the other compiler and at other levels of optimisation",
-            r"^Variant\.",
+            r"^Build\.",
             "{tests} builds",
         ),
     ],

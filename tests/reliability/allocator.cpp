@@ -21,7 +21,7 @@ extern "C" __attribute__((visibility("default"))) void* zvxMalloc(std::int32_t b
   allocator.taken.push_back(bytes);
   if (allocator.fails) return nullptr;
   auto pages = std::make_unique<tests::GuardedPages>(bytes);
-  void* const block = pages->place<char>((bytes + 15) / 16 * 16, true);
+  void* const block = pages->place((bytes + 15) / 16 * 16, true);
   tests::blocks[block] = std::move(pages);
   ++allocator.outstanding;
   return block;

@@ -24,7 +24,7 @@ inline constexpr std::uint64_t kKeptRegisters[6] = {0x1b1b1b1b1b1b1b1b, 0x2b2b2b
                                                     0x5e5e5e5e5e5e5e5e, 0x6f6f6f6f6f6f6f6f};
 inline constexpr std::uint64_t kDirectionFlag = 0x400;
 
-// Calls `function` with five arguments, under these control words, and returns what it returns.
+// Calls `function` with ten arguments, under these control words, and returns what it returns.
 extern "C" std::int32_t callObserved(const void* function, const std::uint64_t* arguments,
                                      std::uint32_t mxcsr, std::uint16_t x87Control,
                                      Observation* seen);

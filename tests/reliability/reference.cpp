@@ -107,8 +107,8 @@ Reference referenceOf(const Transform& transform) {
     if (transform.function->takes(Role::Buffer)) {
       return ofWht<T>(transform.sourceBytes / sizeof(T));
     }
-    if (!transform.isPlanned()) return ofKernel<T>(kernelgen::kernelOfSymbol(transform.kernel));
-    if (transform.selector > 8) return {};
+    if (!transform.function->isPlanned()) return ofKernel<T>(api::kernelIdOf(*transform.kernel));
+    if (transform.points > 8) return {};
     return [byHand = ByHand<T>()](const Bytes& source, std::int32_t) {
       return bytesOf(byHand.run(numbersOf<T>(source)));
     };

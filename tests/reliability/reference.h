@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "functions.h"
+#include "../harness.h"
 
 namespace tests {
 

@@ -152,7 +152,7 @@ class WrongKernel(unittest.TestCase):
     def test_verify_passes_without_a_fault(self):
         result = self.with_fault("none", "verify")
         self.assertEqual(result.returncode, 0)
-        self.assertRegex(result.stdout, r"total: 1193 functions, \d+ checks, 0 failures\n\Z")
+        self.assertRegex(result.stdout, r"total: \d+ functions, \d+ checks, 0 failures\n\Z")
 
     def test_verify_notices_each_fault(self):
         for fault, claim in (("value", "error 0.000977 with flag 1"),

@@ -60,6 +60,7 @@ class Library(Workshop):
             f"{tree}/tests", *objects,
             f"{BUILD}/tests/CMakeFiles/zvxg_tests.dir/harness.cpp.o",
             f"{BUILD}/tools/reference/libzvxg_reference.a",
+            f"{BUILD}/tools/interface/libzvxg_interface.a",
             f"{BUILD}/tools/kernelgen/libzvxg_kernel_id.a", "-lgtest_main", "-lgtest",
         )  # fmt: skip
         return started([program], seconds=100).returncode != 0

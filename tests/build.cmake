@@ -1,0 +1,49 @@
+# Builds the library once more, the project in SOURCE with OPTIONS, and compares its bits with those of
+# the ordinary library, of the operations in their order, and of the record. The generator has to print
+# the same text, whichever compiler built it.
+
+function(run)
+  execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
+  if(result)
+    message(FATAL_ERROR "failed: ${ARGV}")
+  endif()
+endfunction()
+
+# find(RESULT NAME)  the one file of that name in the build
+function(find result name)
+  file(GLOB_RECURSE files ${BUILD}/${name})
+  list(LENGTH files count)
+  if(NOT count EQUAL 1)
+    message(FATAL_ERROR "not one ${name} in ${BUILD}, but: ${files}")
+  endif()
+  set(${result} ${files} PARENT_SCOPE)
+endfunction()
+
+# expect_same(NAME COMMAND...)  of both builds, each with its library and its generator
+function(expect_same name ordinary other)
+  run(${ordinary} OUTPUT_FILE ${BUILD}/ordinary_${name})
+  run(${other} OUTPUT_FILE ${BUILD}/${name})
+  run(${CMAKE_COMMAND} -E compare_files ${BUILD}/ordinary_${name} ${BUILD}/${name})
+endfunction()
+
+run(${CMAKE_COMMAND} -S ${SOURCE} -B ${BUILD} -G Ninja ${OPTIONS})
+run(${CMAKE_COMMAND} --build ${BUILD} --parallel 2)
+find(kernelgen kernelgen)
+find(library libzvxg.so)
+set(with_library ${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library})
+
+expect_same(kernels.cpp "${KERNELGEN};source;0;1" "${kernelgen};source;0;1")
+expect_same(hashes.csv "${HASHES};print" "${with_library};${HASHES};print")
+run(${with_library} ${HASHES} check ${RECORDED})
+run(${with_library} ${TESTS} --gtest_brief=1 --gtest_filter=ByHand.*:Definition.F*)
+run(${with_library} ${RELIABILITY_TESTS} --gtest_brief=1 --gtest_filter=Values.*)
+
+# Without optimisation clang keeps constants that a reference is bound to in writable data.
+if("${OPTIONS}" MATCHES "BUILD_TYPE=Debug")
+  set(topics Symbols)
+else()
+  set(topics Symbols Hardening)
+endif()
+run(${PYTHON} ${CMAKE_CURRENT_LIST_DIR}/library_test.py
+  --library ${library} --kernelgen ${KERNELGEN} --include ${INCLUDE} --interface ${INTERFACE} ${topics}
+  MachineCode.test_plain_avx_without_fused_products MachineCode.test_real_kernels_are_scalar)
