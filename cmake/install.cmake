@@ -16,6 +16,15 @@ set(cmakeFiles ${CMAKE_INSTALL_LIBDIR}/cmake/zvxg)
 install(TARGETS zvxg zvxcore zvxg_static zvxcore_static EXPORT zvxg
   LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
   ARCHIVE COMPONENT development)
+# glibc's loader prefers these to the one above, where the processor has what they need.
+foreach(level v3 v4)
+  if(TARGET zvxg_${level})
+    install(TARGETS zvxg_${level}
+      LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/glibc-hwcaps/x86-64-${level}
+      COMPONENT runtime NAMELINK_SKIP)
+    install(TARGETS zvxg_${level}_static EXPORT zvxg ARCHIVE COMPONENT development)
+  endif()
+endforeach()
 if(ZVXG_MANY)
   install(TARGETS zvxgmany zvxgmany_static EXPORT zvxg
     LIBRARY COMPONENT many NAMELINK_COMPONENT development

@@ -5,12 +5,14 @@ set(sanitize -gline-tables-only -fno-omit-frame-pointer
   -fsanitize=${ZVXG_SANITIZE} -fno-sanitize-recover=all)
 # With a check at every access, unrolled code is quickest to compile without optimisation, but for
 # MemorySanitizer, which would follow each local variable.
-if(ZVXG_SANITIZE STREQUAL memory)
-  target_compile_options(zvxg_objects PRIVATE ${sanitize} -O1
-    "SHELL:-mllvm -msan-instrumentation-with-call-threshold=0")
-else()
-  target_compile_options(zvxg_objects PRIVATE ${sanitize} -O0)
-endif()
+foreach(objects zvxg_objects zvxg_objects_${ZVXG_LEVEL})
+  if(ZVXG_SANITIZE STREQUAL memory)
+    target_compile_options(${objects} PRIVATE ${sanitize} -O1
+      "SHELL:-mllvm -msan-instrumentation-with-call-threshold=0")
+  else()
+    target_compile_options(${objects} PRIVATE ${sanitize} -O0)
+  endif()
+endforeach()
 
 # sanitized(TARGET OPTION...)  what is linked with it; the options for both steps.
 function(sanitized target)

@@ -129,7 +129,7 @@ typedef struct VersionRecord {
   int32_t minor;           /**< minor version */
   int32_t buildSeries;     /**< build series, the number after "build" in versionText */
   int32_t buildNumber;     /**< running number of the build; not the last part of versionText */
-  char cpuTag[4];          /**< processor variant, padded with zeros: "e9" is 256-bit AVX */
+  char cpuTag[4];          /**< variant, padded with zeros: "e9" (AVX), "v3" or "v4" (AVX-512) */
   const char* fileName;    /**< the library's own file name */
   const char* versionText; /**< version for display */
   const char* buildDate;   /**< "Mmm dd yyyy" */

@@ -14,8 +14,6 @@ set(CPACK_DEBIAN_PACKAGE_SOURCE zvxg)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
 # package(COMPONENT NAME SECTION SUMMARY TEXT)
 function(package component name section summary text)
@@ -35,7 +33,8 @@ set(CPACK_COMPONENTS_ALL)
 package(runtime libzvxg6 libs "short signal transforms, shared libraries"
 "Discrete Fourier and Hartley transforms of 2 to 64 points, Walsh-Hadamard
 transforms of up to 8192 points and a DCT-IV of powers of two, in single and
-double precision, for processors with AVX.")
+double precision, for processors with AVX, and variants of the library for
+those with AVX2 and AVX-512.")
 if(ZVXG_MANY)
   package(many libzvxgmany6 libs "many short signal transforms at a time, shared library"
 "The transforms of libzvxg6, many of one length in one call, by vectors of AVX
@@ -49,11 +48,13 @@ package(documentation libzvxg-doc doc "short signal transforms, documentation"
 # What is linked with libraries of another package finds them in the build.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
 
-# Each of the two writes its own list of symbols there, by symbols.cmake.
+# Each of the two writes its own lists of symbols and libraries there, by symbols.cmake. That of cpack
+# would have a line for each variant of a library.
 foreach(component RUNTIME MANY)
   set(CPACK_DEBIAN_${component}_PACKAGE_SHLIBDEPS ON)
   set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
-    ${PROJECT_BINARY_DIR}/${component}/symbols ${CMAKE_CURRENT_LIST_DIR}/triggers)
+    ${PROJECT_BINARY_DIR}/${component}/symbols ${PROJECT_BINARY_DIR}/${component}/shlibs
+    ${CMAKE_CURRENT_LIST_DIR}/triggers)
 endforeach()
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libzvxg6 (= ${version}), libc6-dev")
 if(ZVXG_MANY)

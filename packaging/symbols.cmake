@@ -1,5 +1,5 @@
 # Run by cpack between installing and packing: the lists of symbols of the packages with libraries, with
-# the version in which each came, for packages that are linked with them.
+# the version in which each came, and of the libraries, for packages that are linked with them.
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   string(TOUPPER CPACK_DEBIAN_${component}_PACKAGE prefix)
   if(NOT ${prefix}_CONTROL_EXTRA)
@@ -20,4 +20,9 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     message(FATAL_ERROR
       "packaging/${name}.symbols is not what the libraries have:\n${difference}")
   endif()
+  file(STRINGS ${symbols} libraries REGEX "^lib")
+  list(TRANSFORM libraries
+    REPLACE "^(.+)[.]so[.]([0-9]+) (.+) #.*" "\\1 \\2 \\3 (>= ${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})\n")
+  string(CONCAT libraries ${libraries})
+  file(WRITE ${place}/shlibs ${libraries})
 endforeach()

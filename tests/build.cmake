@@ -12,6 +12,7 @@ endfunction()
 # find(RESULT NAME)  the one file of that name in the build
 function(find result name)
   file(GLOB_RECURSE files ${BUILD}/${name})
+  list(FILTER files EXCLUDE REGEX "/src/variants/")
   list(LENGTH files count)
   if(NOT count EQUAL 1)
     message(FATAL_ERROR "not one ${name} in ${BUILD}, but: ${files}")

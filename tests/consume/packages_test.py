@@ -13,9 +13,11 @@ import unittest
 SOURCE = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 LIBRARIES = "/usr/lib/x86_64-linux-gnu"
 PARTS = {  # something of each package
-    "libzvxg6": [f"{LIBRARIES}/libzvxg.so.6", f"{LIBRARIES}/libzvxcore.so.6"],
+    "libzvxg6": [f"{LIBRARIES}/libzvxg.so.6", f"{LIBRARIES}/libzvxcore.so.6",
+                 *(f"{LIBRARIES}/glibc-hwcaps/x86-64-{level}/libzvxg.so.6" for level in ("v3", "v4"))],
     "libzvxgmany6": [f"{LIBRARIES}/libzvxgmany.so.6"],
     "libzvxg-dev": ["/usr/include/zvxg.h", f"{LIBRARIES}/libzvxg.so", f"{LIBRARIES}/libzvxg.a",
+                    f"{LIBRARIES}/libzvxg_v3.a", f"{LIBRARIES}/libzvxg_v4.a",
                     f"{LIBRARIES}/cmake/zvxg/zvxg-config.cmake", f"{LIBRARIES}/pkgconfig/zvxg.pc"],
     "libzvxg-doc": ["/usr/share/doc/zvxg/README.md", "/usr/share/doc/zvxg/examples/first.c"],
     "zvxg-tools": ["/usr/bin/zvxg-bench", "/usr/share/man/man1/zvxg-bench.1.gz"],

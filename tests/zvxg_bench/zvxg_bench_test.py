@@ -19,7 +19,7 @@ FAST = ("--processes", "1", "--ms", "1")
 COMMAND_LINES = [
     (["--help"], 0, r"usage: zvxg-bench COMMAND"),
     (["list", "--help"], 0, r"usage: zvxg-bench COMMAND"),
-    (["--version"], 0, r"^zvxg-bench \d+\.\d+\.\d+, library \d+\.\d+ build [\d.]+$"),
+    (["--version"], 0, r"^zvxg-bench \d+\.\d+\.\d+, library \d+\.\d+ build [\d.]+, variant e9$"),
     ([], 2, r"which command\? zvxg-bench --help lists them"),
     (["bogus"], 2, r"there is no command 'bogus'"),
     (["s"], 2, r"there is no command 's'"),

@@ -26,12 +26,17 @@ class NotCompiled(Exception):
 @functools.cache
 def commands():
     with open(f"{BUILD}/compile_commands.json", encoding="utf-8") as file:
-        return {entry["file"]: entry["command"] for entry in json.load(file)}
+        entries = json.load(file)
+    # Files of which each level has its own object count as those of the base.
+    of_a_variant = re.compile(r"/zvxg_objects_v\d\w*\.dir/")
+    return {entry["file"]: entry["command"] for entry in entries
+            if not of_a_variant.search(entry["command"])}
 
 
 def sources(part):
     """The files that are compiled for a part of the build, such as zvxg_objects."""
-    return [file for file, command in commands().items() if f"/{part}.dir/" in command]
+    return [file for file, command in commands().items()
+            if re.search(rf"/{part}(_base)?\.dir/", command)]
 
 
 def compiled(source, output, tree=ROOT, text=None):

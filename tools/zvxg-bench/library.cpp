@@ -2,7 +2,7 @@
 
 #include <dlfcn.h>
 
-#include "zvxg.h"
+#include <cstring>
 
 namespace bench {
 
@@ -24,8 +24,13 @@ std::string Library::describe() const {
   if (!address) return "of no version";
   Dl_info place;
   const bool isPlaced = dladdr(address, &place) != 0;
-  return std::string(reinterpret_cast<decltype(&zvxgenGetLibVersion)>(address)()->versionText) +
-         ", " + (isPlaced ? place.dli_fname : "file unknown");
+  return versionOf(*reinterpret_cast<decltype(&zvxgenGetLibVersion)>(address)()) + ", " +
+         (isPlaced ? place.dli_fname : "file unknown");
+}
+
+std::string versionOf(const VersionRecord& version) {
+  const std::string tag(version.cpuTag, strnlen(version.cpuTag, sizeof version.cpuTag));
+  return version.versionText + (", variant " + tag);
 }
 
 }  // namespace bench

@@ -9,6 +9,8 @@
 
 #include "interface.h"
 
+#include "zvxg.h"
+
 namespace bench {
 
 class Library {
@@ -28,10 +30,12 @@ class Library {
     return reinterpret_cast<Function*>(address);
   }
 
-  std::string describe() const;  // version and file
+  std::string describe() const;  // version, variant and file
 
  private:
   void* handle_;
 };
+
+std::string versionOf(const VersionRecord& version);  // with its variant
 
 }  // namespace bench

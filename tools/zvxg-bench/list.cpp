@@ -3,12 +3,14 @@
 
 #include "commands.h"
 #include "functions.h"
+#include "library.h"
 
 namespace bench {
 
 Report listCommand(const Options& options) {
   Filters filters(options.filters);
   Report report;
+  report.about = {{"library", Library(options.library).describe()}};
   report.columns = {
       {"symbol", true}, {"family", true}, {"type", true}, {"length", false}, {"layout", true}};
   for (const std::string& name : ledgerColumns()) report.columns.push_back({name, name == "row"});

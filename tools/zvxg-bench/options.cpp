@@ -5,7 +5,7 @@
 #include <map>
 
 #include "functions.h"
-#include "zvxg.h"
+#include "library.h"
 
 namespace bench {
 namespace {
@@ -101,8 +101,8 @@ Options parse(int argc, char** argv) {
     const std::string word = argv[i];
     if (word == "--help") printAndExit(kUsage);
     if (word == "--version") {
-      printAndExit("zvxg-bench " ZVXG_VERSION ", library " +
-                   std::string(zvxgenGetLibVersion()->versionText) + "\n");
+      printAndExit("zvxg-bench " ZVXG_VERSION ", library " + versionOf(*zvxgenGetLibVersion()) +
+                   "\n");
     }
     if (const auto at = valued.find(word); at != valued.end()) {
       const Option& option = at->second;
