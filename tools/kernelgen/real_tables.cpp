@@ -93,6 +93,7 @@ const RealRow kRows[] = {
     {64, 64,                      132,   64,                      196,   kInverse,  134},
     // clang-format on
 };
+static_assert(std::size(kRows) == kMaxLength - kMinLength + 1, "a row for each length");
 
 // The transforms of a Rader step are the rows of length p - 1, there and back. Exceptions to the
 // transform back, and for the odd bins of samples another one.

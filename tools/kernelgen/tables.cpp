@@ -156,6 +156,7 @@ const Row kRows[] = {
     row(64, w256(CT(CT(4, 4), 4)),                w256any(CT(CT(4, 4), 4))),
     // clang-format on
 };
+static_assert(std::size(kRows) == kMaxLength - kMinLength + 1, "a row for each length");
 
 const Design& complexDesign(int n, Precision precision) {
   static const std::vector<Row> kDesigns = [] {
