@@ -74,4 +74,16 @@ if(TARGET zvxg-bench)
   set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
 endif()
 
+if(TARGET zvxg_python AND NOT ZVXG_WHEEL)
+  package(python python3-zvxg python "short signal transforms, Python package"
+"Functions on NumPy arrays, short-time spectra, and a backend of scipy.fft.")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+  get_directory_property(minor DIRECTORY ${PROJECT_SOURCE_DIR}/python
+    DEFINITION Python_VERSION_MINOR)
+  math(EXPR next "${minor} + 1")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "libzvxgmany6 (= ${version}), python3 (>= 3.${minor}), \
+python3 (<< 3.${next}), python3-numpy, python3-numpy-abi9")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-scipy, python3-matplotlib, python3-pyfftw")
+endif()
+
 include(CPack)

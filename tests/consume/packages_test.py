@@ -20,6 +20,7 @@ PARTS = {  # something of each package
                     f"{LIBRARIES}/libzvxg_v3.a", f"{LIBRARIES}/libzvxg_v4.a",
                     f"{LIBRARIES}/cmake/zvxg/zvxg-config.cmake", f"{LIBRARIES}/pkgconfig/zvxg.pc"],
     "libzvxg-doc": ["/usr/share/doc/zvxg/README.md", "/usr/share/doc/zvxg/examples/first.c"],
+    "python3-zvxg": ["/usr/lib/python3/dist-packages/zvxg/__init__.py"],
     "zvxg-tools": ["/usr/bin/zvxg-bench", "/usr/share/man/man1/zvxg-bench.1.gz"],
 }
 # Known, and not to be changed: a package that is no part of Debian closes no report there, and cpack
@@ -74,6 +75,8 @@ class Content(unittest.TestCase):
         for package in packages.keys() & {"libzvxgmany6", "libzvxg-dev", "zvxg-tools"}:
             self.assertIn(f"libzvxg6 (= {version})", self.field(package, "Depends"))
         self.assertIn(f"libzvxgmany6 (= {version})", self.field("libzvxg-dev", "Depends"))
+        if "python3-zvxg" in packages:
+            self.assertIn(f"libzvxgmany6 (= {version})", self.field("python3-zvxg", "Depends"))
         self.assertRegex(self.field("libzvxg6", "Depends"), r"^libc6 \(>= [\d.]+\)$")
         for name, count in ("libzvxg", 1193), ("libzvxgmany", 24):
             symbols = run("dpkg-deb", "-I", packages[f"{name}6"], "symbols").splitlines()
@@ -104,6 +107,8 @@ class Installation(unittest.TestCase):
             self.assertIn(run("./first", cwd=scratch.name), readme.read())
         if "zvxg-tools" in packages:
             run("zvxg-bench", "--version")
+        if "python3-zvxg" in packages:
+            self.assertIn("self-check passed", run("/usr/bin/python3", "-B", "-m", "zvxg", cwd="/"))
 
     def expect_nothing_left(self):
         self.assertEqual(installed(), [])
