@@ -30,10 +30,7 @@ if(ZVXG_MANY)
     LIBRARY COMPONENT many NAMELINK_COMPONENT development
     ARCHIVE COMPONENT development)
 endif()
-if(NOT ZVXG_MANY)
-  set(without PATTERN zvxg_many.h EXCLUDE)
-endif()
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ TYPE INCLUDE COMPONENT development ${without})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ TYPE INCLUDE COMPONENT development)
 
 install(EXPORT zvxg NAMESPACE zvxg:: FILE zvxg-config.cmake
   DESTINATION ${cmakeFiles} COMPONENT development)

@@ -6,7 +6,9 @@
 //     zvxg/wht.hpp        wht, Wht
 //     zvxg/dct4.hpp       Dct4
 //     zvxg/mdct.hpp       Mdct, Imdct and their windows
-//     zvxg/batch.hpp      signals, batch: many signals in one array
+//     zvxg/batch.hpp      signals, columns, batch: many signals in one array
+//     zvxg/many.hpp       all of these transforms of many signals in one call, and dft2, idft2; who
+//                         calls them links libzvxgmany, and nobody else needs it
 //     zvxg/arrays.hpp, zvxg/functions.hpp   what these share
 //
 // Errors are exceptions: std::invalid_argument, whose text says what the caller got wrong, and
@@ -19,6 +21,7 @@
 #include "zvxg/batch.hpp"
 #include "zvxg/dct4.hpp"
 #include "zvxg/dft.hpp"
+#include "zvxg/many.hpp"
 #include "zvxg/mdct.hpp"
 #include "zvxg/spectrum.hpp"
 #include "zvxg/wht.hpp"

@@ -17,6 +17,10 @@ void useAll(std::span<T> x, std::span<std::complex<T>> z) {
   zvxg::convert(ccs, halfComplex);
   zvxg::irdft(zvxg::SpectrumView<zvxg::Layout::Ccs, T>(z, 12), x);
   zvxg::batch(zvxg::signals(x, 8), zvxg::signals<8>(x), zvxg::Wht<T>(3));
+  zvxg::dft(zvxg::signals<12>(z), zvxg::columns<12>(z, 3));
+  zvxg::rdft(zvxg::signals<12>(x, 4), zvxg::signals(z, 7, {.stride = 9, .distance = 1}));
+  zvxg::Wht<T>(3)(zvxg::signals(x, 8), zvxg::signals<8>(x));
+  zvxg::idft2<4, 3>(z, z);
   zvxg::Mdct<T> mdct(zvxg::sineWindow<T>(8));
   zvxg::Imdct<T> imdct(zvxg::kbdWindow<T>(8, 4));
   mdct(x, x);
@@ -88,6 +92,31 @@ concept WalshHadamard = requires(Array x) {
 };
 static_assert(WalshHadamard<Floats<128>, 7> && !WalshHadamard<Floats<64>, 7>);
 static_assert(!WalshHadamard<Floats<256>, 8> && !WalshHadamard<Floats<1>, 0>);
+
+// Signals have one length, and are looked at one by one only where each is a span.
+template <class In, class Out>
+concept ManyDft = requires(zvxg::Signals<In, 12> in, Out out) {
+  zvxg::dft(in, out);
+};
+using Pair = std::complex<float>;
+static_assert(ManyDft<const Pair, zvxg::Signals<Complex32, 12, kDynamic>>);
+static_assert(ManyDft<Pair, zvxg::Signals<Pair>> && !ManyDft<Pair, zvxg::Signals<Pair, 13>>);
+static_assert(!ManyDft<Pair, zvxg::Signals<const Pair>> && !ManyDft<Pair, Vector>);
+static_assert(!ManyDft<Pair, zvxg::Signals<Complex64>> && !ManyDft<float, zvxg::Signals<float>>);
+template <class Spectra, zvxg::Layout kLayout>
+concept ManyForward = requires(zvxg::Signals<float, 12> in, Spectra out) {
+  zvxg::rdft<kLayout>(in, out);
+};
+static_assert(ManyForward<zvxg::Signals<Pair, 7>, Ccs> &&
+              !ManyForward<zvxg::Signals<Pair, 6>, Ccs>);
+static_assert(ManyForward<zvxg::Signals<float, 12>, Perm>);
+static_assert(!ManyForward<zvxg::Signals<float>, Ccs> && !ManyForward<zvxg::Signals<Pair>, Pack>);
+static_assert(!ManyForward<zvxg::Signals<float>, HalfComplex>);
+template <class S>
+concept HasSpans = requires(S signals) {
+  signals[0];
+};
+static_assert(HasSpans<zvxg::Signals<float>> && !HasSpans<zvxg::Signals<float, 12, kDynamic>>);
 
 template <class Flag>
 concept Scale = requires(Floats<4> x, Flag flag) {

@@ -188,8 +188,10 @@ TEST(Companion, Errors) {
        [&] { zvxg::Dct4<float>(8)(std::span(numbers).first(8), std::span(numbers).last(8)); }},
       {"Dct4: the object was moved from", [&] { moved(zvxg::Dct4<float>(8))({}, {}); }},
       {"kbdWindow: alpha -1.000000 is not from 0 to 1000", [] { zvxg::kbdWindow<float>(8, -1); }},
-      {"signals: length 12 at a stride of 8", [&] { zvxg::signals<12>(numbers, 8); }},
-      {"signals: length 0 at a stride of 0", [&] { zvxg::signals(numbers, 0); }},
+      {"signals: length 12 at a stride of 1 and a distance of 8",
+       [&] { zvxg::signals<12>(numbers, 8); }},
+      {"signals: length 0 at a stride of 1 and a distance of 0",
+       [&] { zvxg::signals(numbers, 0); }},
       {"batch: 3 signals into 2",
        [&] {
          zvxg::batch(zvxg::signals(numbers, 4), zvxg::signals(numbers, 6), [](auto, auto) {});

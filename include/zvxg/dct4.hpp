@@ -5,6 +5,7 @@
 #pragma once
 
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -12,6 +13,7 @@
 #include <utility>
 
 #include "zvxg/arrays.hpp"
+#include "zvxg/batch.hpp"
 #include "zvxg/functions.hpp"
 
 namespace zvxg {
@@ -66,6 +68,15 @@ class Dct4 {
     detail::checkSize(kName, "the destination", out.size(), length_);
     detail::checkApartOrOne(kName, in, out);
     detail::checkStatus(kName, Functions::kDct4(in.data(), out.data(), spec_), length_);
+  }
+
+  /// Transforms each of many signals, by libzvxgmany: see many.hpp.
+  template <detail::RealSignals In, detail::RealSignals Out>
+  requires detail::MatchingSignals<In, Out> && std::same_as<T, typename Out::Element>
+  void operator()(const In& in, const Out& out) {
+    detail::checkSignals(kName, in, length_, out, length_);
+    detail::callMany(kName, length_, Functions::kDct4Many, in, out,
+                     static_cast<int64_t>(in.count()), spec_);
   }
 
  private:

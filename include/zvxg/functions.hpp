@@ -1,12 +1,14 @@
-// The functions of zvxg.h by precision: Functions<float> and Functions<double>. The kernels of a
-// family are in a table by length that is read at compile time only: a constant index becomes a
-// call of the kernel by its name.
+// The functions of zvxg.h and zvxg_many.h by precision: Functions<float> and Functions<double>. The
+// kernels of a family are in a table by length that is read at compile time only: a constant index
+// becomes a call of the kernel by its name. So a program refers to libzvxgmany only if it calls
+// something of it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
 #include "zvxg.h"
+#include "zvxg_many.h"
 
 namespace zvxg::detail {
 
@@ -39,6 +41,7 @@ struct Functions;
         ZVXG_TEN(name, 5, type), name##_60_##type,        name##_61_##type,        \
         name##_62_##type,        name##_63_##type,        name##_64_##type};       \
     static constexpr auto kByLength = name##_##type;                               \
+    static constexpr auto kMany = name##_Many_##type;                              \
   }
 
 #define ZVXG_PRECISION(T, bits)                                                                \
@@ -60,10 +63,12 @@ struct Functions;
         zvxgWHT_9_##bits##f, zvxgWHT_10_##bits##f, zvxgWHT_11_##bits##f, zvxgWHT_12_##bits##f, \
         zvxgWHT_13_##bits##f};                                                                 \
     static constexpr auto kWhtByOrder = zvxgWHT_##bits##f;                                     \
+    static constexpr auto kWhtMany = zvxgWHT_Many_##bits##f;                                   \
     static constexpr auto kWhtBufferSize = zvxgWHTGetBufferSize_##bits##f;                     \
     static constexpr auto kDct4Size = zvxgDCT4GetSize_##bits##f;                               \
     static constexpr auto kDct4Init = zvxgDCT4Init_##bits##f;                                  \
     static constexpr auto kDct4 = zvxgDCT4_##bits##f;                                          \
+    static constexpr auto kDct4Many = zvxgDCT4_Many_##bits##f;                                 \
   }
 
 ZVXG_PRECISION(float, 32);

@@ -3,6 +3,7 @@
 // no direction.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -10,6 +11,7 @@
 #include <utility>
 
 #include "zvxg/arrays.hpp"
+#include "zvxg/batch.hpp"
 #include "zvxg/functions.hpp"
 
 namespace zvxg {
@@ -17,6 +19,16 @@ namespace detail {
 
 template <int kOrder, class In, class Out>
 concept MatchingOrder = kOrder >= 1 && kOrder <= 7 && Matching<std::size_t{1} << kOrder, In, Out>;
+
+template <class In, class Out>
+void whtMany(const char* name, int order, const In& in, const Out& out, ZvxScaleFlag scale,
+             std::byte* buffer) {
+  using T = typename SignalTraits<In>::Number;
+  const std::size_t length = std::size_t{1} << order;
+  checkSignals(name, in, length, out, length);
+  callMany(name, length, Functions<T>::kWhtMany, in, out, order, static_cast<int64_t>(in.count()),
+           scale, reinterpret_cast<T*>(buffer));
+}
 
 }  // namespace detail
 
@@ -72,6 +84,13 @@ class Wht {
     detail::checkStatus(
         kName, detail::Functions<T>::kWhtByOrder(in.data(), out.data(), order_, scale, buffer),
         length());
+  }
+
+  /// Transforms each of many signals, by libzvxgmany: see many.hpp.
+  template <detail::RealSignals In, detail::RealSignals Out>
+  requires detail::MatchingSignals<In, Out> && std::same_as<T, typename Out::Element>
+  void operator()(const In& in, const Out& out, ZvxScaleFlag scale = zvxNoDiv) {
+    detail::whtMany(kName, order_, in, out, scale, buffer_.get());
   }
 
  private:
