@@ -15,6 +15,7 @@
 #include "companion.h"
 #include "dct4_batches.h"
 #include "fftw.h"
+#include "many_cases.h"
 #include "plain_wht.h"
 
 namespace bench {
@@ -277,6 +278,7 @@ CaseList listCases(const Library& library, Filters& filters, Peers peers) {
       }
     }
   }
+  if (filters.mention("many")) addManyCases(library, filters, peers, list);
   return list;
 }
 

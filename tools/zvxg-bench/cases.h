@@ -2,6 +2,7 @@
 // work. The families are the rows of a table in cases.cpp; listCases() is the entry.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -30,8 +31,9 @@ struct Case {
   int bits;            // bits of a real number: 32 or 64
   int n;               // length in elements
   std::string symbol;
-  bool oursCallsPeer;  // then the difference counts, not the ratio
-  int additions;       // of numbers, in a transform that consists of additions; otherwise 0
+  std::int64_t howmany = 1;    // transforms in a call; times are those of one
+  bool oursCallsPeer = false;  // then the difference counts, not the ratio
+  int additions = 0;           // of numbers, in a transform that consists of additions; otherwise 0
   std::function<Batch(Arrays)> ours;
   std::vector<Peer> peers;  // the fastest one at this length counts; may be empty
 };

@@ -24,6 +24,10 @@ std::optional<Fftw<T>> load() {
   find("plan_dft_r2c_1d", fftw.planR2c);
   find("plan_dft_c2r_1d", fftw.planC2r);
   find("plan_r2r_1d", fftw.planR2r);
+  find("plan_many_dft", fftw.planManyDft);
+  find("plan_many_dft_r2c", fftw.planManyR2c);
+  find("plan_many_dft_c2r", fftw.planManyC2r);
+  find("plan_many_r2r", fftw.planManyR2r);
   find("execute", fftw.execute);
   find("destroy_plan", fftw.destroy);
   find("malloc", fftw.allocate);

@@ -37,6 +37,19 @@ struct Fftw {
   Plan (*planR2c)(int n, T* in, Complex* out, unsigned flags);
   Plan (*planC2r)(int n, Complex* in, T* out, unsigned flags);
   Plan (*planR2r)(int n, T* in, T* out, FftwKind kind, unsigned flags);
+  // Of `rank` dimensions n, which here is one.
+  Plan (*planManyDft)(int rank, const int* n, int howmany, Complex* in, const int* inEmbed,
+                      int inStride, int inDist, Complex* out, const int* outEmbed, int outStride,
+                      int outDist, int sign, unsigned flags);
+  Plan (*planManyR2c)(int rank, const int* n, int howmany, T* in, const int* inEmbed, int inStride,
+                      int inDist, Complex* out, const int* outEmbed, int outStride, int outDist,
+                      unsigned flags);
+  Plan (*planManyC2r)(int rank, const int* n, int howmany, Complex* in, const int* inEmbed,
+                      int inStride, int inDist, T* out, const int* outEmbed, int outStride,
+                      int outDist, unsigned flags);
+  Plan (*planManyR2r)(int rank, const int* n, int howmany, T* in, const int* inEmbed, int inStride,
+                      int inDist, T* out, const int* outEmbed, int outStride, int outDist,
+                      const FftwKind* kind, unsigned flags);
   void (*execute)(Plan plan);
   void (*destroy)(Plan plan);
   void* (*allocate)(std::size_t bytes);

@@ -1,5 +1,6 @@
 #include "functions.h"
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 
@@ -111,6 +112,12 @@ bool Filters::match(const std::string& family, int bits, const std::string& symb
     any = true;
   }
   return any;
+}
+
+bool Filters::mention(const std::string& word) const {
+  return std::any_of(filters_.begin(), filters_.end(), [&](const Filter& filter) {
+    return ("-" + filter.text + "-").find("-" + word + "-") != std::string::npos;
+  });
 }
 
 void Filters::requireMatches() const {

@@ -36,6 +36,8 @@ class Filters {
   bool match(const Function& function, int n) {
     return match(familyOf(function), function.bits, function.symbol, n);
   }
+  // Whether a filter has the word.
+  bool mention(const std::string& word) const;
   // Throws UsageError if there is a filter that nothing has matched.
   void requireMatches() const;
 

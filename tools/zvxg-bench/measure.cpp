@@ -72,7 +72,8 @@ Times measure(const Case& subject, double budgetMs, int offsetBytes) {
   // There are two numbers per point, and two more for half spectra.
   constexpr std::size_t kPage = 4096, kGap = 64 * 17;
   const std::size_t bytes =
-      (2 * static_cast<std::size_t>(subject.n) + 2) * (subject.bits / 8) + offsetBytes;
+      (2 * static_cast<std::size_t>(subject.n) + 2) * (subject.bits / 8) * subject.howmany +
+      offsetBytes;
   const std::size_t destAt = (bytes + 63) / 64 * 64 + kGap;
   const std::unique_ptr<std::byte, decltype(&std::free)> block(
       static_cast<std::byte*>(std::aligned_alloc(kPage, (destAt + bytes + kPage) & -kPage)),
@@ -92,8 +93,9 @@ Times measure(const Case& subject, double budgetMs, int offsetBytes) {
     for (Side& peer : peers) peer.run();
     chain.run();
   } while (nsSince(start) < budgetMs * 1e6);
-  Times times = {ours.bestNs(), {}, kChainCycles / chain.bestNs()};
-  for (const Side& peer : peers) times.peerNs.push_back(peer.bestNs());
+  const auto howmany = static_cast<double>(subject.howmany);
+  Times times = {ours.bestNs() / howmany, {}, kChainCycles / chain.bestNs()};
+  for (const Side& peer : peers) times.peerNs.push_back(peer.bestNs() / howmany);
   return times;
 }
 

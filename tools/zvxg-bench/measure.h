@@ -9,7 +9,7 @@
 namespace bench {
 
 struct Times {
-  double oursNs;  // per call
+  double oursNs;  // of a transform
   std::vector<double> peerNs;
   double clockGhz;
 };

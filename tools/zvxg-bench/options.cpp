@@ -22,7 +22,8 @@ constexpr char kUsage[] =
 
 FILTER is words joined by '-'. It selects a function if each word is part of its line
 "<family> <single|double> <symbol> <length>". Examples: complex, complex-single, inverse-64fc, CToC_12_,
-dct4-4096. With several filters one match suffices.
+dct4-4096. With several filters one match suffices. What libzvxgmany does is measured only if a filter has
+the word many: many-rows-L1, many-contiguous-complex-double-64, many-to-rows, many-memory.
 
   --format F        text, csv or json
   --output FILE     write there; the file appears when it is complete
@@ -38,6 +39,7 @@ speed:
   --no-peers        measure the library alone
   --beat FILE       ratios to beat: CSV with the columns family, bits, n and ratio_to_beat
   --csv FILE        also write the results there as CSV
+  --level L         of libzvxgmany: avx, or avx512 (the highest that the processor has)
 
 accuracy and verify:
   --trials K        accuracy: number of arrays for each transform (64)
@@ -89,6 +91,7 @@ Options parse(int argc, char** argv) {
                                                 {"--core", {"speed", &options.core, 0}},
                                                 {"--beat", {"speed", nullptr, 0, &options.beat}},
                                                 {"--csv", {"speed", nullptr, 0, &options.csv}},
+                                                {"--level", {"speed", nullptr, 0, &options.level}},
                                                 {"--trials", {"accuracy", &options.trials, 1}},
                                                 {"--seed", {"accuracy verify", &options.seed, 0}}};
   const std::map<std::string, std::function<void()>> switches = {

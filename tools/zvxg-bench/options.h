@@ -11,7 +11,7 @@ namespace bench {
 struct Options {
   std::string command;
   std::vector<std::string> filters;
-  std::string library, output, beat, csv;
+  std::string library, output, beat, csv, level;
   Format format = Format::Text;
   int processes = 12, budgetMs = 16, core = -1, offsetBytes = 0;  // speed
   int trials = 64, seed = 1;                                      // accuracy, verify

@@ -37,10 +37,9 @@ std::string peerName(const Result& r) {
 }
 
 double ratio(const Result& r) { return best(peerNs(r)) / best(r.oursNs); }
+double ratioTo(std::size_t peer, const Result& r) { return best(r.peerNs[peer]) / best(r.oursNs); }
 // The ratio to beat refers to the same program at all lengths, even where another peer is faster.
-double firstRatio(const Result& r) {
-  return r.peerNs.empty() ? NAN : best(r.peerNs[0]) / best(r.oursNs);
-}
+double firstRatio(const Result& r) { return r.peerNs.empty() ? NAN : ratioTo(0, r); }
 bool isBehind(const Result& r) { return firstRatio(r) < r.ratioToBeat; }
 double overBound(const Result& r) { return best(r.oursNs) * r.clockGhz / r.boundCycles; }
 // What our function adds to the call that it makes.
@@ -66,6 +65,7 @@ const Figure kFigures[] = {
     {"peer_spread", 1, [](const Result& r) { return spreadPercent(peerNs(r)); }},
     {"ratio", 3, ratio},
     {"first_ratio", 3, [](const Result& r) { return r.peerNs.size() > 1 ? firstRatio(r) : NAN; }},
+    {"second_ratio", 3, [](const Result& r) { return r.peerNs.size() > 1 ? ratioTo(1, r) : NAN; }},
     {"overhead_ns", 2, overhead},
     {"clock_ghz", 3, [](const Result& r) { return r.clockGhz; }},
     {"bound_cycles", 1, [](const Result& r) { return r.boundCycles; }},
@@ -90,7 +90,7 @@ bool known(double (*value)(const Result&), const Group& group) {
                      [&](const Result& r) { return !std::isnan(value(r)); });
 }
 
-double geometricMean(const Group& group, double (*value)(const Result&)) {
+double geometricMean(const Group& group, auto&& value) {
   double logSum = 0;
   for (const Result& r : group) logSum += std::log(value(r));
   return std::exp(logSum / static_cast<double>(group.size()));
@@ -139,6 +139,16 @@ std::vector<std::string> summaryOf(const Group& group) {
     lines.push_back("ratio: geometric mean of " + size + " " +
                     number(geometricMean(group, ratio), 3) + ", worst " + number(ratio(worst), 3) +
                     " at " + std::to_string(worst.subject.n));
+  }
+  const std::vector<Peer>& peers = group.front().subject.peers;
+  for (std::size_t i = 0; i < peers.size() && peers.size() > 1; ++i) {
+    const auto of = [i](const Result& r) { return ratioTo(i, r); };
+    const auto [worst, best] = std::minmax_element(group.begin(), group.end(),
+                                                   [&](auto& a, auto& b) { return of(a) < of(b); });
+    lines.push_back("against " + peers[i].name + ": geometric mean " +
+                    number(geometricMean(group, of), 3) + ", from " + number(of(*worst), 3) +
+                    " at " + std::to_string(worst->subject.n) + " to " + number(of(*best), 3) +
+                    " at " + std::to_string(best->subject.n));
   }
   if (known(overBound, group)) {
     std::string line =

@@ -15,6 +15,7 @@
 #include "commands.h"
 #include "fftw.h"
 #include "functions.h"
+#include "many_cases.h"
 #include "measure.h"
 #include "results.h"
 
@@ -132,6 +133,7 @@ About describeRun(const Options& options, const std::string& library, int core) 
 
 Report speedCommand(const Options& options, int argc, char** argv) {
   const Library library(options.library);
+  limitManyLevel(options.level);
   Filters filters(options.filters);
   const CaseList list = listCases(library, filters, options.ownOnly ? Peers::None : Peers::All);
   if (options.isWorker) {
