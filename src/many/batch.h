@@ -43,12 +43,12 @@ struct Side {
   T* transform(std::ptrdiff_t number) const { return at + number * dist; }
 };
 
-// Calls the three for `count` transforms, each of them with the first of some: group(number) for
-// whole groups of contiguous ones, bins(element, number) for whole registers of one bin that is
-// element-major, one(element, number) for a single element of a single transform.
-template <int kUnit, class T, class Group, class Bins, class One>
-void forEachElement(const Side<T>& side, std::ptrdiff_t count, const Group& group, const Bins& bins,
-                    const One& one) {
+// Covers `count` transforms: group(k) with the groups of contiguous ones that begin at transform k,
+// bins(i, k) with whole registers of one bin that is element-major, and row(i, k, n) with what is
+// left, element i of n transforms from k on.
+template <int kUnit, class T, class Group, class Bins, class Row>
+void cover(const Side<T>& side, std::ptrdiff_t count, const Group& group, const Bins& bins,
+           const Row& row) {
   std::ptrdiff_t done = 0;
   if (side.isContiguous()) {
     constexpr int kTransforms = kGroup<kUnit * kSize<T>>;
@@ -60,8 +60,19 @@ void forEachElement(const Side<T>& side, std::ptrdiff_t count, const Group& grou
     }
   }
   if (done == count) return;
-  for (int i = 0; i < side.elements; ++i) {
-    for (std::ptrdiff_t k = done; k < count; ++k) one(i, k);
+  for (int i = 0; i < side.elements; ++i) row(i, done, count - done);
+}
+
+// `count` numbers of kUnit reals, which are `dist` apart on either side.
+template <int kUnit, class T>
+void copyRow(const T* src, std::ptrdiff_t srcDist, T* dst, std::ptrdiff_t dstDist,
+             std::ptrdiff_t count) {
+  if (srcDist == kUnit && dstDist == kUnit) {
+    std::memcpy(bytes(dst), bytes(src), count * kUnit * kSize<T>);
+    return;
+  }
+  for (std::ptrdiff_t k = 0; k < count; ++k) {
+    std::memcpy(bytes(dst + k * dstDist), bytes(src + k * srcDist), kUnit * kSize<T>);
   }
 }
 
@@ -70,7 +81,7 @@ template <int kUnit, class T>
 void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count, T* rows,
           std::ptrdiff_t step) {
   const T* const at = src.transform(first);
-  forEachElement<kUnit>(
+  cover<kUnit>(
       src, count,
       [&](std::ptrdiff_t k) {
         groupToRows<kUnit * kSize<T>>(bytes(at + k * src.dist), src.dist * kSize<T>, src.elements,
@@ -80,9 +91,9 @@ void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count, 
         deinterleave<T>(bytes(at + src.offset(i) + 2 * k), bytes(rows + i * step + k),
                         bytes(rows + (i + 1) * step + k));
       },
-      [&](int i, std::ptrdiff_t k) {
-        std::memcpy(bytes(rows + i * step + k * kUnit), bytes(at + src.offset(i) + k * src.dist),
-                    kUnit * kSize<T>);
+      [&](int i, std::ptrdiff_t k, std::ptrdiff_t n) {
+        copyRow<kUnit>(at + src.offset(i) + k * src.dist, src.dist, rows + i * step + k * kUnit,
+                       kUnit, n);
       });
 }
 
@@ -90,7 +101,7 @@ template <int kUnit, class T>
 void store(const T* rows, std::ptrdiff_t step, const Side<T>& dst, std::ptrdiff_t first,
            std::ptrdiff_t count) {
   T* const at = dst.transform(first);
-  forEachElement<kUnit>(
+  cover<kUnit>(
       dst, count,
       [&](std::ptrdiff_t k) {
         groupFromRows<kUnit * kSize<T>>(bytes(rows + k * kUnit), step * kSize<T>, dst.elements,
@@ -100,9 +111,9 @@ void store(const T* rows, std::ptrdiff_t step, const Side<T>& dst, std::ptrdiff_
         interleave<T>(bytes(rows + i * step + k), bytes(rows + (i + 1) * step + k),
                       bytes(at + dst.offset(i) + 2 * k));
       },
-      [&](int i, std::ptrdiff_t k) {
-        std::memcpy(bytes(at + dst.offset(i) + k * dst.dist), bytes(rows + i * step + k * kUnit),
-                    kUnit * kSize<T>);
+      [&](int i, std::ptrdiff_t k, std::ptrdiff_t n) {
+        copyRow<kUnit>(rows + i * step + k * kUnit, kUnit, at + dst.offset(i) + k * dst.dist,
+                       dst.dist, n);
       });
 }
 

@@ -235,36 +235,52 @@ int32_t toSamplesMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
 auto singleWht(const float*) { return zvxgWHT_32f; }
 auto singleWht(const double*) { return zvxgWHT_64f; }
 
-// Transforms that are longer than the kernels: first the low bits of the index, then, in place, the
-// high ones, which are the stages of a single transform in their order. A few transforms have both
-// before the next ones begin, so that the second pass finds them in the second-level cache.
+// Transforms that are longer than the kernels, as many at a time as a cache line has numbers. Parts
+// of them are loaded into a block and get the stages of the low bits of the index there; those of the
+// high bits follow in the destination, in place. These are the stages of a single transform in their
+// order. Rows that lie powers of two apart compete for a few places of a cache, so each is read and
+// written once for all of its numbers, and in the order of memory where there are many.
 template <class T>
-void whtInPasses(const Arrays<T>& arrays, int32_t order, const T* factor) {
-  constexpr std::ptrdiff_t kBytesAtOnce = 1 << 17;
+void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
+  constexpr int kPartOrder = 9;
+  constexpr std::ptrdiff_t kAtOnce = 64 / kSize<T>;
   static constexpr T kNoFactor = 1;
+  const std::ptrdiff_t turns = kAtOnce / lanes<T>();
   const auto& kernels = Machine<T>::wht();
-  const int highOrder = order / 2, lowOrder = order - highOrder;
-  const int low = 1 << lowOrder, high = 1 << highOrder;
-  const std::ptrdiff_t turns =
-      std::max<std::ptrdiff_t>(kBytesAtOnce / ((lanes<T>() * kSize<T>) << order), 1);
-  const std::int64_t atOnce = turns * lanes<T>();
-  for (std::int64_t first = 0; first < arrays.howmany; first += atOnce) {
-    const std::int64_t count = std::min(atOnce, arrays.howmany - first);
-    const T* const src = arrays.src + first * arrays.srcDist;
-    T* const dst = arrays.dst + first * arrays.dstDist;
-    for (int i = 0; i < high; ++i) {
-      const std::ptrdiff_t at = i * low;
-      runRows<1, T>(kernels[static_cast<std::size_t>(lowOrder - 1)], lanes<T>(),
-                    {src + at * arrays.srcStride, arrays.srcStride, arrays.srcDist, low, 1, false},
-                    {dst + at * arrays.dstStride, arrays.dstStride, arrays.dstDist, low, 1, false},
-                    count, &kNoFactor);
+  const int partOrder = std::min(order, kPartOrder), highOrder = order - partOrder;
+  const std::ptrdiff_t part = 1 << partOrder;
+  alignas(64) T block[kAtOnce << kPartOrder];
+  // The stages of `bits` bits of the index of rows in the block.
+  const auto stages = [&](int bits, std::ptrdiff_t firstRow, std::ptrdiff_t rowStep, const T* by) {
+    T* const at = block + firstRow * kAtOnce;
+    const std::ptrdiff_t step = rowStep * kAtOnce;
+    kernels[static_cast<std::size_t>(bits - 1)](at, step, at, step, by, turns);
+  };
+  // Lanes without a transform hold zeros.
+  std::fill_n(block, std::size(block), T(0));
+  for (std::int64_t first = 0; first < arrays.howmany; first += kAtOnce) {
+    const std::int64_t count = std::min<std::int64_t>(kAtOnce, arrays.howmany - first);
+    const auto& [from, srcStride, srcDist, to, dstStride, dstDist, howmany] = arrays;
+    const int lowBits = partOrder - partOrder / 2, low = 1 << lowBits;
+    for (std::ptrdiff_t at = 0; at < std::ptrdiff_t{1} << order; at += part) {
+      load<1>(Side<const T>{from + at * srcStride, srcStride, srcDist, static_cast<int>(part), 1,
+                            false},
+              first, count, block, kAtOnce);
+      for (std::ptrdiff_t i = 0; i < part; i += low) stages(lowBits, i, 1, &kNoFactor);
+      for (std::ptrdiff_t i = 0; i < low; ++i) {
+        stages(partOrder - lowBits, i, low, highOrder == 0 ? factor : &kNoFactor);
+      }
+      store<1>(block, kAtOnce,
+               Side<T>{to + at * dstStride, dstStride, dstDist, static_cast<int>(part), 1, false},
+               first, count);
     }
-    for (int i = 0; i < low; ++i) {
-      T* const at = dst + i * arrays.dstStride;
-      const std::ptrdiff_t stride = low * arrays.dstStride;
-      runRows<1, T>(kernels[static_cast<std::size_t>(highOrder - 1)], lanes<T>(),
-                    {at, stride, arrays.dstDist, high, 1, false},
-                    {at, stride, arrays.dstDist, high, 1, false}, count, factor);
+    for (std::ptrdiff_t i = 0; highOrder > 0 && i < part; ++i) {
+      const Side<T> column = {
+          to + i * dstStride, part * dstStride, dstDist, 1 << highOrder, 1, false};
+      load<1>(Side<const T>{column.at, column.stride, dstDist, column.elements, 1, false}, first,
+              count, block, kAtOnce);
+      stages(highOrder, 0, 1, factor);
+      store<1>(block, kAtOnce, column, first, count);
     }
   }
 }
@@ -295,7 +311,7 @@ int32_t whtMany(const Arrays<T>& arrays, int32_t order, int32_t flag, T* buffer)
     return zvxOk;
   }
   if (arrays.isContiguous()) return whtOneByOne(arrays, order, flag, buffer);
-  whtInPasses(arrays, order, factor);
+  whtInParts(arrays, order, factor);
   return zvxOk;
 }
 
