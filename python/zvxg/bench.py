@@ -2,7 +2,7 @@
 
 All peers are measured in turns, so that a change of the processor's clock meets all of them, and the
 median of the turns counts. pyFFTW transforms by a plan made beforehand, with FFTW_MEASURE, between
-arrays that are its own.
+arrays that are its own; its peer is our call with `out`, as neither makes an array.
 """
 
 import csv
@@ -20,7 +20,10 @@ SECONDS = 0.02  # of a turn
 
 def peers(name, x):
     """Calls that do the same by each library that is installed."""
-    calls = {"zvxg": lambda: getattr(zvxg, name)(x), "numpy": lambda: getattr(np.fft, name)(x)}
+    ours = getattr(zvxg, name)
+    result = ours(x)
+    calls = {"zvxg": lambda: ours(x), "zvxg, out": lambda: ours(x, out=result),
+             "numpy": lambda: getattr(np.fft, name)(x)}
     try:
         import scipy.fft
 
@@ -102,18 +105,22 @@ def processor():
     return platform.processor()
 
 
+PEERS = {"numpy": "zvxg", "scipy": "zvxg", "pyfftw": "zvxg, out"}
+
+
 def table(results):
-    """Prints one line for each case: our time, and the times of others as multiples of it."""
+    """Prints one line for each case: our times, and those of others as multiples of them."""
     cases = {}
     for row in results:
         case = tuple(row[key] for key in ("function", "type", "signals", "n"))
         cases.setdefault(case, {})[row["library"]] = row["seconds"]
-    print(f"{'':30}{'zvxg':>13}" + "".join(f"{name:>9}" for name in ("numpy", "scipy", "pyfftw")))
+    print(f"{'us':30}{'zvxg':>10}{'with out':>10}" + "".join(f"{name:>9}" for name in PEERS))
     for (function, kind, signals, n), times in cases.items():
-        ours = times["zvxg"]
-        print(f"{function:8}{kind:11}{n:4}{signals:6}  {ours * 1e6:10.2f} us"
-              + "".join(f"{times[name] / ours:8.1f}x" if name in times else f"{'-':>9}"
-                        for name in ("numpy", "scipy", "pyfftw")))
+        print(f"{function:8}{kind:11}{n:4}{signals:6} "
+              + "".join(f"{times[ours] * 1e6:10.2f}" if ours in times else f"{'-':>10}"
+                        for ours in ("zvxg", "zvxg, out"))
+              + "".join(f"{times[name] / times[ours]:8.1f}x" if name in times else f"{'-':>9}"
+                        for name, ours in PEERS.items()))
 
 
 def draw(results, batch, file):
@@ -130,8 +137,8 @@ def draw(results, batch, file):
             for result in results:
                 if (result["function"], result["type"], result["signals"]) == (name, kind, signals):
                     times.setdefault(result["library"], {})[result["n"]] = result["seconds"]
-            for peer in [peer for peer in times if peer != "zvxg"]:
-                ratios = {n: seconds / times["zvxg"][n] for n, seconds in times[peer].items()}
+            for peer, ours in PEERS.items():
+                ratios = {n: seconds / times[ours][n] for n, seconds in times.get(peer, {}).items()}
                 panel.plot(list(ratios), list(ratios.values()), "o-", markersize=3, label=peer)
             panel.axhline(1, color="black", linewidth=0.8)
             panel.set_yscale("log")
