@@ -11,7 +11,9 @@
 #include "harness.h"
 #include "interpret.h"  // kernelgen
 #include "kernels.h"    // kernelgen
+#include "packing.h"    // kernelgen
 #include "scalar.h"     // kernelgen
+#include "variants.h"   // kernelgen
 
 namespace tests {
 namespace {
@@ -47,6 +49,12 @@ void forEachId(const Body& body) {
   }
 }
 
+// Whether its registers hold complex elements as they are in memory.
+bool hasElements(const KernelId& id) {
+  return id.family == Family::Complex && designOf(id).width != kScalar &&
+         designOf(id).recipe.step() != Step::Chirp;
+}
+
 TEST(SameBits, KernelAndItsPieces) {
   forEachId([](const KernelId& id) {
     const Graph graph = makeKernel(id).graph, scalar = scalarised(graph);
@@ -55,9 +63,7 @@ TEST(SameBits, KernelAndItsPieces) {
     for (NodeId i = 0; i < scalar.size(); ++i) {
       ASSERT_TRUE(scalar[i].lanes == 1 && scalar[i].op != Op::Shuffle);
     }
-    const bool hasElements = id.family == Family::Complex && designOf(id).width != kScalar &&
-                             designOf(id).recipe.step() != Step::Chirp;
-    if (hasElements) {
+    if (hasElements(id)) {
       EXPECT_EQ(difference(graph, apart(graph, 2)), "");
     } else {
       EXPECT_THROW(apart(graph, 2), std::invalid_argument);
@@ -98,6 +104,39 @@ TEST(SameBits, LayoutsOfASpectrum) {
                          makeKernel(id).graph),
               "");
   });
+}
+
+int sumsOf(const Graph& g) {
+  int count = 0;
+  for (NodeId i = 0; i < g.size(); ++i) count += g[i].op == Op::Add || g[i].op == Op::Sub;
+  return count;
+}
+
+// Packing compares with the base itself; the interpreter runs what came out. It reads and writes what
+// there is, and has clearly fewer sums where the table has the kernel packed.
+TEST(SameBits, Packed) {
+  int count = 0;
+  forEachId([&](const KernelId& id) {
+    const bool isComplex = id.family == Family::Complex;
+    if (id.length % 3 != 0 || (isComplex && !hasElements(id))) return;
+    const Graph graph = makeKernel(id).graph;
+    Packing packing;
+    if (isComplex) packing = {id.precision == Precision::Single ? 8 : 4, 2};
+    const Graph wide = packed(graph, id.sourceSize(), packing);
+    EXPECT_TRUE(sameResults(graph, wide, id.sourceSize()));
+    for (NodeId i = 0; i < wide.size(); ++i) {
+      const Node& n = wide[i];
+      ASSERT_LE(n.lanes, packing.lanes);
+      for (int lane = 0; lane < n.lanes && (n.op == Op::Load || n.op == Op::Store); ++lane) {
+        const int size = n.op == Op::Load ? id.sourceSize() : id.destinationSize();
+        ASSERT_TRUE(n.number(lane) >= 0 && n.number(lane) < size);
+      }
+    }
+    if (!packingOf(id, Level::V3)) return;
+    ++count;
+    EXPECT_LT(4 * sumsOf(wide), 3 * sumsOf(graph));
+  });
+  EXPECT_GT(count, 0);
 }
 
 bool hasRotations(const Recipe& r) {
@@ -227,6 +266,41 @@ TEST(SameBits, FindsFaults) {
     }
   }
   for (const int count : {subtractions, constants, products, lanes, ones}) EXPECT_GT(count, 0);
+}
+
+// The same of a packed graph: lanes exchanged, a sign lost, a load of the number after.
+TEST(SameBits, FindsFaultsOfPacking) {
+  int lanes = 0, signs = 0, loads = 0;
+  for (const char* symbol : {"zvxgDFTFwd_RToCCS_20_64f", "zvxgDFTInv_PackToR_21_32f"}) {
+    SCOPED_TRACE(symbol);
+    const KernelId id = kernelOfSymbol(symbol);
+    const Graph base = makeKernel(id).graph, g = packed(base, id.sourceSize(), Packing{});
+    const auto expectFound = [&](NodeId at, const Replacement& by) {
+      EXPECT_NE(difference(base, replaced(g, at, by)), "") << "node " << at;
+    };
+    for (NodeId at = 0; at < g.size(); ++at) {
+      const Node& n = g[at];
+      if (n.op == Op::Shuffle && n.lanes == 4 && n.select[0] != n.select[1]) {
+        ++lanes;
+        expectFound(at, [](Graph& out, Node m) {
+          std::swap(m.select[0], m.select[1]);
+          return out.append(m);
+        });
+      }
+      if (n.op == Op::Flip) {
+        ++signs;
+        expectFound(at, [](Graph&, const Node& m) { return m.a; });
+      }
+      if (n.op == Op::Load) {
+        ++loads;
+        expectFound(at, [](Graph& out, Node m) {
+          for (int& e : m.elements) ++e;
+          return out.append(m);
+        });
+      }
+    }
+  }
+  for (const int count : {lanes, signs, loads}) EXPECT_GT(count, 0);
 }
 
 TEST(SameBits, SaysWhatDiffers) {

@@ -1,10 +1,12 @@
 #include "exports.h"
 
+#include <optional>
 #include <stdexcept>
 
 #include "counts.h"
 #include "statements.h"
 #include "text.h"
+#include "vectors.h"
 
 namespace kernelgen {
 namespace {
@@ -14,6 +16,9 @@ namespace {
 constexpr const char* kHead =
     R"(// $symbol: $design
 // $adds additions, $products products by constants, $scales by the scale, $shuffles shuffles, $logic flips and blends, $converts conversions, $loads loads, $stores stores
+)";
+
+constexpr const char* kPackedHead = R"(// $symbol: $design, packed in $lanes lanes
 )";
 
 // A kernel with one body is that body; clang would leave the longest ones outside.
@@ -54,7 +59,7 @@ extern "C" $prototype {
 
 constexpr const char* kFile = R"(// Made by kernelgen from its tables; changes belong there.
 #include "frame/frame.h"
-#include "frame/memory.h"
+#include "frame/$access.h"
 #include "zvxg.h"
 
 using namespace zvxg;
@@ -202,9 +207,39 @@ std::string emitKernel(const Kernel& kernel) {
                  {"bytes", std::to_string(design.width / 8)}});
 }
 
-std::string emitFile(const std::vector<KernelId>& kernels) {
-  std::string s = kFile;
-  for (const KernelId& id : kernels) s += "\n" + emitKernel(makeKernel(id));
+namespace {
+
+// Loads and stores are at any address.
+std::string emitPacked(const Kernel& kernel, const Packing& packing) {
+  const KernelId& id = kernel.id;
+  const Graph graph = packed(kernel.graph, id.sourceSize(), packing);
+  Design design = designOf(id);
+  design.isLong = false;  // no longer
+  const std::string real = realOf(id);
+  return filled(kPackedHead, {{"symbol", id.symbol()},
+                              {"design", design.recipe.print()},
+                              {"lanes", std::to_string(packing.lanes)}}) +
+         filled(kOneBody, {{"body", bodyName(id)},
+                           {"real", real},
+                           {"number", "Anywhere<" + real + ">"},
+                           {"inline", "[[gnu::always_inline]] inline"},
+                           {"policy", ""},
+                           {"statements", statements(graph, design, Vectors(), Numbers())},
+                           {"prototype", prototype(id)},
+                           {"factors", factors(id)}});
+}
+
+}  // namespace
+
+std::string emitKernel(const Kernel& kernel, Level level) {
+  const std::optional<Packing> packing = packingOf(kernel.id, level);
+  return packing ? emitPacked(kernel, *packing) : emitKernel(kernel);
+}
+
+std::string emitFile(const std::vector<KernelId>& kernels, Level level) {
+  const bool isBase = level == Level::Base;
+  std::string s = filled(kFile, {{"access", isBase ? "memory" : "vectors"}});
+  for (const KernelId& id : kernels) s += "\n" + emitKernel(makeKernel(id), level);
   return s;
 }
 

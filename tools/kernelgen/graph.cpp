@@ -118,9 +118,10 @@ NodeId Graph::flip(NodeId a, std::vector<int> mask) {
 
 NodeId Graph::shuffle(NodeId a, NodeId b, std::vector<int> select) {
   Node n = on(Op::Shuffle, a, b);
-  bool identity = true;
-  for (int i = 0; i < n.lanes; ++i) identity = identity && select[i] == i;
+  bool identity = std::ssize(select) == n.lanes;
+  for (int i = 0; i < n.lanes && identity; ++i) identity = select[i] == i;
   if (identity) return a;
+  n.lanes = static_cast<int>(select.size());
   n.select = std::move(select);
   return append(std::move(n));
 }

@@ -69,7 +69,7 @@ struct Node {
   std::vector<RoundedConstant> constants = {};
   // Flip: 1 for the lanes that change their sign.
   std::vector<int> mask = {};
-  // Shuffle: lane i is lane select[i] of a, or of b from the width on.
+  // Shuffle: lane i is lane select[i] of a, or of b from the width of a on.
   std::vector<int> select = {};
   // Round: no constant is merged into what is rounded.
   bool kept = false;

@@ -51,7 +51,8 @@ std::vector<T> interpret(const Graph& g, std::span<const T> source, T scale) {
         break;
       case Op::Shuffle:
         for (int from : n.select) {
-          out.push_back(from < n.lanes ? value[n.a][from] : value[n.b][from - n.lanes]);
+          const int width = g[n.a].lanes;
+          out.push_back(from < width ? value[n.a][from] : value[n.b][from - width]);
         }
         break;
       case Op::Widen: out = value[n.a]; break;

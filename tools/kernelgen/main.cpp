@@ -24,6 +24,8 @@ constexpr const char* kUsage =
        kernelgen counts             operation counts of all kernels as CSV
        kernelgen STAGE SYMBOL       one kernel in a stage of its making: recipe, graph, scalar,
                                     schedule, text; in all of them: stages
+       --machine v3 | v4            after source: those kernels that are packed there, as they are;
+                                    after text: that kernel as it is there
 )";
 
 // Every PARTS-th kernel, so that long and short ones are spread over the files.
@@ -37,19 +39,45 @@ std::vector<KernelId> share(bool wantsLong, int part, int parts) {
   return mine;
 }
 
-int run(const std::vector<std::string>& words) {
+// Every PARTS-th of those that are not as in the base.
+std::vector<KernelId> share(Level level, int part, int parts) {
+  if (parts < 1 || part < 0 || part >= parts) throw std::invalid_argument("no such part");
+  std::vector<KernelId> mine;
+  int count = 0;
+  for (const KernelId& id : kernelList()) {
+    if (packingOf(id, level) && count++ % parts == part) mine.push_back(id);
+  }
+  return mine;
+}
+
+// Takes the option from the words.
+Level machineOf(std::vector<std::string>& words) {
+  if (words.size() < 2 || words[words.size() - 2] != "--machine") return Level::Base;
+  const Level level = levelOfName(words.back());
+  words.resize(words.size() - 2);
+  return level;
+}
+
+int run(std::vector<std::string> words) {
+  const Level level = machineOf(words);
   const std::string command = words.empty() ? "" : words[0];
   if (command == "list" && words.size() == 1) {
     for (const KernelId& id : kernelList()) std::cout << id.symbol() << '\n';
   } else if (command == "header" && words.size() == 1) {
     std::cout << emitHeader();
-  } else if ((command == "source" || command == "long") && words.size() == 3) {
-    std::cout << emitFile(share(command == "long", std::stoi(words[1]), std::stoi(words[2])));
+  } else if ((command == "source" || (command == "long" && level == Level::Base)) &&
+             words.size() == 3) {
+    const int part = std::stoi(words[1]), parts = std::stoi(words[2]);
+    std::cout << emitFile(
+        level == Level::Base ? share(command == "long", part, parts) : share(level, part, parts),
+        level);
   } else if (command == "entries" && words.size() == 1) {
     std::cout << emitEntries();
   } else if (command == "counts" && words.size() == 1) {
     std::cout << ledgerHead() << '\n';
     for (const KernelId& id : kernelList()) std::cout << ledgerLine(makeKernel(id)) << '\n';
+  } else if (command == "text" && words.size() == 2) {
+    std::cout << emitKernel(makeKernel(kernelOfSymbol(words[1])), level);
   } else if (words.size() == 2) {
     std::cout << printedStage(command, kernelOfSymbol(words[1]));
   } else {

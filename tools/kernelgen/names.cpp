@@ -33,7 +33,10 @@ std::string ofConstant(const Node& n) {
 std::string Names::next(const Node& n) {
   const auto numbered = [this](const std::string& s) { return s + std::to_string(++temporaries_); };
   switch (n.op) {
-    case Op::Scale: return "scale";
+    case Op::Scale: {
+      const bool isFirst = taken_.insert("scale").second;
+      return isFirst ? "scale" : "scale" + std::to_string(n.lanes) + "v";
+    }
     case Op::Load: {
       // What was loaded once may be fetched again.
       const std::string name = ofLoad(n);

@@ -134,8 +134,9 @@ class Apart {
 
   Piece shuffled(const Node& n, int lane) {
     const auto source = [&](int i) {
-      const int from = n.select[lane + i];
-      return std::pair(operand(from < n.lanes ? n.a : n.b, from % n.lanes), from % lanes_);
+      const int from = n.select[lane + i], width = old_[n.a].lanes;
+      return from < width ? std::pair(operand(n.a, from), from % lanes_)
+                          : std::pair(operand(n.b, from - width), (from - width) % lanes_);
     };
     const auto [piece, first] = source(0);
     const auto [other, second] = source(lanes_ - 1);
@@ -242,8 +243,8 @@ class NormalForm {
       case Op::Mul: return product(n.precision, a(), b());
       case Op::Flip: return negated(a(), n.mask[lane] != 0);
       case Op::Shuffle: {
-        const int from = n.select[lane];
-        return from < n.lanes ? lanes[n.a][from] : lanes[n.b][from - n.lanes];
+        const int from = n.select[lane], width = static_cast<int>(lanes[n.a].size());
+        return from < width ? lanes[n.a][from] : lanes[n.b][from - width];
       }
       case Op::Widen:
       case Op::Round:

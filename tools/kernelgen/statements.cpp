@@ -125,8 +125,11 @@ class Writer {
       case Op::Mul: return name(n.a) + " * " + name(n.b);
       case Op::Flip: return n.lanes == 1 ? "-" + name(n.a) : machine_.flip(n, name(n.a), signs(n));
       case Op::Shuffle: return machine_.shuffle(n, name(n.a), name(n.b));
-      case Op::Widen: return "static_cast<double>(" + name(n.a) + ")";
-      case Op::Round: return "static_cast<float>(" + name(n.a) + ")";
+      case Op::Widen:
+      case Op::Round: {
+        const std::string to = machine_.type(n);
+        return call((n.lanes == 1 ? "static_cast<" : "converted<") + to + ">", {name(n.a)});
+      }
       case Op::Const:
       case Op::Scale:
       case Op::Store: break;
@@ -157,7 +160,7 @@ class Writer {
   }
 
   std::string signs(const Node& n) {
-    const std::string name = Names::ofSigns(n);
+    const std::string name = Names::ofSigns(n) + (n.precision == g_.precision() ? "" : "InDouble");
     if (masks_.insert(name).second) constants_ += definition(n, name, machine_.signs(n));
     return name;
   }
