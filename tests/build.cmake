@@ -32,11 +32,30 @@ run(${CMAKE_COMMAND} --build ${BUILD} --parallel 2)
 find(kernelgen kernelgen)
 find(library libzvxg.so)
 set(with_library ${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${library})
+if(NOT LEVEL)
+  set(LEVEL base)
+else()
+  list(APPEND with_library ZVXG_LEVEL=${LEVEL})
+endif()
 
 expect_same(kernels.cpp "${KERNELGEN};source;0;1" "${kernelgen};source;0;1")
 expect_same(hashes.csv "${HASHES};print" "${with_library};${HASHES};print")
 run(${with_library} ${HASHES} check ${RECORDED})
-run(${with_library} ${TESTS} --gtest_brief=1 --gtest_filter=ByHand.*:Definition.F*)
+run(${with_library} ${TESTS} --gtest_brief=1 --gtest_filter=ByHand.*:Definition.F*:Version.*)
+foreach(level IN ITEMS v3 v4)
+  set(variant ${BUILD}/src/variants/x86-64-${level}/libzvxg.so)
+  if(NOT EXISTS ${variant})
+    continue()
+  endif()
+  execute_process(
+    COMMAND ${CMAKE_COMMAND} -E env ZVXG_LIBRARY=${variant} ${HASHES} check ${RECORDED}
+    RESULT_VARIABLE result ERROR_VARIABLE error)
+  if(error MATCHES "CPU ISA level is lower than required")
+    message("skipped: this processor is below ${level}")
+  elseif(result)
+    message(FATAL_ERROR "${variant} has other bits:\n${error}")
+  endif()
+endforeach()
 run(${with_library} ${RELIABILITY_TESTS} --gtest_brief=1 --gtest_filter=Values.*)
 
 # Without optimisation clang keeps constants that a reference is bound to in writable data.
@@ -46,5 +65,5 @@ else()
   set(topics Symbols Hardening)
 endif()
 run(${PYTHON} ${CMAKE_CURRENT_LIST_DIR}/library_test.py
-  --library ${library} --kernelgen ${KERNELGEN} --include ${INCLUDE} --interface ${INTERFACE} ${topics}
-  MachineCode.test_plain_avx_without_fused_products MachineCode.test_real_kernels_are_scalar)
+  --library ${library} --level ${LEVEL} --kernelgen ${KERNELGEN} --include ${INCLUDE} --interface ${INTERFACE} ${topics}
+  MachineCode.test_nothing_beyond_the_level MachineCode.test_real_kernels_are_scalar)

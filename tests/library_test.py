@@ -138,8 +138,10 @@ class Hardening(TestCase):
     def each(self, *command):
         """The libraries, and what a command says about them."""
         directory = os.path.dirname(options.library)
-        for name in "libzvxg.so", "libzvxcore.so":
-            yield name, output_of(*command, os.path.join(directory, name))
+        # A variant has the other one where its RUNPATH leads.
+        cores = [os.path.join(directory, place, "libzvxcore.so") for place in ("", "../..")]
+        for name in options.library, next(core for core in cores if os.path.exists(core)):
+            yield os.path.basename(name), output_of(*command, name)
 
     def extent(self, segment):
         address, size = int(segment[2], 16), int(segment[5], 16)
@@ -164,11 +166,17 @@ class Hardening(TestCase):
         for name, dynamic in self.each("readelf", "-dW"):
             self.assertRegex(dynamic, r"\(FLAGS_1\) .*NOW", name)
             self.assertNotRegex(dynamic, r"TEXTREL|\((?:INIT|FINI)", name)
-            self.assertIn(re.findall(r"\(RUNPATH\).*\[(.*)\]", dynamic), ([], ["$ORIGIN"]), name)
+            self.assertIn(re.findall(r"\(RUNPATH\).*\[(.*)\]", dynamic),
+                          ([], ["$ORIGIN"], ["$ORIGIN:$ORIGIN/../.."]), name)
 
     def test_indirect_jumps_have_marked_targets(self):
         for name, notes in self.each("readelf", "-nW"):
             self.assertRegex(notes, "x86 feature: IBT, SHSTK", name)
+
+    def test_the_loader_is_told_the_level(self):
+        notes = output_of("readelf", "-nW", options.library)
+        needed = [] if options.level == "base" else [f"x86-64-{options.level}"]
+        self.assertEqual(re.findall("x86 ISA needed: (.*)", notes), needed)
 
 
 Instruction = collections.namedtuple("Instruction", "address mnemonic operands")
@@ -185,33 +193,50 @@ def disassembly():
     return functions
 
 
-# What AVX does not have. The first group is new in AVX2, FMA, F16C and AVX-512 by its name alone.
-FOREIGN_NAME = re.compile(
-    r"vfn?m(add|sub)|vcvtph2ps|vcvtps2ph|vpbroadcast|vbroadcasti|vperm(d|q|ps|pd)$|vpermt2|vpermi2"
-    r"|v(extract|insert)i|vperm2i128|vpblendd|vp?gather|vp?scatter|vpmaskmov|vps[lr][la]v"
-    r"|v(extract|insert)[fi](32|64)x|vpternlog|vp(and|or|xor)n?[dq]$|vrndscale"
-    r"|vmovdq[au](8|16|32|64)|k(mov|and|or|xor|unpck|ortest|not|shift)|valign|vcompress|vexpand"
+# In no level: fused products, half precision, and what processors of a level may lack or the builds do
+# not ask for. tzcnt is bsf where it is not known.
+NEVER = re.compile(
+    r"vfn?m(add|sub)|v4fn?madd|vcvtph2ps|vcvtps2ph|(andn|bextr|bls(i|r|msk)|bzhi|mulx|pdep|pext|rorx)$"
+    r"|(sar|shl|shr)x$|lzcnt|movbe|vperm(b|[it]2b)|vpmultishift|vpmadd52|vpdp|vpopcnt|vp2intersect"
+    r"|vp(compress|expand)[bw]|vpsh[lr]d|v?gf2p8|vdpbf16|vcvtne|vpconflict|vplzcnt|v(exp2|rcp28|rsqrt28)"
+)
+# New in AVX-512 and in AVX2 by the name alone.
+AVX512_NAME = re.compile(
+    r"vpermt2|vpermi2|vp?scatter|v(extract|insert)[fi](32|64)x|v(broadcast|shuf)[fi](32|64)x"
+    r"|vpternlog|vp(and|or|xor)n?[dq]$|vrndscale|vmovdq[au](8|16|32|64)|vblendm|vpblendm|valign|vcompress"
+    r"|vexpand|k(mov|and|or|xor|unpck|ortest|not|shift)"
+)
+AVX2_NAME = re.compile(
+    r"vpbroadcast|vbroadcasti|vperm(d|q|ps|pd)$|v(extract|insert)i128|vperm2i128|vpblendd|vp?gather"
+    r"|vpmaskmov|vps[lr][la]v"
 )
 # 256-bit integer instructions that AVX has already.
 WIDE_INTEGER = re.compile(r"vptest|vpermil|vperm2f128")
 # Instructions that read or change the floating-point control word.
 CONTROL = re.compile(r"v?(ld|st)mxcsr|fldcw|fn?stcw|fxrstor|xrstor|fesetenv")
+WIDEST = {"base": "xmm", "v3": "ymm", "v4": "zmm"}  # vectors of what is written by hand for a level
 
 
-def foreign(instruction):
-    """Why this instruction is not plain AVX code, or None."""
+def foreign(instruction, level):
+    """Why this instruction is not of the level, or None."""
     name, operands = instruction.mnemonic, instruction.operands
-    if FOREIGN_NAME.match(name):
-        return "not in AVX"
-    if re.search(r"%zmm|%[xy]mm(1[6-9]|2\d|3[01])|\{", operands):
+    if NEVER.match(name):
+        return "in no level"
+    if CONTROL.match(name):
+        return "touches the control word"
+    if level == "v4":
+        return None
+    if AVX512_NAME.match(name) or re.search(r"%zmm|%[xy]mm(1[6-9]|2\d|3[01])|\{", operands):
         return "AVX-512"
+    if level == "v3":
+        return None
+    if AVX2_NAME.match(name):
+        return "AVX2"
     if "%ymm" in operands and re.match(r"vp|vmpsadbw|vmovntdqa", name):
         if not WIDE_INTEGER.match(name):
             return "256-bit integer instruction"
     if name.startswith("vbroadcasts") and "(" not in operands:
         return "broadcast from a register"
-    if CONTROL.match(name):
-        return "touches the control word"
     return None
 
 
@@ -245,14 +270,14 @@ class MachineCode(TestCase):
         symbols = [line.split()[-2:] for line in output_of("nm", options.library).splitlines()]
         cls.local = {name for kind, name in symbols if kind == "t"} & cls.functions.keys()
 
-    def test_plain_avx_without_fused_products(self):
+    def test_nothing_beyond_the_level(self):
         found = {
             f"{name}: {i.mnemonic} {i.operands} ({reason})"
             for name, body in self.functions.items()
             for i in body
-            if (reason := foreign(i))
+            if (reason := foreign(i, options.level))
         }
-        self.expect_none(found, "instructions beyond AVX")
+        self.expect_none(found, f"instructions beyond {options.level}")
 
     def with_bodies(self, kernels):
         """These functions and the local ones that they enter; a compiler may split a body off."""
@@ -288,14 +313,13 @@ class MachineCode(TestCase):
             called = {way.split()[-1] for way in self.ways_out({kernel})}
             self.assertEqual(called, {"zvxMalloc@plt", "zvxFree@plt"}, kernel)
 
-    def test_hand_written_kernels_are_narrow_and_add_vertically(self):
-        found = {
-            f"{name}: {i.mnemonic} {i.operands}"
-            for name in self.with_bodies(symbols(is_one_pass) | symbols(has_many_passes))
-            for i in self.functions[name]
-            if "%ymm" in i.operands or re.match("vh(add|sub)", i.mnemonic)
-        }
-        self.expect_none(found, "wide or horizontal instructions")
+    def test_hand_written_kernels_have_the_width_of_the_level_and_add_vertically(self):
+        instructions = [i for name in self.with_bodies(symbols(is_one_pass) | symbols(has_many_passes))
+                        for i in self.functions[name]]
+        horizontal = {i.mnemonic for i in instructions if re.match("vh(add|sub)", i.mnemonic)}
+        self.expect_none(horizontal, "horizontal instructions")
+        registers = {name for i in instructions for name in re.findall("[xyz]mm", i.operands)}
+        self.assertEqual(max(registers), WIDEST[options.level])
 
     def expect_no_real_instruction(self, unwanted, what):
         real = symbols(lambda function: is_generated(function) and function["family"] != "Complex")
@@ -338,14 +362,22 @@ class MachineCode(TestCase):
             self.assertFalse(packed_arithmetic(Instruction(0, name, "")), name)
 
     def test_foreign_instructions_are_recognised(self):
-        self.assertTrue(foreign(Instruction(0, "vfmadd231pd", "%ymm1,%ymm2,%ymm3")))
-        self.assertTrue(foreign(Instruction(0, "vpaddd", "%ymm1,%ymm2,%ymm3")))
-        self.assertTrue(foreign(Instruction(0, "vbroadcastss", "%xmm0,%ymm1")))
-        self.assertTrue(foreign(Instruction(0, "vaddps", "%zmm1,%zmm2,%zmm3")))
-        self.assertTrue(foreign(Instruction(0, "vaddps", "%ymm1,%ymm2,%ymm17")))
-        self.assertFalse(foreign(Instruction(0, "vbroadcastss", "0x10(%rip),%ymm1")))
-        self.assertFalse(foreign(Instruction(0, "vpermilps", "$0x4e,%ymm1,%ymm2")))
-        self.assertFalse(foreign(Instruction(0, "vpxor", "%xmm1,%xmm2,%xmm3")))
+        for first, *instruction in (  # the first level that has it
+            ("base", "vbroadcastss", "0x10(%rip),%ymm1"),
+            ("base", "vpermilps", "$0x4e,%ymm1,%ymm2"),
+            ("base", "vpxor", "%xmm1,%xmm2,%xmm3"),
+            ("v3", "vpaddd", "%ymm1,%ymm2,%ymm3"),
+            ("v3", "vbroadcastss", "%xmm0,%ymm1"),
+            ("v3", "vpermpd", "$0x4e,%ymm1,%ymm2"),
+            ("v4", "vpermt2ps", "%ymm1,%ymm2,%ymm3"),
+            ("v4", "vaddps", "%zmm1,%zmm2,%zmm3"),
+            ("v4", "vaddps", "%ymm1,%ymm2,%ymm17"),
+            (None, "vfmadd231pd", "%ymm1,%ymm2,%ymm3"),
+            (None, "shlx", "%rax,%rbx,%rcx"),
+        ):
+            having = [level for level in WIDEST if not foreign(Instruction(0, *instruction), level)]
+            self.assertEqual(having[0] if having else None, first, instruction)
+            self.assertEqual(having, sorted(WIDEST)[3 - len(having):], instruction)
 
 
 class Frames(TestCase):
@@ -375,6 +407,7 @@ class Frames(TestCase):
 if __name__ == "__main__":
     parser = argparse.ArgumentParser(description="Tests the built library as a file.")
     parser.add_argument("--library", required=True, help="libzvxg.so")
+    parser.add_argument("--level", choices=WIDEST, default="base", help="that the library is of")
     parser.add_argument("--objects", default="", help="its object files, joined by ;")
     parser.add_argument("--kernelgen", required=True, help="the generator")
     parser.add_argument("--include", required=True, help="directory of zvxg.h")

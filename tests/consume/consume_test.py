@@ -14,8 +14,10 @@ import unittest
 HERE = os.path.dirname(os.path.abspath(__file__))
 SOURCE = os.path.dirname(os.path.dirname(HERE))
 EXAMPLES = os.path.join(SOURCE, "examples")
+LOADER = "/lib64/ld-linux-x86-64.so.2"
 # Without what would lead a program or a compiler to another build of the library.
-LEADING = ("LD_LIBRARY_PATH", "LD_PRELOAD", "CPATH", "LIBRARY_PATH", "PKG_CONFIG_PATH")
+LEADING = ("LD_LIBRARY_PATH", "LD_PRELOAD", "CPATH", "LIBRARY_PATH", "PKG_CONFIG_PATH",
+           "GLIBC_TUNABLES")
 ENVIRONMENT = {key: value for key, value in os.environ.items() if key not in LEADING}
 
 
@@ -48,6 +50,11 @@ def shown_with(source):
     raise AssertionError(f"no document shows {source}")
 
 
+def levels():
+    """Those of x86-64 that this processor has, as the loader sees it."""
+    return re.findall(r"x86-64-(v\d) \(supported", run(LOADER, "--help"))
+
+
 class TestCase(unittest.TestCase):
     def expect_output(self, source, *program, **environment):
         self.assertIn(run(*program, **environment), shown_with(source))
@@ -67,7 +74,9 @@ class TestCase(unittest.TestCase):
             self.assertEqual("libzvxgmany.so.6" in run("readelf", "-dW", program), form == "many")
 
 
-class Installed(TestCase):
+class Tree(TestCase):
+    """An installed tree that was moved."""
+
     @classmethod
     def setUpClass(cls):
         cls.scratch = cls.enterClassContext(tempfile.TemporaryDirectory(prefix="zvxg-consume-"))
@@ -82,6 +91,14 @@ class Installed(TestCase):
         run(*compiler, "-Werror", "-o", program, *arguments)
         return program
 
+    def alone(self, source, compiler):
+        """Compiled without any file of ours. The library finds zvxcore beside itself, so that a
+        program has to name the first only."""
+        return self.compile("alone", compiler, source, f"-I{self.prefix}/include",
+                            f"-L{self.libraries}", f"-Wl,-rpath,{self.libraries}", "-lzvxg")
+
+
+class Installed(Tree):
     def test_it_stands_alone(self):
         files = [os.path.join(d, f) for d, _, files in os.walk(self.prefix) for f in files]
         self.assertGreater(len(files), 5)
@@ -97,6 +114,10 @@ class Installed(TestCase):
             f"-DCMAKE_PREFIX_PATH={self.prefix}", f"-DEXAMPLES={EXAMPLES}")
         run("cmake", "--build", build)
         self.expect_programs(build)
+        for level in {"v3", "v4"}.intersection(levels()):
+            for source in programs():
+                name = os.path.basename(source)
+                self.expect_output(source, os.path.join(build, f"{name}.static_{level}"))
 
     def flags(self, *arguments, package="zvxg"):
         return run("pkg-config", *arguments, package,
@@ -116,11 +137,8 @@ class Installed(TestCase):
                 LD_LIBRARY_PATH=self.libraries)
 
     def test_compiler_alone(self):
-        # The library finds zvxcore beside itself, so that a program has to name the first only.
         for source, compiler in programs().items():
-            program = self.compile("alone", compiler, source, f"-I{self.prefix}/include",
-                                   f"-L{self.libraries}", f"-Wl,-rpath,{self.libraries}", "-lzvxg")
-            self.expect_output(source, program)
+            self.expect_output(source, self.alone(source, compiler))
 
     def test_opened_at_run_time(self):
         source = os.path.join(HERE, "opened.c")
@@ -128,6 +146,44 @@ class Installed(TestCase):
             program = self.compile("opened", ("cc", "-std=c11"), *memory, source,
                                    f"-I{self.prefix}/include", "-ldl")
             run(program, os.path.join(self.libraries, "libzvxg.so.6"))
+
+
+class Loader(Tree):
+    """The variant that the loader takes, of a program and what it opens at run time."""
+
+    def expect_choice(self, chosen, *loader, **environment):
+        source, compiler = next(iter(programs().items()))
+        program = self.alone(source, compiler)
+        listed = run(*loader, program, LD_TRACE_LOADED_OBJECTS="1", **environment)
+        found = dict(re.findall(r"(libzvx\w+)\.so\.6 => (\S+)", listed))
+        place = "" if chosen == "base" else f"glibc-hwcaps/x86-64-{chosen}"
+        self.assertEqual(os.path.normpath(found["libzvxg"]),
+                         os.path.join(self.libraries, place, "libzvxg.so.6"))
+        self.assertEqual(os.path.normpath(found["libzvxcore"]),
+                         os.path.join(self.libraries, "libzvxcore.so.6"))
+        self.expect_output(source, *loader, program, **environment)
+
+        opened = self.compile("opened", ("cc", "-std=c11"), os.path.join(HERE, "opened.c"),
+                              f"-I{self.prefix}/include", "-ldl")
+        tag = run(*loader, opened, "libzvxg.so.6", LD_LIBRARY_PATH=self.libraries, **environment)
+        self.assertEqual(tag, "e9\n" if chosen == "base" else f"{chosen}\n")
+
+    def require(self, level):
+        if level not in levels():
+            self.skipTest(f"this processor is below {level}")
+
+    def test_v4(self):
+        self.require("v4")
+        self.expect_choice("v4")
+
+    def test_v3(self):
+        self.require("v3")
+        self.expect_choice("v3", GLIBC_TUNABLES="glibc.cpu.hwcaps=-AVX512F")
+        self.expect_choice("v3", LOADER, "--glibc-hwcaps-mask", "x86-64-v3")
+
+    def test_base(self):
+        self.expect_choice("base", GLIBC_TUNABLES="glibc.cpu.hwcaps=-AVX2")
+        self.expect_choice("base", LOADER, "--glibc-hwcaps-mask", "x86-64-v2")
 
 
 class Fetched(TestCase):

@@ -1,5 +1,6 @@
-/* Opens the library named by the argument at run time and lets it allocate. With OWN_MEMORY the
- * program has its own zvxMalloc and zvxFree, and these have to be called, once each. */
+/* Opens the library named by the argument at run time, lets it allocate, and prints which variant it
+ * is. With OWN_MEMORY the program has its own zvxMalloc and zvxFree, and these have to be called, once
+ * each. */
 #include <dlfcn.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -43,5 +44,10 @@ int main(int count, char** arguments) {
 #ifdef OWN_MEMORY
   if (allocated != 1 || freed != 1) return 4;
 #endif
-  return dlclose(library) == 0 ? 0 : 5;
+
+  const VersionRecord* (*getVersion)(void);
+  *(void**)&getVersion = dlsym(library, "zvxgenGetLibVersion");
+  if (getVersion == NULL) return 5;
+  printf("%.4s\n", getVersion()->cpuTag);
+  return dlclose(library) == 0 ? 0 : 6;
 }
