@@ -699,8 +699,8 @@ class Lowering {
     for (int i = 0; i < n; ++i) {
       if (isLoad(uses[i]) || isConst(uses[i])) continue;
       const auto [node, lane] = home_[uses[i].atom];
-      auto s =
-          std::find_if(list.begin(), list.end(), [&](const Source& x) { return x.node == node; });
+      auto s = std::find_if(list.begin(), list.end(),
+                            [node = node](const Source& x) { return x.node == node; });
       if (s == list.end()) s = list.insert(list.end(), {.node = node, .lanes = {}});
       put(*s, i, lane * p_.lanes);
     }
