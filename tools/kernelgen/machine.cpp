@@ -101,6 +101,14 @@ std::string Avx::shuffle(const Node& n, const std::string& a, const std::string&
   return withinHalves(n, a, b);
 }
 
+std::string Avx::widen(const Node&, const std::string& a, const std::string&) const {
+  return "static_cast<double>(" + a + ")";
+}
+
+std::string Avx::round(const Node&, const std::vector<std::string>& pieces) const {
+  return "static_cast<float>(" + pieces[0] + ")";
+}
+
 bool isBlend(const Node& shuffle) {
   for (int i = 0; i < shuffle.lanes; ++i) {
     if (shuffle.select[i] % shuffle.lanes != i) return false;

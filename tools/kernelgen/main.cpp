@@ -8,6 +8,7 @@
 
 #include "counts.h"
 #include "exports.h"
+#include "many.h"
 #include "print.h"
 #include "tables.h"
 
@@ -21,6 +22,8 @@ constexpr const char* kUsage =
        kernelgen source PART PARTS  C++ text of one of PARTS shares of the kernels
        kernelgen long PART PARTS    the same of the long kernels, which are apart
        kernelgen entries            C++ text of the by-length entries
+       kernelgen many PART PARTS    C++ text of one of PARTS shares of the kernels for many
+                                    transforms at once; of the tables of these: tables
        kernelgen counts             operation counts of all kernels as CSV
        kernelgen STAGE SYMBOL       one kernel in a stage of its making: recipe, graph, scalar,
                                     schedule, text; in all of them: stages
@@ -71,6 +74,10 @@ int run(std::vector<std::string> words) {
     std::cout << emitFile(
         level == Level::Base ? share(command == "long", part, parts) : share(level, part, parts),
         level);
+  } else if (command == "many" && words.size() == 2 && words[1] == "tables") {
+    std::cout << emitManyTables();
+  } else if (command == "many" && words.size() == 3) {
+    std::cout << emitMany(std::stoi(words[1]), std::stoi(words[2]));
   } else if (command == "entries" && words.size() == 1) {
     std::cout << emitEntries();
   } else if (command == "counts" && words.size() == 1) {

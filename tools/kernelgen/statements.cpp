@@ -97,27 +97,34 @@ class Writer {
         break;
       case Instruction::Save: lines_ += line(slot(i.node, i.slot) + " = " + names_[i.node]); break;
       case Instruction::Fetch:
-        define(i.node, i.slot == kNoSlot ? value(g_[i.node]) : slot(i.node, i.slot));
+        if (i.slot == kNoSlot) return define(i.node);
+        names_[i.node] = naming_.next(g_[i.node]);
+        lines_ += definition(g_[i.node], names_[i.node], slot(i.node, i.slot));
     }
   }
 
   void run(NodeId id) {
     const Node& n = g_[id];
-    if (n.op != Op::Store) return define(id, value(n));
+    if (n.op != Op::Store) return define(id);
     for (const std::string& s : access_.store(n, names_[n.a])) lines_ += line(s);
   }
 
-  void define(NodeId id, const std::string& value) {
+  void define(NodeId id) {
     names_[id] = naming_.next(g_[id]);
-    lines_ += definition(g_[id], names_[id], value);
+    for (const std::string& piece : machine_.pieces(g_[id])) {
+      lines_ += definition(g_[id], names_[id] + piece, value(g_[id], piece));
+    }
   }
 
   std::string definition(const Node& n, const std::string& name, const std::string& value) const {
     return line("const " + machine_.type(n) + " " + name + " = " + value);
   }
 
-  std::string value(const Node& n) {
-    const auto name = [this](NodeId id) -> const std::string& { return names_[id]; };
+  std::string value(const Node& n, const std::string& piece) {
+    const auto name = [&](NodeId id) {
+      return isDeclared(g_[id]) || g_[id].precision != n.precision ? names_[id]
+                                                                   : names_[id] + piece;
+    };
     switch (n.op) {
       case Op::Load: return access_.load(n);
       case Op::Add: return name(n.a) + " + " + name(n.b);
@@ -125,10 +132,11 @@ class Writer {
       case Op::Mul: return name(n.a) + " * " + name(n.b);
       case Op::Flip: return n.lanes == 1 ? "-" + name(n.a) : machine_.flip(n, name(n.a), signs(n));
       case Op::Shuffle: return machine_.shuffle(n, name(n.a), name(n.b));
-      case Op::Widen:
+      case Op::Widen: return machine_.widen(n, name(n.a), piece);
       case Op::Round: {
-        const std::string to = machine_.type(n);
-        return call((n.lanes == 1 ? "static_cast<" : "converted<") + to + ">", {name(n.a)});
+        std::vector<std::string> pieces;
+        for (const std::string& p : machine_.pieces(g_[n.a])) pieces.push_back(name(n.a) + p);
+        return machine_.round(n, pieces);
       }
       case Op::Const:
       case Op::Scale:
@@ -139,18 +147,20 @@ class Writer {
 
   // ---- Constants
 
+  static bool isDeclared(const Node& n) { return n.op == Op::Const || n.op == Op::Scale; }
+
   // A constant or the scale, ahead of all statements.
   void declare(NodeId id) {
     const Node& n = g_[id];
-    if (n.op != Op::Const && n.op != Op::Scale) return;
+    if (!isDeclared(n)) return;
     const std::string name = naming_.next(n);
     if (n.op == Op::Const && namesPlaces_) {
       names_[id] = placesOf(tables_, n, "constants").add(row(n) + ",  // " + name);
-    } else {
-      names_[id] = name;
-      constants_ +=
-          definition(n, name, n.op == Op::Scale ? machine_.scale(n) : machine_.constant(n));
+      return;
     }
+    const std::string value = n.op == Op::Scale ? machine_.scale(n) : machine_.constant(n);
+    names_[id] = machine_.declaresConstants() ? name : value;
+    if (machine_.declaresConstants()) constants_ += definition(n, name, value);
   }
 
   static std::string row(const Node& n) {
@@ -160,6 +170,7 @@ class Writer {
   }
 
   std::string signs(const Node& n) {
+    if (!machine_.declaresConstants()) return machine_.signs(n);
     const std::string name = Names::ofSigns(n) + (n.precision == g_.precision() ? "" : "InDouble");
     if (masks_.insert(name).second) constants_ += definition(n, name, machine_.signs(n));
     return name;

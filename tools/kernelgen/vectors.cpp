@@ -58,6 +58,14 @@ std::string Vectors::shuffle(const Node& n, const std::string& a, const std::str
   return call("shuffled<" + listed(select) + ">", {a, b});
 }
 
+std::string Vectors::widen(const Node& n, const std::string& a, const std::string&) const {
+  return call((n.lanes == 1 ? "static_cast<" : "converted<") + type(n) + ">", {a});
+}
+
+std::string Vectors::round(const Node& n, const std::vector<std::string>& pieces) const {
+  return widen(n, pieces[0], "");
+}
+
 std::string Numbers::load(const Node& n) const {
   if (n.lanes == 1) return "src[" + std::to_string(n.elements[0]) + "]";
   return call("load<" + std::to_string(n.lanes) + ">", {place("src", n.elements[0])});

@@ -15,6 +15,8 @@ class Vectors : public Machine {
   std::string signs(const Node& n) const override;
   std::string flip(const Node& n, const std::string& a, const std::string& signs) const override;
   std::string shuffle(const Node& n, const std::string& a, const std::string& b) const override;
+  std::string widen(const Node& n, const std::string& a, const std::string& piece) const override;
+  std::string round(const Node& n, const std::vector<std::string>& pieces) const override;
 };
 
 // The arrays `src` and `dst` as numbers, of which neighbours are loaded or stored.

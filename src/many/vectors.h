@@ -1,0 +1,307 @@
+// What the printed kernels are written in: vectors with operators for all that C++ has any for, and
+// the places that they are loaded from and stored to. A group of lanes is what a vector holds of one
+// transform; what is said of a group holds for each.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+#include <utility>
+
+#include "frame/unroll.h"
+#include "many/rows.h"
+
+namespace zvxg::many::ZVXG_MACHINE {
+namespace {
+
+template <class T, int kCount>
+struct VectorOf {
+  typedef T Type __attribute__((vector_size(kCount * sizeof(T))));
+  typedef T InMemory __attribute__((vector_size(kCount * sizeof(T)), may_alias, aligned(1)));
+};
+// Two floats are moved as one number.
+template <>
+struct VectorOf<float, 2> {
+  typedef double Type;
+  typedef double InMemory __attribute__((may_alias, aligned(1)));
+};
+
+// Of a register each, and as many numbers of single precision as a register has of double.
+using Singles = VectorOf<float, ZVXG_VECTOR_BYTES / 4>::Type;
+using Doubles = VectorOf<double, ZVXG_VECTOR_BYTES / 8>::Type;
+using HalfSingles = VectorOf<float, ZVXG_VECTOR_BYTES / 8>::Type;
+
+template <class V>
+using NumberOf = std::remove_cvref_t<decltype(std::remove_const_t<V>{}[0])>;
+template <class V>
+inline constexpr int kLanes = sizeof(V) / sizeof(NumberOf<V>);
+
+template <class V, class T>
+ZVXG_INLINE inline V loadVector(const T* p) {
+  return *reinterpret_cast<const typename VectorOf<T, kLanes<V>>::InMemory*>(p);
+}
+template <class V, class T>
+ZVXG_INLINE inline void storeVector(T* p, V v) {
+  *reinterpret_cast<typename VectorOf<T, kLanes<V>>::InMemory*>(p) = v;
+}
+
+// A value that the compiler takes for a new one. It then computes anew what depends on it, and does
+// not keep that from turn to turn in more registers than there are.
+template <class T>
+ZVXG_INLINE inline T hidden(T x) {
+  asm("" : "+r"(x));
+  return x;
+}
+
+// ---- Constants
+
+// The number in all lanes, whatever its sign.
+template <class V>
+ZVXG_INLINE inline V all(NumberOf<V> x) {
+  return x - V{};
+}
+
+// Vectors of constants in memory, each a group again and again.
+template <class V, int kCount>
+struct Constants {
+  alignas(V) NumberOf<V> numbers[kCount][kLanes<V>];
+
+  const V* vectors() const { return reinterpret_cast<const V*>(numbers); }
+};
+
+template <class V, int kGroup, int kCount>
+constexpr Constants<V, kCount> repeated(const NumberOf<V> (&groups)[kCount][kGroup]) {
+  Constants<V, kCount> c{};
+  for (int i = 0; i < kCount; ++i) {
+    for (int j = 0; j < kLanes<V>; ++j) c.numbers[i][j] = groups[i][j % kGroup];
+  }
+  return c;
+}
+
+// ---- Values
+
+template <class V, int... i>
+ZVXG_INLINE inline auto lanesOf(V a, V b, std::integer_sequence<int, i...>) {
+  return __builtin_shufflevector(a, b, i...);
+}
+
+// kCount lanes from kFirst on.
+template <int kFirst, int kCount, class V>
+ZVXG_INLINE inline auto part(V v) {
+  if constexpr (sizeof(NumberOf<V>) == 4 && kCount == 2) {
+    return reinterpret_cast<typename VectorOf<double, kLanes<V> / 2>::Type>(v)[kFirst / 2];
+  } else {
+    return [&]<int... i>(std::integer_sequence<int, i...>) ZVXG_INLINE {
+      return __builtin_shufflevector(v, v, (kFirst + i)...);
+    }
+    (std::make_integer_sequence<int, kCount>());
+  }
+}
+
+template <class V>
+ZVXG_INLINE inline auto joined(V low, V high) {
+  return lanesOf(low, high, std::make_integer_sequence<int, 2 * kLanes<V>>());
+}
+
+// Lanes of a group: select says which of a, or of b from the size of a group on.
+template <int... kSelect, class V>
+ZVXG_INLINE inline V shuffled(V a, V b) {
+  return [&]<int... i>(std::integer_sequence<int, i...>) ZVXG_INLINE {
+    constexpr int kGroup = sizeof...(kSelect), kFrom[] = {kSelect...};
+    return __builtin_shufflevector(a, b,
+                                   (kFrom[i % kGroup] % kGroup + i / kGroup * kGroup +
+                                    kFrom[i % kGroup] / kGroup * kLanes<V>)...);
+  }
+  (std::make_integer_sequence<int, kLanes<V>>());
+}
+
+// The other sign where `signs` has a minus zero.
+template <class V>
+ZVXG_INLINE inline V flipped(V x, V signs) {
+  using Bits =
+      typename VectorOf<std::conditional_t<sizeof(NumberOf<V>) == 4, std::int32_t, std::int64_t>,
+                        kLanes<V>>::Type;
+  return reinterpret_cast<V>(reinterpret_cast<Bits>(x) ^ reinterpret_cast<Bits>(signs));
+}
+
+// Between single and double precision: one register of singles is two of doubles, half of one is one.
+ZVXG_INLINE inline Doubles widened(HalfSingles x) { return __builtin_convertvector(x, Doubles); }
+ZVXG_INLINE inline Doubles widenedLow(Singles x) { return widened(part<0, kLanes<Doubles>>(x)); }
+ZVXG_INLINE inline Doubles widenedHigh(Singles x) {
+  return widened(part<kLanes<Doubles>, kLanes<Doubles>>(x));
+}
+ZVXG_INLINE inline HalfSingles rounded(Doubles x) {
+  return __builtin_convertvector(x, HalfSingles);
+}
+ZVXG_INLINE inline Singles rounded(Doubles low, Doubles high) {
+  return joined(rounded(low), rounded(high));
+}
+
+// ---- Rows, of `step` reals. V is const for a source.
+
+// An address is one of every eighth row and a few steps, of which the processor adds one, two, four or
+// eight by itself: rows are used in any order, and a multiplication for each use would cost as much as
+// the arithmetic.
+template <class V, int kCount>
+class Rows {
+  using Byte = std::conditional_t<std::is_const_v<V>, const char, char>;
+  using Number = std::conditional_t<std::is_const_v<V>, const NumberOf<V>, NumberOf<V>>;
+  using Vector = std::remove_const_t<V>;
+
+ public:
+  ZVXG_INLINE Rows(Number* first, std::ptrdiff_t step)
+      : one_(hidden(step * std::ptrdiff_t{sizeof(Number)})),
+        three_(hidden(3 * one_)),
+        five_(hidden(5 * one_)),
+        seven_(hidden(7 * one_)) {
+    unroll<kEighths>([&](auto i) ZVXG_INLINE {
+      eighths_[i] = hidden(reinterpret_cast<Byte*>(first) + i * 8 * one_);
+    });
+  }
+
+  ZVXG_INLINE Vector load(int row) const { return loadVector<Vector>(at(row)); }
+  ZVXG_INLINE void store(int row, Vector v) const { storeVector(at(row), v); }
+
+  ZVXG_INLINE Number* at(int row) const {
+    return reinterpret_cast<Number*>(eighths_[row / 8] + steps(row % 8));
+  }
+
+ private:
+  static constexpr int kEighths = (kCount + 7) / 8;
+
+  ZVXG_INLINE std::ptrdiff_t steps(int count) const {
+    switch (count) {
+      case 3: return three_;
+      case 5: return five_;
+      case 6: return 2 * three_;
+      case 7: return seven_;
+      default: return count * one_;
+    }
+  }
+
+  Byte* eighths_[kEighths];
+  std::ptrdiff_t one_, three_, five_, seven_;
+};
+
+// Rows of complex floats, each as a vector of the real and one of the imaginary parts. Their lanes are
+// in the order that takes one shuffle within 128 bits.
+template <class V, int kCount>
+class PartRows {
+  using Vector = std::remove_const_t<V>;
+
+ public:
+  template <class T>
+  ZVXG_INLINE PartRows(T* first, std::ptrdiff_t step) : rows_(first, step) {}
+
+  ZVXG_INLINE Vector loadRe(int row) const { return shuffled<0, 2, 4, 6>(low(row), high(row)); }
+  ZVXG_INLINE Vector loadIm(int row) const { return shuffled<1, 3, 5, 7>(low(row), high(row)); }
+  ZVXG_INLINE void store(int row, Vector re, Vector im) const {
+    storeVector(rows_.at(row), shuffled<0, 4, 1, 5>(re, im));
+    storeVector(rows_.at(row) + kLanes<V>, shuffled<2, 6, 3, 7>(re, im));
+  }
+
+ private:
+  ZVXG_INLINE Vector low(int row) const { return loadVector<Vector>(rows_.at(row)); }
+  ZVXG_INLINE Vector high(int row) const { return loadVector<Vector>(rows_.at(row) + kLanes<V>); }
+
+  Rows<V, kCount> rows_;
+};
+
+// A half spectrum of kLength samples, by the places that Pack has for its numbers.
+template <class V, int kLength>
+class SpectrumOf {
+  using Number = std::conditional_t<std::is_const_v<V>, const NumberOf<V>, NumberOf<V>>;
+  using Vector = std::remove_const_t<V>;
+
+ public:
+  ZVXG_INLINE explicit SpectrumOf(const SpectrumRows<Number>& rows)
+      : first_(rows.first), last_(rows.last), between_(rows.between, rows.step) {}
+
+  ZVXG_INLINE Vector load(int place) const { return loadVector<Vector>(at(place)); }
+  ZVXG_INLINE void store(int place, Vector v) const { storeVector(at(place), v); }
+
+ private:
+  ZVXG_INLINE Number* at(int place) const {
+    if (place == 0) return first_;
+    const bool isLast = kLength % 2 == 0 && place == kLength - 1;
+    return isLast ? last_ : between_.at(place - 1);
+  }
+
+  Number *first_, *last_;
+  Rows<V, kLength> between_;
+};
+
+template <class T>
+ZVXG_INLINE inline void advance(SpectrumRows<T>& rows, int reals) {
+  rows.first += reals;
+  rows.last += reals;
+  rows.between += reals;
+}
+
+// ---- Contiguous transforms side by side
+
+// As many transforms, `step` reals apart, as a vector has groups of kGroup. Places are those of reals
+// in a transform. V is const for a source.
+template <class V, int kGroup>
+class Beside {
+  using Number = std::conditional_t<std::is_const_v<V>, const NumberOf<V>, NumberOf<V>>;
+  using Vector = std::remove_const_t<V>;
+
+ public:
+  static constexpr int kTransforms = kLanes<V> / kGroup;
+
+  ZVXG_INLINE Beside(Number* first, std::ptrdiff_t step) {
+    unroll<kTransforms>([&](auto i) ZVXG_INLINE { starts_[i] = hidden(first + i * step); });
+  }
+
+  // A group of each transform, from one place or equal parts of it from several.
+  template <class... Places>
+  ZVXG_INLINE Vector load(Places... places) const {
+    constexpr int kParts = sizeof...(Places), kCount = kGroup / kParts;
+    const int at[] = {places...};
+    typename VectorOf<NumberOf<V>, kCount>::Type parts[kTransforms * kParts];
+    unroll<kTransforms * kParts>([&](auto i) ZVXG_INLINE {
+      using Part = typename VectorOf<NumberOf<V>, kCount>::Type;
+      parts[i] = loadVector<Part>(starts_[i / kParts] + at[i % kParts]);
+    });
+    return joinedAll(parts);
+  }
+
+  // Two floats of each as pair kPair of the group, and zeros.
+  template <int kPair>
+  ZVXG_INLINE Vector loadPair(int place) const {
+    Doubles pairs{};
+    unroll<kTransforms>([&](auto i) ZVXG_INLINE {
+      using Pair = typename VectorOf<float, 2>::InMemory;
+      pairs[i * kGroup / 2 + kPair] = *reinterpret_cast<const Pair*>(starts_[i] + place);
+    });
+    return reinterpret_cast<Vector>(pairs);
+  }
+
+  // kCount numbers of each, from lane kFirst of the group on.
+  template <int kFirst, int kCount>
+  ZVXG_INLINE void store(int place, Vector v) const {
+    unroll<kTransforms>([&](auto i) ZVXG_INLINE {
+      using Part = typename VectorOf<NumberOf<V>, kCount>::InMemory;
+      *reinterpret_cast<Part*>(starts_[i] + place) = part<i * kGroup + kFirst, kCount>(v);
+    });
+  }
+
+ private:
+  template <class P, std::size_t kCount>
+  ZVXG_INLINE static Vector joinedAll(const P (&parts)[kCount]) {
+    if constexpr (kCount == 1) {
+      return parts[0];
+    } else {
+      decltype(joined(parts[0], parts[1])) pairs[kCount / 2];
+      unroll<kCount / 2>([&](auto i)
+                             ZVXG_INLINE { pairs[i] = joined(parts[2 * i], parts[2 * i + 1]); });
+      return joinedAll(pairs);
+    }
+  }
+
+  Number* starts_[kTransforms];
+};
+
+}  // namespace
+}  // namespace zvxg::many::ZVXG_MACHINE

@@ -1,0 +1,460 @@
+#include "many.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+#include "complex_kernels.h"
+#include "kernels.h"
+#include "scalar.h"
+#include "statements.h"
+#include "text.h"
+#include "wide.h"
+
+namespace kernelgen {
+namespace {
+
+constexpr Pace kPace = {.live = 8, .issue = 4};
+
+// ---- Patterns
+
+constexpr const char* kFile = R"(// Made by kernelgen from its tables; changes belong there.
+#include "many/rows.h"
+#include "many/vectors.h"
+
+namespace zvxg::many::ZVXG_MACHINE {
+$text
+}  // namespace zvxg::many::ZVXG_MACHINE
+)";
+
+constexpr const char* kBody = R"(
+// $symbol: $reading
+namespace {
+[[gnu::noinline]] void $body($parameters$tableParameters) {
+$names$start  for (turns *= $loops; turns > 0; --turns) {
+$hide$turn$statements$advance  }
+}
+}  // namespace
+)";
+
+constexpr const char* kFunction = R"(
+void $name($parameters) {
+$tables  $body($arguments$tableArguments);
+}
+)";
+
+constexpr const char* kTable = R"(  static constexpr auto k$table = repeated<$vectors, $group>({
+$rows  });
+)";
+
+// Registers of a graph that are as wide as those of the machine do not go side by side.
+constexpr const char* kIfWider = R"(
+#if ZVXG_VECTOR_BYTES > $bytes
+$text#else
+$otherwise#endif
+)";
+
+constexpr const char* kKernels = R"(
+constinit const Kernels<$real> $name = {
+    ZVXG_VECTOR_BYTES / sizeof($real),
+    {$forwardRows, $inverseRows},
+    {$forwardBeside, $inverseBeside},
+    $toSpectrum,
+    $toSamples,
+    $hartley,
+};
+)";
+
+// What a function has for its parameters, and a turn for x and y.
+struct Frame {
+  const char *parameters, *arguments, *start, *turn, *advance;
+};
+
+constexpr Frame kRows = {
+    "const $real* src, std::ptrdiff_t srcStep, $real* dst, std::ptrdiff_t dstStep, "
+    "const $real* factor, std::ptrdiff_t turns",
+    "src, srcStep, dst, dstStep, factor, turns", "",
+    R"(    const Rows<const $vector, $length> x(src, srcStep);
+    const Rows<$vector, $length> y(dst, dstStep);
+)",
+    R"(    src += kLanes<$vector>;
+    dst += kLanes<$vector>;
+)"};
+
+constexpr Frame kPartRows = {kRows.parameters, kRows.arguments, "",
+                             R"(    const PartRows<const $vector, $length> x(src, srcStep);
+    const PartRows<$vector, $length> y(dst, dstStep);
+)",
+                             R"(    src += 2 * kLanes<$vector>;
+    dst += 2 * kLanes<$vector>;
+)"};
+
+constexpr Frame kBeside = {kRows.parameters, kRows.arguments, "",
+                           R"(    const Beside<const $vector, $group> x(src, srcStep);
+    const Beside<$vector, $group> y(dst, dstStep);
+)",
+                           R"(    src += x.kTransforms * srcStep;
+    dst += y.kTransforms * dstStep;
+)"};
+
+constexpr Frame kToSpectrum = {
+    "const $real* src, std::ptrdiff_t srcStep, const SpectrumRows<$real>& dst, "
+    "const $real* factor, std::ptrdiff_t turns",
+    "src, srcStep, dst, factor, turns", "  SpectrumRows<$real> spectrum = dst;\n",
+    R"(    const Rows<const $vector, $length> x(src, srcStep);
+    const SpectrumOf<$vector, $length> y(spectrum);
+)",
+    R"(    src += kLanes<$vector>;
+    advance(spectrum, kLanes<$vector>);
+)"};
+
+constexpr Frame kToSamples = {
+    "const SpectrumRows<const $real>& src, $real* dst, std::ptrdiff_t dstStep, "
+    "const $real* factor, std::ptrdiff_t turns",
+    "src, dst, dstStep, factor, turns", "  SpectrumRows<const $real> spectrum = src;\n",
+    R"(    const SpectrumOf<const $vector, $length> x(spectrum);
+    const Rows<$vector, $length> y(dst, dstStep);
+)",
+    R"(    advance(spectrum, kLanes<$vector>);
+    dst += kLanes<$vector>;
+)"};
+
+// ---- The list of kernels
+
+enum class Reading {
+  Elements,
+  Scalars,
+  Beside
+};
+
+struct ManyKernel {
+  // Of both directions the forward one, where they share a body.
+  KernelId id;
+  Reading reading;
+
+  bool isShared() const { return reading != Reading::Scalars; }
+};
+
+KernelId inverseOf(KernelId id) {
+  id.direction = Direction::Inverse;
+  return id;
+}
+
+// How the kernel of a length reads its graph.
+Reading readingOf(const KernelId& id) {
+  const Recipe& recipe = designOf(id).recipe;
+  const bool isScalar = id.family != Family::Complex || recipe.isWidened();
+  return isScalar || recipe.step() == Step::Chirp ? Reading::Scalars : Reading::Elements;
+}
+
+std::vector<ManyKernel> manyKernels() {
+  std::vector<ManyKernel> list;
+  for (const KernelId& id : kernelList()) {
+    // Pack has places for all that is not always zero.
+    if (id.layout == Layout::Ccs || id.layout == Layout::Perm) continue;
+    const ManyKernel kernel{id, readingOf(id)};
+    if (kernel.isShared() && id.direction == Direction::Inverse) continue;
+    list.push_back(kernel);
+    if (kernel.isShared()) list.push_back({id, Reading::Beside});
+  }
+  return list;
+}
+
+const Frame& frameOf(const ManyKernel& kernel) {
+  switch (kernel.id.family) {
+    case Family::Complex:
+      switch (kernel.reading) {
+        case Reading::Elements: return kRows;
+        case Reading::Scalars: return kPartRows;
+        case Reading::Beside: return kBeside;
+      }
+      break;
+    case Family::Real: return kernel.id.direction == Direction::Forward ? kToSpectrum : kToSamples;
+    case Family::Hartley: return kRows;
+  }
+  throw std::logic_error("no frame for " + kernel.id.symbol());
+}
+
+std::string printed(Reading reading) {
+  switch (reading) {
+    case Reading::Elements: return "elements";
+    case Reading::Scalars: return "scalars";
+    case Reading::Beside: return "beside";
+  }
+  throw std::logic_error("no name of a reading");
+}
+
+std::string nameOf(const KernelId& id, Reading reading) {
+  const std::string symbol = id.symbol();
+  const std::string end = std::to_string(id.length) + symbol.substr(symbol.rfind('_'));
+  const bool forward = id.direction == Direction::Forward;
+  switch (id.family) {
+    case Family::Complex:
+      return (forward ? "forward" : "inverse") +
+             std::string(reading == Reading::Beside ? "Beside" : "Rows") + end;
+    case Family::Real: return (forward ? "toSpectrum" : "toSamples") + end;
+    case Family::Hartley: return "hartley" + end;
+  }
+  throw std::logic_error("no name for " + symbol);
+}
+
+// ---- Graphs
+
+// By the design of the kernel, or one of vectors of a width where that has scalars.
+Graph graphAtWidth(const KernelId& id, int widthOfScalars) {
+  Design design = designOf(id);
+  if (design.width == kScalar) design.width = widthOfScalars;
+  return complexGraph(id, design);
+}
+
+// Loads of elements that are not neighbours as shuffles of loads of those that are: what takes an
+// instruction for each part of a register would take it for each transform.
+Graph withWholeLoads(const Graph& g, int length) {
+  Graph out(g.traits());
+  std::vector<NodeId> place;
+  for (NodeId id = 0; id < g.size(); ++id) {
+    const Node& n = g[id];
+    std::vector<int> low, high, select;
+    const auto whole = [&](int element, int lane, std::vector<int>& elements) {
+      const int first = std::min(element / 2 * 2, length - 2), at = lane + 2 * (element - first);
+      elements.insert(elements.end(), {first, first + 1});
+      select.insert(select.end(), {at, at + 1});
+    };
+    const bool isLoad = n.op == Op::Load && n.precision == Precision::Single;
+    bool isWhole = !isLoad || std::ranges::count(n.elements, kNoElement) > 0;
+    for (int lane = 0; !isWhole && lane < n.lanes; lane += 4) {
+      whole(n.elements[lane / 2], lane, low);
+      whole(n.elements[lane / 2 + 1], n.lanes + lane, high);
+    }
+    isWhole = isWhole || low == n.elements;
+    place.push_back(
+        isWhole ? out.append(n, place)
+                : out.shuffle(out.load(Unit::Complex, low), out.load(Unit::Complex, high), select));
+  }
+  return out.pruned();
+}
+
+Graph graphOf(const KernelId& id, Reading reading) {
+  switch (reading) {
+    case Reading::Elements:
+      return apart(graphAtWidth(id, id.precision == Precision::Single ? 64 : 128), 2);
+    case Reading::Scalars: return scalarised(makeKernel(id).graph);
+    case Reading::Beside: return withWholeLoads(graphAtWidth(id, 128), id.length);
+  }
+  throw std::logic_error("no graph of a reading");
+}
+
+Graph checkedGraph(const KernelId& id, Reading reading) {
+  const Graph graph = graphOf(id, reading);
+  const std::string found = difference(makeKernel(id).graph, graph);
+  if (found.empty()) return graph;
+  throw std::logic_error(id.symbol() + ", many by " + printed(reading) + ": " + found);
+}
+
+// ---- Text
+
+int groupOf(const KernelId& id, Reading reading) {
+  switch (reading) {
+    case Reading::Elements: return 2;
+    case Reading::Scalars: return 1;
+    case Reading::Beside:
+      return std::max(designOf(id).width, 128) / (id.precision == Precision::Single ? 32 : 64);
+  }
+  throw std::logic_error("no group of a reading");
+}
+
+// Half a register of singles doubles the work on these and saves half of that on doubles, the joining
+// of two registers to one, and registers, of which there are never enough.
+Widths widthsOf(const Graph& g) {
+  int singles = 0, doubles = 0, conversions = 0;
+  for (NodeId id = 0; id < g.size(); ++id) {
+    const Node& n = g[id];
+    const bool isProduct = n.op == Op::Add || n.op == Op::Sub || n.op == Op::Mul;
+    if (isProduct) ++(n.precision == Precision::Single ? singles : doubles);
+    conversions += n.op == Op::Widen || n.op == Op::Round;
+  }
+  if (conversions == 0) return Widths::OneRegister;
+  const int two = singles + 2 * doubles + 3 * conversions,
+            half = 2 * (singles + doubles + conversions);
+  return 10 * half <= 11 * two ? Widths::HalfOfSingles : Widths::TwoOfDoubles;
+}
+
+// The statements of a kernel, and the constants that they use.
+struct Text {
+  Widths widths = Widths::OneRegister;
+  ConstantTable singles{"f"}, doubles{""};
+  std::string statements;
+};
+
+Text textOf(const KernelId& id, Reading reading) {
+  const Graph graph = checkedGraph(id, reading);
+  Text text;
+  text.widths = widthsOf(graph);
+  const auto statementsBy = [&](const Access& access) {
+    Design design = designOf(id);
+    design.pace = kPace;
+    design.isLong = false;
+    return statements(graph, design, Wide(text.widths, text.singles, text.doubles), access);
+  };
+  if (reading == Reading::Beside) {
+    text.statements = statementsBy(BesideAccess());
+  } else if (id.family == Family::Complex && reading == Reading::Scalars) {
+    text.statements = statementsBy(PartAccess());
+  } else {
+    text.statements = statementsBy(RowAccess());
+  }
+  return text;
+}
+
+class Printer {
+ public:
+  explicit Printer(const ManyKernel& kernel)
+      : kernel_(kernel), frame_(frameOf(kernel)), group_(groupOf(kernel.id, kernel.reading)) {
+    const KernelId& id = kernel.id;
+    values_ = {{"real", id.precision == Precision::Single ? "float" : "double"},
+               {"length", std::to_string(id.length)},
+               {"group", std::to_string(group_)},
+               {"body", nameOf(id, kernel.reading) + "Body"},
+               {"reading", printed(kernel.reading)}};
+  }
+
+  std::string print() {
+    const KernelId& id = kernel_.id;
+    const Text text = textOf(id, kernel_.reading);
+    std::string s = body(text) + function(id, text);
+    if (kernel_.isShared()) {
+      const Text inverse = textOf(inverseOf(id), kernel_.reading);
+      if (inverse.statements != text.statements) {
+        throw std::logic_error(id.symbol() + " has other statements than its inverse");
+      }
+      s += function(inverseOf(id), inverse);
+    }
+    return ifWider(s, "");
+  }
+
+  std::string declaration(const KernelId& id) const {
+    return ifWider("void " + nameOf(id, kernel_.reading) + "(" + with(frame_.parameters) + ");\n",
+                   "");
+  }
+
+  // "{name, transforms},"
+  std::string entry(const KernelId& id) const {
+    const std::string name = nameOf(id, kernel_.reading);
+    return ifWider(with("    {$name, ZVXG_VECTOR_BYTES / $bytes},\n",
+                        {{"name", name}, {"bytes", std::to_string(groupBytes())}}),
+                   "    {},\n");
+  }
+
+ private:
+  int groupBytes() const { return group_ * (kernel_.id.precision == Precision::Single ? 4 : 8); }
+
+  std::string ifWider(const std::string& text, const std::string& otherwise) const {
+    if (groupBytes() <= 16) return text;
+    return filled(
+        kIfWider,
+        {{"bytes", std::to_string(groupBytes())}, {"text", text}, {"otherwise", otherwise}});
+  }
+
+  std::string with(const char* pattern, std::map<std::string, std::string> more = {}) const {
+    more.insert(values_.begin(), values_.end());
+    return filled(pattern, more);
+  }
+
+  std::string forTables(const Text& text, const char* pattern) const {
+    const char* const singles = text.widths == Widths::HalfOfSingles ? "HalfSingles" : "Singles";
+    std::string s;
+    const auto forTable = [&](const ConstantTable& table, const char* name, const char* vectors) {
+      if (table.empty()) return;
+      s += with(pattern, {{"table", name},
+                          {"vectors", vectors},
+
+                          {"names", table.names()},
+                          {"rows", table.rows()}});
+    };
+    forTable(text.singles, "singles", singles);
+    forTable(text.doubles, "doubles", "Doubles");
+    return s;
+  }
+
+  std::string body(const Text& text) const {
+    const bool single = kernel_.id.precision == Precision::Single;
+    const bool isHalf = text.widths == Widths::HalfOfSingles;
+    const std::string vector = isHalf ? "HalfSingles" : single ? "Singles" : "Doubles";
+    std::string start = "  const auto scale = all<" + vector + ">(*factor);\n";
+    if (text.widths != Widths::OneRegister) {
+      start += "  [[maybe_unused]] const auto scaleInDouble = all<Doubles>(*factor);\n";
+    }
+    return with(kBody,
+                {{"symbol", kernel_.id.symbol() + (kernel_.isShared() ? " and its inverse" : "")},
+                 {"parameters", with(frame_.parameters)},
+                 {"tableParameters", forTables(text, ", const $vectors* $table")},
+                 {"names", forTables(text, "  enum { $names };\n")},
+                 {"start", start + with(frame_.start)},
+                 {"loops", isHalf ? "2" : "1"},
+                 {"hide", forTables(text, "    $table = hidden($table);\n")},
+                 {"turn", with(frame_.turn, {{"vector", vector}})},
+                 {"statements", text.statements},
+                 {"advance", with(frame_.advance, {{"vector", vector}})}});
+  }
+
+  std::string function(const KernelId& id, const Text& text) const {
+    return with(kFunction, {{"name", nameOf(id, kernel_.reading)},
+                            {"parameters", with(frame_.parameters)},
+                            {"tables", forTables(text, kTable)},
+                            {"arguments", frame_.arguments},
+                            {"tableArguments", forTables(text, ", k$table.vectors()")}});
+  }
+
+  const ManyKernel kernel_;
+  const Frame& frame_;
+  const int group_;
+  std::map<std::string, std::string> values_;
+};
+
+}  // namespace
+
+std::string emitMany(int part, int parts) {
+  const std::vector<ManyKernel> kernels = manyKernels();
+  std::string text;
+  for (std::size_t i = part; i < kernels.size(); i += parts) text += Printer(kernels[i]).print();
+  return filled(kFile, {{"text", text}});
+}
+
+std::string emitManyTables() {
+  std::string declarations, tables;
+  for (const ManyKernel& kernel : manyKernels()) {
+    declarations += Printer(kernel).declaration(kernel.id);
+    if (kernel.isShared()) declarations += Printer(kernel).declaration(inverseOf(kernel.id));
+  }
+  for (const Precision p : {Precision::Single, Precision::Double}) {
+    // Of all lengths, by what makes an entry of each.
+    const auto table = [&](Family family, Direction d, Layout layout, const auto& entry) {
+      std::string s;
+      for (int n = kMinLength; n <= kMaxLength; ++n) s += entry(KernelId{family, d, n, p, layout});
+      return "{\n" + s + "}";
+    };
+    const auto rows = [](const KernelId& id) { return Printer({id, readingOf(id)}).entry(id); };
+    const auto beside = [](const KernelId& id) {
+      return readingOf(id) == Reading::Elements ? Printer({id, Reading::Beside}).entry(id)
+                                                : "    {},\n";
+    };
+    const auto name = [](const KernelId& id) {
+      return "    " + nameOf(id, Reading::Scalars) + ",\n";
+    };
+    const bool single = p == Precision::Single;
+    constexpr Direction kForward = Direction::Forward, kInverse = Direction::Inverse;
+    tables +=
+        filled(kKernels, {{"real", single ? "float" : "double"},
+                          {"name", single ? "kSingle" : "kDouble"},
+                          {"forwardRows", table(Family::Complex, kForward, Layout::None, rows)},
+                          {"inverseRows", table(Family::Complex, kInverse, Layout::None, rows)},
+                          {"forwardBeside", table(Family::Complex, kForward, Layout::None, beside)},
+                          {"inverseBeside", table(Family::Complex, kInverse, Layout::None, beside)},
+                          {"toSpectrum", table(Family::Real, kForward, Layout::Pack, name)},
+                          {"toSamples", table(Family::Real, kInverse, Layout::Pack, name)},
+                          {"hartley", table(Family::Hartley, kForward, Layout::None, name)}});
+  }
+  return filled(kFile, {{"text", declarations + tables}});
+}
+
+}  // namespace kernelgen

@@ -1,0 +1,22 @@
+// The kernels that run many transforms at once (src/many/rows.h), as C++ text. Each is printed from
+// the graph of the single kernel: the same operations on the same numbers, arranged otherwise, which
+// is checked before anything is printed. There are three readings of a graph:
+//
+//   elements   a complex element of a register, two lanes, becomes a register of its own, which holds
+//              this element of several transforms as they are in memory
+//   scalars    the same of each number: for graphs of scalars, and where the parts of an element are
+//              in different registers
+//   beside     a register holds what it does in the graph, once for each of several transforms
+#pragma once
+
+#include <string>
+
+namespace kernelgen {
+
+// A file of every parts-th kernel.
+std::string emitMany(int part, int parts);
+
+// The file of the tables of them all.
+std::string emitManyTables();
+
+}  // namespace kernelgen
