@@ -20,7 +20,7 @@ function(sanitized target)
   target_compile_options(${target} PRIVATE
     ${ZVXG_WARNINGS} -ffp-contract=off ${sanitize} ${ARGN})
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_link_libraries(${target} PRIVATE zvxg_static)
+  target_link_libraries(${target} PRIVATE zvxg_static zvxg_interface_linked)
   target_link_options(${target} PRIVATE -fsanitize=${ZVXG_SANITIZE} ${ARGN})
 endfunction()
 

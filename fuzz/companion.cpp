@@ -63,7 +63,7 @@ void compare(Input& input, const Parts& parts, bool accepted, const Call& call,
 }
 
 bool isLength(std::size_t n) { return n >= 2 && n <= 64; }
-bool isFlag(int32_t flag) { return std::ranges::count(tests::kFlags, flag) == 1; }
+bool isFlag(int32_t flag) { return std::ranges::count(kFlags, flag) == 1; }
 
 // dft, idft and hartley: a family between arrays of one kind.
 template <class T, class E, class Row, class Call>
@@ -72,7 +72,7 @@ void tryArrays(Input& input, Row, const Call& call) {
   const Parts parts = partsOf(input, n, n);
   const auto flag =
       static_cast<ZvxScaleFlag>(input.choice(4) == 0 ? static_cast<int32_t>(input.choice(16))
-                                                     : tests::kFlags[input.choice(4)]);
+                                                     : kFlags[input.choice(4)]);
   using Element = std::conditional_t<std::is_same_v<E, T>, T, typename Functions<T>::Complex>;
   compare<T, E>(
       input, parts, isLength(n) && parts.toSize == n && parts.areApartOrOne() && isFlag(flag),

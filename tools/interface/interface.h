@@ -61,6 +61,12 @@ inline std::uint64_t asArgument(std::int32_t number) {
   return 0xa5a5'0000'5a5a'0000 << 16 | static_cast<std::uint32_t>(number);
 }
 
+#ifdef __clang__
+#define ZVXG_ANY_FUNCTION __attribute__((no_sanitize("function")))
+#else
+#define ZVXG_ANY_FUNCTION
+#endif
+
 struct Function {
   const char* symbol;
   Library library;
@@ -80,12 +86,14 @@ struct Function {
   bool isEntry() const { return takes(Role::Source) && takes(Role::Selector); }
   std::size_t elementBytes() const { return static_cast<std::size_t>(bits) / 8; }
 
-  std::int32_t call(const Arguments& a) const {
+  // The sanitizer compares types, which are not those of the function.
+  ZVXG_ANY_FUNCTION std::int32_t call(const Arguments& a) const {
     using u = std::uint64_t;
     const auto function = reinterpret_cast<std::int32_t (*)(u, u, u, u, u, u, u, u, u, u)>(address);
     return function(a[0], a[1], a[2], a[3], a[4], a[5], a[6], a[7], a[8], a[9]);
   }
 };
+#undef ZVXG_ANY_FUNCTION
 
 /// Of a kernel that is generated.
 inline kernelgen::KernelId kernelIdOf(const Function& kernel) {
