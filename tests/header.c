@@ -1,6 +1,6 @@
-/* The public header as C11, with warnings as errors; header.cpp is the same in C++17. */
+/* The public headers as C11, with warnings as errors; header.cpp is the same in C++17. */
 
-#include "zvxg.h"
+#include "zvxg_many.h"
 
 int32_t headerInC(const Complex32* source, Complex64* destination);
 
@@ -9,5 +9,7 @@ int32_t headerInC(const Complex32* source, Complex64* destination) {
   const enum ZvxScaleFlag flag = zvxDivBySqrtN;
   destination->re = source->re;
   destination->im = source->im;
-  return version->major == 6 && flag == 4 ? zvxOk : zvxErrLength;
+  const enum ZvxManyLevel level = zvxManyAvx512;
+  return version->major == 6 && flag == 4 && zvxgManyLevel() <= (int32_t)level ? zvxOk
+                                                                               : zvxErrLength;
 }

@@ -27,6 +27,10 @@ def is_entry(function):
     return {"Source", "Selector"} <= set(function["roles"])
 
 
+def is_planned(function):
+    return {"Source", "Plan"} <= set(function["roles"])
+
+
 # The kernels that do not come from the generator. Those of many passes have loops and take memory.
 def is_one_pass(function):
     return is_kernel(function) and function["family"] == "Wht" and function["first"] <= 7
@@ -98,7 +102,7 @@ class Symbols(TestCase):
         return set(re.findall(r"^ZVXG_API [^(;]*?(\w+)\s*\(", text, re.MULTILINE)) - self.CORE
 
     def test_exports_are_the_declared_functions(self):
-        expected = symbols(lambda function: function["library"] == "zvxg")
+        expected = symbols(lambda function: True)
         self.assertEqual(len(expected), 1193)
         for what, found in (
             ("declared", self.declared()),
@@ -132,15 +136,44 @@ class Symbols(TestCase):
         self.assertEqual(re.findall(r"\(SONAME\).*\[(.*)\]", dynamic), ["libzvxg.so.6"])
 
 
+class ManySymbols(TestCase):
+    """libzvxgmany, which is linked with the other libraries."""
+
+    def symbols(self, kind):
+        lines = output_of("nm", "-D", f"--{kind}-only", options.many_library).splitlines()
+        return {line.split()[-1].split("@")[0]: line.split()[-2] for line in lines}
+
+    def test_exports_are_the_declared_functions(self):
+        expected = {function["symbol"] for function in options.many}
+        self.assertEqual(len(expected), 22 + 2)
+        with open(os.path.join(options.include, "zvxg_many.h"), encoding="utf-8") as file:
+            declared = set(re.findall(r"^ZVXG_API [^(;]*?(\w+)\s*\(", file.read(), re.MULTILINE))
+        self.assertEqual(declared, expected)
+        self.assertEqual(self.symbols("defined"), dict.fromkeys(expected, "T"))
+
+    def test_imports_are_single_transforms_memory_and_copies(self):
+        allowed = symbols(is_entry) | symbols(is_planned) | Symbols.CORE
+        allowed |= {"memcpy", "memmove", "memset"}
+        self.expect_none(self.symbols("undefined").keys() - allowed, "imports beyond the list")
+
+    def test_needs_only_the_other_libraries_and_has_its_soname(self):
+        dynamic = output_of("readelf", "-dW", options.many_library)
+        needed = set(re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic))
+        self.assertLessEqual(needed, {"libc.so.6", "libzvxg.so.6", "libzvxcore.so.6"})
+        self.assertIn("libzvxg.so.6", needed)
+        self.assertEqual(re.findall(r"\(SONAME\).*\[(.*)\]", dynamic), ["libzvxgmany.so.6"])
+
+
 class Hardening(TestCase):
-    """Holds for both libraries."""
+    """Holds for all libraries."""
 
     def each(self, *command):
         """The libraries, and what a command says about them."""
         directory = os.path.dirname(options.library)
         # A variant has the other one where its RUNPATH leads.
         cores = [os.path.join(directory, place, "libzvxcore.so") for place in ("", "../..")]
-        for name in options.library, next(core for core in cores if os.path.exists(core)):
+        core = next(core for core in cores if os.path.exists(core))
+        for name in filter(None, (options.library, core, options.many_library)):
             yield os.path.basename(name), output_of(*command, name)
 
     def extent(self, segment):
@@ -160,7 +193,9 @@ class Hardening(TestCase):
             self.assertEqual((len(writable), len(protected)), (1, 1), name)
             start, end = self.extent(writable[0])
             self.assertEqual(self.extent(protected[0])[0], start, name)
-            self.assertGreaterEqual(self.extent(protected[0])[1], end, name)
+            # libzvxgmany keeps the level in use, in one word.
+            state = 8 if name.startswith("libzvxgmany") else 0
+            self.assertGreaterEqual(self.extent(protected[0])[1] + state, end, name)
 
     def test_loading_binds_all_and_runs_nothing(self):
         for name, dynamic in self.each("readelf", "-dW"):
@@ -182,10 +217,10 @@ class Hardening(TestCase):
 Instruction = collections.namedtuple("Instruction", "address mnemonic operands")
 
 
-def disassembly():
-    """The functions of the library: name -> its instructions."""
+def disassembly(library):
+    """The functions of a library: name -> its instructions."""
     functions = {}
-    for line in output_of("objdump", "-d", "--no-show-raw-insn", options.library).splitlines():
+    for line in output_of("objdump", "-d", "--no-show-raw-insn", library).splitlines():
         if label := re.match(r"[0-9a-f]+ <(.+)>:$", line):
             body = functions.setdefault(label.group(1), [])
         elif parts := re.match(r"\s+([0-9a-f]+):\s+(\S+)\s*(.*)", line):
@@ -265,7 +300,7 @@ def control_flow(name, body):
 class MachineCode(TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.functions = disassembly()
+        cls.functions = disassembly(options.library)
         # Function symbols in lower case are local: no import, no other kernel.
         symbols = [line.split()[-2:] for line in output_of("nm", options.library).splitlines()]
         cls.local = {name for kind, name in symbols if kind == "t"} & cls.functions.keys()
@@ -380,6 +415,29 @@ class MachineCode(TestCase):
             self.assertEqual(having, sorted(WIDEST)[3 - len(having):], instruction)
 
 
+class ManyMachineCode(TestCase):
+    def test_each_machine_gets_its_own_instructions(self):
+        """By the namespace in the names of functions."""
+        found, wide = set(), 0
+        for name, body in disassembly(options.many_library).items():
+            level = "v4" if "6avx512" in name else "base"
+            for i in body:
+                wide += "%zmm" in i.operands
+                if reason := foreign(i, level):
+                    found.add(f"{name}: {i.mnemonic} {i.operands} ({reason})")
+        self.expect_none(found, "instructions that a machine lacks")
+        self.assertGreater(wide, 1000)
+
+    def test_no_name_is_shared_by_machines(self):
+        """Of two equal inline functions a linker keeps one, which the lesser processor may not run."""
+        shared = set()
+        for file in options.many_objects.split(";"):
+            for line in output_of("nm", "--defined-only", "-g", file).splitlines():
+                if "6avx512" not in line:
+                    shared.add(line.split()[-1])
+        self.expect_none(shared, "names")
+
+
 class Frames(TestCase):
     KERNEL_LIMIT = 3584  # bytes
     PLAN_LIMIT = 34 * 1024  # stages of a plan collect their results on the stack
@@ -414,5 +472,9 @@ if __name__ == "__main__":
     parser.add_argument("--ledger", help="operation counts kept in the tree")
     parser.add_argument("--interface", type=lambda name: json.load(open(name, encoding="utf-8")),
                         required=True, help="the list of exported functions")
+    parser.add_argument("--many-library", help="libzvxgmany.so")
+    parser.add_argument("--many-objects", help="its object files for AVX-512, joined by ;")
     options, rest = parser.parse_known_args()
+    options.many = [function for function in options.interface if function["library"] != "zvxg"]
+    options.interface = [function for function in options.interface if function["library"] == "zvxg"]
     unittest.main(argv=sys.argv[:1] + rest)

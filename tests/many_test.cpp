@@ -7,15 +7,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <numeric>
-#include <optional>
 #include <sstream>
 #include <tuple>
 
 #include "dct4.h"
 #include "placement.h"
 #include "reliability/allocator.h"
-#include "wht/blocking.h"
 #include "zvxg_many.h"
 
 namespace tests {
@@ -32,11 +29,11 @@ const Build kBuilds[] = {{"Avx", ZVXG_MANY_FILE, zvxManyAvx},
                          {"Avx512", ZVXG_MANY_FILE, zvxManyAvx512},
                          {"EmulatedAvx512", ZVXG_MANY_EMULATED_FILE, zvxManyAvx512}};
 
-template <class Function>
-Function* find(const Library& library, const std::string& symbol) {
+template <class Address>
+Address find(const Library& library, const std::string& symbol) {
   void* const address = library.find(symbol);
   if (address == nullptr) throw std::runtime_error("no function " + symbol);
-  return reinterpret_cast<Function*>(address);
+  return reinterpret_cast<Address>(address);
 }
 
 class Many : public testing::TestWithParam<Build> {
@@ -45,7 +42,7 @@ class Many : public testing::TestWithParam<Build> {
 
  protected:
   void SetUp() override {
-    const auto limit = find<decltype(zvxgManyLimitLevel)>(library_, "zvxgManyLimitLevel");
+    const auto limit = find<decltype(&zvxgManyLimitLevel)>(library_, "zvxgManyLimitLevel");
     if (limit(GetParam().level) != GetParam().level) GTEST_SKIP() << "not on this processor";
   }
 
@@ -56,150 +53,80 @@ INSTANTIATE_TEST_SUITE_P(Levels, Many, testing::ValuesIn(kBuilds), Many::name);
 
 // ---- Transforms ---------------------------------------------------------------------------------
 
-enum class Kind {
-  Complex,
-  ToBins,
-  ToReals,  // also what is from reals to reals
-  FromBins,
-  Walsh,
-  Planned
-};
-
-struct Family {
-  const char* stem;
-  Kind kind;
-};
-constexpr Family kFamilies[] = {{"DFTFwd_CToC", Kind::Complex},
-                                {"DFTInv_CToC", Kind::Complex},
-                                {"DFTFwd_RToCCS", Kind::ToBins},
-                                {"DFTFwd_RToPack", Kind::ToReals},
-                                {"DFTFwd_RToPerm", Kind::ToReals},
-                                {"DFTInv_CCSToR", Kind::FromBins},
-                                {"DFTInv_PackToR", Kind::ToReals},
-                                {"DFTInv_PermToR", Kind::ToReals},
-                                {"Hartley", Kind::ToReals},
-                                {"WHT", Kind::Walsh},
-                                {"DCT4", Kind::Planned}};
-
-// One side of a transform: elements of `unit` reals.
+// One side of a transform: elements of so many numbers.
 struct Shape {
-  int elements, unit;
+  int elements, parts;
 };
 
-struct Layout {
-  std::ptrdiff_t stride, dist;  // in elements
-};
+using Layout = api::Batch::Side;
 
-struct Batch {
-  std::ptrdiff_t howmany;
+struct Batch : api::Batch {
   int32_t flag;
-  Layout src, dst;
 };
 
-// A transform of one length by the single call and in batches. What the functions do not all take
-// is left out.
+// A function of libzvxgmany at one of its lengths, and its single call.
 template <class T>
 class Transform {
  public:
-  Transform(const Library& many, const Family& family, int32_t selector)
-      : kind_(family.kind), selector_(selector) {
-    const std::string suffix =
-        std::string(sizeof(T) == 4 ? "_32f" : "_64f") + (kind_ == Kind::Complex ? "c" : "");
-    const std::string stem = std::string("zvxg") + family.stem;
-    name_ = stem + "_Many" + suffix;
-    many_ = many.find(name_);
-    single_ = libraryUnderTest().find(stem + suffix);
-    if (many_ == nullptr || single_ == nullptr) throw std::runtime_error("no function " + name_);
-    if (kind_ == Kind::Planned) plan_.emplace(selector);
+  explicit Transform(const api::Transform& many)
+      : many_(many),
+        single_(many),
+        runner_(single_),
+        plan_(isPlanned() ? runner_.work() : nullptr) {
+    single_.function = &exports().single(*many.function);
   }
 
-  std::string label() const { return name_ + " of " + std::to_string(selector_); }
-  int length() const { return kind_ == Kind::Walsh ? 1 << selector_ : selector_; }
-  Shape source() const { return kind_ == Kind::FromBins ? bins() : plain(); }
-  Shape destination() const { return kind_ == Kind::ToBins ? bins() : plain(); }
-  int32_t selector() const { return selector_; }
-  bool isPlanned() const { return kind_ == Kind::Planned; }
-  int32_t bufferBytes() const { return zvxg::wht::bufferBytes<T>(selector_); }
-  std::vector<int32_t> flags() const {
-    if (kind_ == Kind::Planned) return {kUnscaled};
-    return {std::begin(kFlags), std::end(kFlags)};
+  std::string label() const {
+    return many_.function->symbol + (" of " + std::to_string(many_.selector));
   }
+  int32_t selector() const { return many_.selector; }
+  int length() const { return many_.points; }
+  bool isPlanned() const { return many_.function->isPlanned(); }
+  int32_t bufferBytes() const { return static_cast<int32_t>(many_.workBytes); }
+  std::vector<int32_t> flags() const { return flagsOf(many_); }
+  Shape source() const { return shape(many_.sourceBytes, many_.sourceParts()); }
+  Shape destination() const { return shape(many_.destinationBytes, many_.destinationParts()); }
 
   int32_t single(const T* src, T* dst, int32_t flag) const {
-    switch (kind_) {
-      case Kind::Walsh:
-        return as<int32_t(const T*, T*, int32_t, int32_t, uint8_t*)>(single_)(src, dst, selector_,
-                                                                              flag, nullptr);
-      case Kind::Planned:
-        return as<int32_t(const T*, T*, const Dct4Spec*)>(single_)(src, dst, plan_->spec());
-      default:
-        return as<int32_t(const T*, T*, int32_t, int32_t)>(single_)(src, dst, selector_, flag);
-    }
+    return single_.call(src, dst, flag, plan_);
   }
-
-  int32_t many(const T* src, T* dst, const Batch& b, T* buffer = nullptr) const {
-    return kind_ == Kind::Planned ? planned(src, dst, b, plan_->spec())
-                                  : selected(src, dst, b, selector_, buffer);
+  // Null is a work buffer too.
+  int32_t many(const T* src, T* dst, const Batch& b, const void* buffer = nullptr) const {
+    return many_.call(src, dst, b.flag, isPlanned() ? plan_ : buffer, b);
   }
-  int32_t selected(const T* src, T* dst, const Batch& b, int32_t selector,
-                   T* buffer = nullptr) const {
-    using Function = int32_t(const T*, std::ptrdiff_t, std::ptrdiff_t, T*, std::ptrdiff_t,
-                             std::ptrdiff_t, int32_t, int64_t, int32_t, T*);
-    // The last argument is for Walsh-Hadamard transforms, the others do not look at it.
-    return as<Function>(many_)(src, b.src.stride, b.src.dist, dst, b.dst.stride, b.dst.dist,
-                               selector, b.howmany, b.flag, buffer);
-  }
-  int32_t planned(const T* src, T* dst, const Batch& b, const Dct4Spec* spec) const {
-    using Function = int32_t(const T*, std::ptrdiff_t, std::ptrdiff_t, T*, std::ptrdiff_t,
-                             std::ptrdiff_t, int64_t, const Dct4Spec*);
-    return as<Function>(many_)(src, b.src.stride, b.src.dist, dst, b.dst.stride, b.dst.dist,
-                               b.howmany, spec);
+  // With another selector, or another plan.
+  int32_t manyOf(const T* src, T* dst, const Batch& b, int32_t selector, const void* plan) const {
+    api::Transform other = many_;
+    other.selector = selector;
+    return other.call(src, dst, b.flag, plan, b);
   }
 
  private:
-  template <class Function>
-  static Function* as(void* address) {
-    return reinterpret_cast<Function*>(address);
+  static Shape shape(std::size_t bytes, int parts) {
+    return {static_cast<int>(bytes / sizeof(T)) / parts, parts};
   }
-  Shape plain() const { return {length(), kind_ == Kind::Complex ? 2 : 1}; }
-  Shape bins() const { return {selector_ / 2 + 1, 2}; }
 
-  Kind kind_;
-  int32_t selector_;
-  std::string name_;
-  void *many_, *single_;
-  std::optional<Plan<T>> plan_;
+  api::Transform many_, single_;
+  Runner runner_;
+  const void* plan_;
 };
 
-std::vector<int32_t> selectorsOf(Kind kind, bool isSingle) {
-  if (kind == Kind::Planned) {
-    std::vector<int32_t> lengths = {2, 4, 8, 16, 32, 64, 128, 256, 1024};
-    // Those whose plan is of no use.
-    for (const int32_t odd : {isSingle ? 129 : 33, isSingle ? 257 : 65}) lengths.push_back(odd);
-    return lengths;
-  }
-  const bool isWalsh = kind == Kind::Walsh;
-  std::vector<int32_t> all(isWalsh ? 13 : 63);
-  std::iota(all.begin(), all.end(), isWalsh ? 1 : 2);
-  return all;
-}
-
-// body(transform, zero) for every transform of every family in both precisions.
+// body(transform, zero) for every function and length.
 template <class Body>
 void forEachMany(const Library& library, const Body& body) {
   const char* const text = std::getenv("ZVXG_KERNEL");
-  const auto serve = [&]<class T>(const Family& family, T) {
-    for (const int32_t selector : selectorsOf(family.kind, sizeof(T) == 4)) {
-      const Transform<T> transform(library, family, selector);
-      if (text != nullptr && transform.label().find(text) == std::string::npos) continue;
-      SCOPED_TRACE(transform.label());
-      body(transform, T());
+  for (api::Function function : api::manyFunctions()) {
+    function.address = find<void*>(library, function.symbol);
+    for (const api::Transform& many :
+         exports().transformsOf(function, api::planLengths(function.bits, 1024))) {
+      withElement(many, [&]<class T>(T zero) {
+        const Transform<T> transform(many);
+        if (text != nullptr && transform.label().find(text) == std::string::npos) return;
+        SCOPED_TRACE(transform.label());
+        body(transform, zero);
+      });
       if (testing::Test::HasFatalFailure()) return;
     }
-  };
-  for (const Family& family : kFamilies) {
-    serve(family, float());
-    serve(family, double());
   }
 }
 
@@ -215,10 +142,10 @@ class Places {
     highest_ = std::max<std::ptrdiff_t>(i, 0) + std::max<std::ptrdiff_t>(k, 0);
   }
   std::ptrdiff_t operator()(std::ptrdiff_t k, int i, int part) const {
-    return (k * layout_.dist + i * layout_.stride - lowest_) * shape_.unit + part;
+    return (k * layout_.dist + i * layout_.stride - lowest_) * shape_.parts + part;
   }
-  std::ptrdiff_t first() const { return -lowest_ * shape_.unit; }
-  std::size_t size() const { return (highest_ - lowest_ + 1) * shape_.unit; }
+  std::ptrdiff_t first() const { return -lowest_ * shape_.parts; }
+  std::size_t size() const { return (highest_ - lowest_ + 1) * shape_.parts; }
 
  private:
   Shape shape_;
@@ -247,24 +174,24 @@ template <class T>
 std::vector<T> expected(const Transform<T>& transform, const Batch& b, const std::vector<T>& source,
                         std::vector<T> destination) {
   const Shape from = transform.source(), to = transform.destination();
-  const Places sources(from, b.src, b.howmany), results(to, b.dst, b.howmany);
-  std::vector<T> x(from.elements * from.unit), y(to.elements * to.unit);
+  const Places sources(from, b.source, b.howmany), results(to, b.destination, b.howmany);
+  std::vector<T> x(from.elements * from.parts), y(to.elements * to.parts);
   for (std::ptrdiff_t k = 0; k < b.howmany; ++k) {
     for (int i = 0; i < from.elements; ++i) {
-      for (int part = 0; part < from.unit; ++part) {
-        x[i * from.unit + part] = source[sources(k, i, part)];
+      for (int part = 0; part < from.parts; ++part) {
+        x[i * from.parts + part] = source[sources(k, i, part)];
       }
     }
     // Some elements of a plan of no use stay as they were.
     for (int i = 0; i < to.elements; ++i) {
-      for (int part = 0; part < to.unit; ++part) {
-        y[i * to.unit + part] = destination[results(k, i, part)];
+      for (int part = 0; part < to.parts; ++part) {
+        y[i * to.parts + part] = destination[results(k, i, part)];
       }
     }
     EXPECT_EQ(transform.single(x.data(), y.data(), b.flag), zvxOk);
     for (int i = 0; i < to.elements; ++i) {
-      for (int part = 0; part < to.unit; ++part) {
-        destination[results(k, i, part)] = y[i * to.unit + part];
+      for (int part = 0; part < to.parts; ++part) {
+        destination[results(k, i, part)] = y[i * to.parts + part];
       }
     }
   }
@@ -289,8 +216,9 @@ testing::AssertionResult sameArrays(const std::vector<T>& wanted, const T* found
 
 std::string text(const Batch& b) {
   std::ostringstream s;
-  s << b.howmany << " times, flag " << b.flag << ", from stride " << b.src.stride
-    << " and distance " << b.src.dist << " to " << b.dst.stride << " and " << b.dst.dist;
+  s << b.howmany << " times, flag " << b.flag << ", from stride " << b.source.stride
+    << " and distance " << b.source.dist << " to " << b.destination.stride << " and "
+    << b.destination.dist;
   return s.str();
 }
 
@@ -313,8 +241,8 @@ class Memory {
 template <class T>
 testing::AssertionResult holds(const Transform<T>& transform, const Batch& b, bool inPlace,
                                Memory<T>& memory, int placement, Random& random) {
-  const Places sources(transform.source(), b.src, b.howmany);
-  const Places results(transform.destination(), b.dst, b.howmany);
+  const Places sources(transform.source(), b.source, b.howmany);
+  const Places results(transform.destination(), b.destination, b.howmany);
   // In place the array has the size of the larger side.
   const std::size_t size = std::max(sources.size(), results.size());
   std::vector<T> source = someNumbers<T>(random, inPlace ? size : sources.size());
@@ -378,8 +306,8 @@ std::vector<Sides> layoutsOf(const Transform<T>& transform, bool inPlace) {
         {kFrames, kElementMajor},     {kFrames, kContiguous},         {kSliding, kElementMajor},
         {kSliding, kGeneral},         {kOneForAll, kContiguous},      {kConstant, kElementMajor}};
   }
-  if (transform.source().unit < transform.destination().unit) return {{kAsBins, kContiguous}};
-  if (transform.source().unit > transform.destination().unit) return {{kContiguous, kAsBins}};
+  if (transform.source().parts < transform.destination().parts) return {{kAsBins, kContiguous}};
+  if (transform.source().parts > transform.destination().parts) return {{kContiguous, kAsBins}};
   std::vector<Sides> layouts;
   for (const MakeLayout make : {kContiguous, kApart, kElementMajor, kColumns, kGeneral,
                                 kInterleaved, kBackwards, kReversed, kUpwards}) {
@@ -391,8 +319,9 @@ std::vector<Sides> layoutsOf(const Transform<T>& transform, bool inPlace) {
 template <class T>
 Batch makeBatch(const Transform<T>& transform, const Sides& sides, std::ptrdiff_t howmany,
                 int32_t flag) {
-  return {howmany, flag, sides.src(transform.source().elements, howmany),
-          sides.dst(transform.destination().elements, howmany)};
+  return {{howmany, sides.src(transform.source().elements, howmany),
+           sides.dst(transform.destination().elements, howmany)},
+          flag};
 }
 
 // In every layout some counts up to 70, of which all have their turn, and one that is beyond a block.
@@ -439,7 +368,7 @@ TEST_P(Many, RefusesInOrderAndTouchesNothing) {
         const T* const src = nulls & 1 ? nullptr : forbidden;
         T* const dst = nulls & 2 ? nullptr : forbidden;
         const bool isNull = howmany > 0 && nulls != 0;
-        Batch b = {howmany, kUnscaled, {PTRDIFF_MAX, PTRDIFF_MIN}, {PTRDIFF_MIN, PTRDIFF_MAX}};
+        Batch b = {{howmany, {PTRDIFF_MAX, PTRDIFF_MIN}, {PTRDIFF_MIN, PTRDIFF_MAX}}, kUnscaled};
         if (transform.isPlanned()) {
           const auto* const plan = reinterpret_cast<const Dct4Spec*>(forbidden);
           for (const Dct4Spec* spec : {plan, static_cast<const Dct4Spec*>(nullptr)}) {
@@ -448,7 +377,7 @@ TEST_P(Many, RefusesInOrderAndTouchesNothing) {
             expectStatus(howmany < 0 ? zvxErrLength
                          : isRefused ? zvxErrNullPointer
                                      : zvxOk,
-                         [&] { return transform.planned(src, dst, b, spec); });
+                         [&] { return transform.manyOf(src, dst, b, 0, spec); });
           }
           continue;
         }
@@ -462,7 +391,7 @@ TEST_P(Many, RefusesInOrderAndTouchesNothing) {
                          : isNull  ? zvxErrNullPointer
                          : !isFlag ? zvxErrScaleFlag
                                    : zvxOk,
-                         [&] { return transform.selected(src, dst, b, selector); });
+                         [&] { return transform.manyOf(src, dst, b, selector, nullptr); });
           }
         }
       }
@@ -474,11 +403,11 @@ TEST_P(Many, PlansHaveToBeCompleted) {
   forEachMany(library_, [&]<class T>(const Transform<T>& transform, T) {
     if (!transform.isPlanned()) return;
     T numbers[2] = {};
-    const Batch b = {1, kUnscaled, {1, 2}, {1, 2}};
+    const Batch b = {{1, {1, 2}, {1, 2}}, kUnscaled};
     for (const uint32_t state : {0u, zvxg::dct4::kGeneralState<T> + 1, UINT32_MAX}) {
       Dct4Spec spec = {};
       spec.state = state;
-      EXPECT_EQ(transform.planned(numbers, numbers, b, &spec), zvxErrPlanState);
+      EXPECT_EQ(transform.manyOf(numbers, numbers, b, 0, &spec), zvxErrPlanState);
     }
   });
 }
@@ -509,8 +438,8 @@ TEST_P(Many, AllocatesOneBufferAndNothingElse) {
 
 TEST(ManyLevel, IsWhatItIsLimitedTo) {
   const Library library(ZVXG_MANY_FILE);
-  const auto level = find<decltype(zvxgManyLevel)>(library, "zvxgManyLevel");
-  const auto limit = find<decltype(zvxgManyLimitLevel)>(library, "zvxgManyLimitLevel");
+  const auto level = find<decltype(&zvxgManyLevel)>(library, "zvxgManyLevel");
+  const auto limit = find<decltype(&zvxgManyLimitLevel)>(library, "zvxgManyLimitLevel");
   const int32_t highest = limit(INT32_MAX);
   EXPECT_EQ(highest, __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512vl") &&
                              __builtin_cpu_supports("avx512dq") &&

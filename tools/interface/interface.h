@@ -1,4 +1,4 @@
-// What the library exports: every function with what its arguments are, so that one form of call
+// What the libraries export: every function with what its arguments are, so that one form of call
 // serves all of them. Tests, fuzz targets and zvxg-bench run over this list, and scripts over the
 // same as JSON; list.cpp makes it. Plain data, and all code is in this header or takes part in no
 // result: MemorySanitizer wants the code of a program compiled for it.
@@ -22,17 +22,14 @@ namespace api {
 using kernelgen::Direction;
 using kernelgen::Layout;
 
-enum class Library {
-  Zvxg
-};
-
 enum class Family {
   Version,
   Complex,
   Real,
   Hartley,
   Wht,
-  Dct4
+  Dct4,
+  Level
 };
 
 enum class Role {
@@ -45,7 +42,14 @@ enum class Role {
   Plan,     // a finished plan
   NewPlan,  // where the address of a new plan goes
   Block,    // where a new plan goes
-  Size      // where a size in bytes goes
+  Size,     // where a size in bytes goes
+  // Of many transforms in one call
+  SourceStride,
+  SourceDist,
+  DestinationStride,
+  DestinationDist,
+  Howmany,
+  Level
 };
 
 constexpr std::size_t kMostArguments = 10;
@@ -69,7 +73,6 @@ inline std::uint64_t asArgument(std::int32_t number) {
 
 struct Function {
   const char* symbol;
-  Library library;
   Family family;
   Direction direction;
   Layout layout;
@@ -84,6 +87,7 @@ struct Function {
   bool isPlanned() const { return takes(Role::Source) && takes(Role::Plan); }
   /// A kernel by its length.
   bool isEntry() const { return takes(Role::Source) && takes(Role::Selector); }
+  bool isMany() const { return takes(Role::Howmany); }
   std::size_t elementBytes() const { return static_cast<std::size_t>(bits) / 8; }
 
   // The sanitizer compares types, which are not those of the function.
@@ -105,10 +109,21 @@ inline kernelgen::KernelId kernelIdOf(const Function& kernel) {
           kernel.layout};
 }
 
-/// All functions, in the order of the header, without addresses.
+/// All functions of libzvxg, in the order of the header, without addresses.
 std::span<const Function> functions();
-/// The same with those that this program is linked with.
+/// Those of libzvxgmany. What there is by length, or by a plan, has Many in its name here.
+std::span<const Function> manyFunctions();
+/// Those of libzvxg, with the addresses in this program, which is linked with it.
 std::span<const Function> linkedFunctions();
+
+/// How many transforms a call does and where they are, for a function that asks.
+struct Batch {
+  struct Side {
+    std::ptrdiff_t stride = 1, dist = 0;  // in elements
+  };
+  std::int64_t howmany = 1;
+  Side source, destination;
+};
 
 struct Transform {
   const Function* function;
@@ -119,13 +134,19 @@ struct Transform {
   std::size_t workBytes = 0;  // of the buffer or the block of the plan
   bool fills = true;  // every element of the destination; not so with odd lengths of the DCT-IV
 
-  Arguments arguments(const void* source, void* destination, std::int32_t flag,
-                      const void* work) const {
+  Arguments arguments(const void* source, void* destination, std::int32_t flag, const void* work,
+                      const Batch& batch = {}) const {
+    const auto number = [](std::int64_t n) { return static_cast<std::uint64_t>(n); };
     Arguments arguments = {};
     for (std::size_t i = 0; i < kMostArguments; ++i) {
       switch (function->roles[i]) {
         case Role::Source: arguments[i] = asArgument(source); break;
+        case Role::SourceStride: arguments[i] = number(batch.source.stride); break;
+        case Role::SourceDist: arguments[i] = number(batch.source.dist); break;
         case Role::Destination: arguments[i] = asArgument(destination); break;
+        case Role::DestinationStride: arguments[i] = number(batch.destination.stride); break;
+        case Role::DestinationDist: arguments[i] = number(batch.destination.dist); break;
+        case Role::Howmany: arguments[i] = number(batch.howmany); break;
         case Role::Selector: arguments[i] = asArgument(selector); break;
         case Role::Flag: arguments[i] = asArgument(flag); break;
         case Role::Buffer:
@@ -133,14 +154,24 @@ struct Transform {
         case Role::NewPlan:
         case Role::Block:
         case Role::Size:
+        case Role::Level:
         case Role::None: break;
       }
     }
     return arguments;
   }
-  std::int32_t call(const void* source, void* destination, std::int32_t flag,
-                    const void* work) const {
-    return function->call(arguments(source, destination, flag, work));
+  std::int32_t call(const void* source, void* destination, std::int32_t flag, const void* work,
+                    const Batch& batch = {}) const {
+    return function->call(arguments(source, destination, flag, work, batch));
+  }
+  /// An element is one of its parts, or of a complex number or a bin both.
+  int sourceParts() const { return isComplex(Direction::Inverse) ? 2 : 1; }
+  int destinationParts() const { return isComplex(Direction::Forward) ? 2 : 1; }
+
+ private:
+  bool isComplex(Direction toThisSide) const {
+    return function->family == Family::Complex ||
+           (function->layout == Layout::Ccs && function->direction == toThisSide);
   }
 };
 
@@ -167,6 +198,13 @@ class Exports {
     return *std::find_if(functions_.begin(), functions_.end(), [&](const Function& function) {
       return function.family == like.family && function.bits == like.bits &&
              function.roles == roles;
+    });
+  }
+
+  /// The function that does one at a time of what a function does many times.
+  const Function& single(const Function& many) const {
+    return *std::find_if(functions_.begin(), functions_.end(), [&](const Function& function) {
+      return function.takes(Role::Source) && !function.isKernel() && serves(many, function);
     });
   }
 
@@ -210,9 +248,9 @@ class Exports {
   }
 
  private:
-  static bool serves(const Function& entry, const Function& kernel) {
-    return entry.family == kernel.family && entry.direction == kernel.direction &&
-           entry.layout == kernel.layout && entry.bits == kernel.bits;
+  static bool serves(const Function& a, const Function& b) {
+    return a.family == b.family && a.direction == b.direction && a.layout == b.layout &&
+           a.bits == b.bits;
   }
 
   std::span<const Function> functions_;

@@ -4,7 +4,8 @@
 //     interface json
 //
 // The kernels are those of the generator, each family with its entry behind it; the Walsh-Hadamard
-// transforms, the DCT-IV and the version are listed here.
+// transforms, the DCT-IV and the version are listed here. The functions of libzvxgmany follow: what
+// takes a length is there once more, for many transforms of it.
 
 #include <cstdio>
 #include <string>
@@ -29,6 +30,7 @@ struct Row {
   Direction direction = Direction::Forward;
   Layout layout = Layout::None;
   int sourceSize = 0, destinationSize = 0;
+  bool isMany = false;
 };
 
 const char* nameOf(kernelgen::Family family) {
@@ -44,6 +46,21 @@ constexpr int kOrders = 13;
 
 // With a plan; 2^29 and 2^30 are accepted too, as their sizes wrap around.
 int longestPlan(int bits) { return 1 << (bits == 32 ? 26 : 25); }
+
+// What a transform by its length, or by a plan, is as a function for many of them.
+Row manyOf(Row row) {
+  const Names arrays = {"Source",      "SourceStride",      "SourceDist",
+                        "Destination", "DestinationStride", "DestinationDist"};
+  Names roles = arrays;
+  for (const std::string& role : row.roles) {
+    if (role == "Flag" || role == "Plan") roles.push_back("Howmany");
+    if (role != "Source" && role != "Destination") roles.push_back(role);
+  }
+  row.symbol.insert(row.symbol.rfind('_'), "_Many");
+  row.roles = roles;
+  row.isMany = true;
+  return row;
+}
 
 std::vector<Row> makeRows() {
   std::vector<Row> rows = {{"zvxgenGetLibVersion", "Version"}};
@@ -96,6 +113,18 @@ std::vector<Row> makeRows() {
     add("zvxgDCT4InitAlloc", "Dct4", 2, longest, {"NewPlan", "Selector"});
     add("zvxgDCT4Free", "Dct4", 2, longest, {"Plan"});
   }
+  for (std::size_t i = 0, end = rows.size(); i < end; ++i) {
+    const Names& roles = rows[i].roles;
+    if (!roles.empty() && roles[0] == "Source" && rows[i].first != rows[i].last) {
+      rows.push_back(manyOf(rows[i]));
+    }
+  }
+  for (const char* symbol : {"zvxgManyLevel", "zvxgManyLimitLevel"}) {
+    Row row = {symbol, "Level"};
+    row.isMany = true;
+    if (row.symbol == "zvxgManyLimitLevel") row.roles = {"Level"};
+    rows.push_back(row);
+  }
   return rows;
 }
 
@@ -116,11 +145,14 @@ std::string joined(const Names& names, const char* before, const char* after) {
 }
 
 void print(const Row& row, bool asTable, bool isLast) {
-  std::printf(asTable ? "ZVXG_FUNCTION(%s, Library::Zvxg, Family::%s, Direction::%s, Layout::%s, "
+  std::printf(asTable ? "ZVXG_%sFUNCTION(%s, Family::%s, Direction::%s, Layout::%s, "
                         "%d, %d, %d, %d, %d, {%s})%s\n"
-                      : "{\"symbol\": \"%s\", \"library\": \"zvxg\", \"family\": \"%s\", "
+                      : "{\"library\": \"zvxg%s\", \"symbol\": \"%s\", \"family\": \"%s\", "
                         "\"direction\": \"%s\", \"layout\": \"%s\", \"bits\": %d, \"first\": %d, "
                         "\"last\": %d, \"source\": %d, \"destination\": %d, \"roles\": [%s]}%s\n",
+              !row.isMany ? ""
+              : asTable   ? "MANY_"
+                          : "many",
               row.symbol.c_str(), row.family.c_str(), nameOf(row.direction), nameOf(row.layout),
               row.bits, row.first, row.last, row.sourceSize, row.destinationSize,
               (asTable ? joined(row.roles, "Role::", "") : joined(row.roles, "\"", "\"")).c_str(),

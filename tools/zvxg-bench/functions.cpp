@@ -44,20 +44,22 @@ std::vector<std::string> withoutSymbol(std::vector<std::string> fields) {
 }  // namespace
 
 std::string familyOf(const Function& function) {
-  if (function.isEntry()) return "entries";
+  if (function.isEntry() && !function.isMany()) return "entries";
+  const std::string many = function.isMany() ? "many-" : "";
   const std::string direction =
       function.direction == api::Direction::Forward ? "forward" : "inverse";
   switch (function.family) {
     case api::Family::Version: return "version";
-    case api::Family::Complex: return "complex-" + direction;
-    case api::Family::Hartley: return "hartley";
-    case api::Family::Wht: return "wht";
-    case api::Family::Dct4: return "dct4";
+    case api::Family::Complex: return many + "complex-" + direction;
+    case api::Family::Hartley: return many + "hartley";
+    case api::Family::Wht: return many + "wht";
+    case api::Family::Dct4: return many + "dct4";
+    case api::Family::Level: return "many-level";
     case api::Family::Real: break;
   }
   std::string layout = layoutName(function);
   for (char& c : layout) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
-  return "real-" + direction + "-" + layout;
+  return many + "real-" + direction + "-" + layout;
 }
 
 int pointsOf(const Function& function) {
