@@ -5,7 +5,8 @@ set(sanitize -gline-tables-only -fno-omit-frame-pointer
   -fsanitize=${ZVXG_SANITIZE} -fno-sanitize-recover=all)
 # With a check at every access, unrolled code is quickest to compile without optimisation, but for
 # MemorySanitizer, which would follow each local variable.
-foreach(objects zvxg_objects zvxg_objects_${ZVXG_LEVEL})
+get_target_property(all zvxg ZVXG_OBJECTS)
+foreach(objects IN LISTS all)
   if(ZVXG_SANITIZE STREQUAL memory)
     target_compile_options(${objects} PRIVATE ${sanitize} -O1
       "SHELL:-mllvm -msan-instrumentation-with-call-threshold=0")

@@ -4,6 +4,7 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
 
 #include "counts.h"
@@ -27,53 +28,47 @@ constexpr const char* kUsage =
        kernelgen counts             operation counts of all kernels as CSV
        kernelgen STAGE SYMBOL       one kernel in a stage of its making: recipe, graph, scalar,
                                     schedule, text; in all of them: stages
-       --machine v3 | v4            after source: those kernels that are packed there, as they are;
-                                    after text: that kernel as it is there
+       --machine LEVELS             after source and long: the kernels that have one text for just
+                                    these levels, such as base,v3; after text: the kernel as it
+                                    is at one level, v3 or v4
 )";
 
-// Every PARTS-th kernel, so that long and short ones are spread over the files.
-std::vector<KernelId> share(bool wantsLong, int part, int parts) {
+// Every PARTS-th kernel, so that long and short ones are spread over the files: of all, or of those
+// with one text for just these levels. Long ones are only in the text of the base.
+std::vector<KernelId> share(bool wantsLong, const std::vector<Level>& levels, int part, int parts) {
   if (parts < 1 || part < 0 || part >= parts) throw std::invalid_argument("no such part");
-  std::vector<KernelId> all = kernelList(), mine;
-  std::erase_if(all, [&](const KernelId& id) { return designOf(id).isLong != wantsLong; });
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (static_cast<int>(i) % parts == part) mine.push_back(all[i]);
-  }
-  return mine;
-}
-
-// Every PARTS-th of those that are not as in the base.
-std::vector<KernelId> share(Level level, int part, int parts) {
-  if (parts < 1 || part < 0 || part >= parts) throw std::invalid_argument("no such part");
+  const Level level = levels.empty() ? Level::Base : levels.front();
   std::vector<KernelId> mine;
   int count = 0;
   for (const KernelId& id : kernelList()) {
-    if (packingOf(id, level) && count++ % parts == part) mine.push_back(id);
+    const bool isLong = level == Level::Base && designOf(id).isLong;
+    if (isLong != wantsLong || (!levels.empty() && levelsLike(id, level) != levels)) continue;
+    if (count++ % parts == part) mine.push_back(id);
   }
   return mine;
 }
 
 // Takes the option from the words.
-Level machineOf(std::vector<std::string>& words) {
-  if (words.size() < 2 || words[words.size() - 2] != "--machine") return Level::Base;
-  const Level level = levelOfName(words.back());
+std::vector<Level> machineOf(std::vector<std::string>& words) {
+  if (words.size() < 2 || words[words.size() - 2] != "--machine") return {};
+  std::istringstream names(words.back());
+  std::vector<Level> levels;
+  for (std::string name; std::getline(names, name, ',');) levels.push_back(levelOfName(name));
   words.resize(words.size() - 2);
-  return level;
+  return levels;
 }
 
 int run(std::vector<std::string> words) {
-  const Level level = machineOf(words);
+  const std::vector<Level> levels = machineOf(words);
+  const Level level = levels.empty() ? Level::Base : levels.front();
   const std::string command = words.empty() ? "" : words[0];
   if (command == "list" && words.size() == 1) {
     for (const KernelId& id : kernelList()) std::cout << id.symbol() << '\n';
   } else if (command == "header" && words.size() == 1) {
     std::cout << emitHeader();
-  } else if ((command == "source" || (command == "long" && level == Level::Base)) &&
-             words.size() == 3) {
+  } else if ((command == "source" || command == "long") && words.size() == 3) {
     const int part = std::stoi(words[1]), parts = std::stoi(words[2]);
-    std::cout << emitFile(
-        level == Level::Base ? share(command == "long", part, parts) : share(level, part, parts),
-        level);
+    std::cout << emitFile(share(command == "long", levels, part, parts), level);
   } else if (command == "many" && words.size() == 2 && words[1] == "tables") {
     std::cout << emitManyTables();
   } else if (command == "many" && words.size() == 3) {

@@ -48,4 +48,12 @@ std::optional<Packing> packingOf(const KernelId& id, Level level) {
   return {};
 }
 
+std::vector<Level> levelsLike(const KernelId& id, Level level) {
+  std::vector<Level> levels;
+  for (const Level other : {Level::Base, Level::V3, Level::V4}) {
+    if (packingOf(id, other) == packingOf(id, level)) levels.push_back(other);
+  }
+  return levels;
+}
+
 }  // namespace kernelgen

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "kernel_id.h"
 #include "packing.h"
@@ -21,5 +22,8 @@ Level levelOfName(const std::string& name);
 
 // How the kernel is packed, if it is not the one of the base.
 std::optional<Packing> packingOf(const KernelId& id, Level level);
+
+// The levels, in their order, at which the kernel is as it is at this one.
+std::vector<Level> levelsLike(const KernelId& id, Level level);
 
 }  // namespace kernelgen

@@ -28,15 +28,15 @@ def commands():
     with open(f"{BUILD}/compile_commands.json", encoding="utf-8") as file:
         entries = json.load(file)
     # Files of which each level has its own object count as those of the base.
-    of_a_variant = re.compile(r"/zvxg_objects_v\d\w*\.dir/")
+    of_a_variant = re.compile(r"/zvxg_(objects_v\d\w*|kernels_\w*_for_v\d)\.dir/")
     return {entry["file"]: entry["command"] for entry in entries
             if not of_a_variant.search(entry["command"])}
 
 
 def sources(part):
-    """The files that are compiled for a part of the build, such as zvxg_objects."""
-    return [file for file, command in commands().items()
-            if re.search(rf"/{part}(_base)?\.dir/", command)]
+    """The files that are compiled for a part of the build; zvxg_objects are those of the library."""
+    names = rf"/({part}(_base)?|zvxg_kernels_\w+)\.dir/" if part == "zvxg_objects" else rf"/{part}\.dir/"
+    return [file for file, command in commands().items() if re.search(names, command)]
 
 
 def compiled(source, output, tree=ROOT, text=None):

@@ -108,7 +108,7 @@ class Generator(Workshop):
         if not tried and printed["entries"] == self.printed["entries"]:
             return None
         head = kernels_of(printed["source 0 1"])[0]
-        texts = {"source_0.cpp": head + "".join(tried), "entries.cpp": printed["entries"]}
+        texts = {"source_base_v3_v4_0.cpp": head + "".join(tried), "entries.cpp": printed["entries"]}
         units = {os.path.basename(unit): unit for unit in sources("zvxg_objects")}
         try:
             for name, text in texts.items():

@@ -29,7 +29,7 @@ def kernels(options):
     directory = f"{MADE}/kernels"
     os.makedirs(directory, exist_ok=True)
     seeded, texts = {}, {}
-    shares = [s for s in sources("zvxg_objects") if re.search(r"/(source|long)_\d+\.cpp$", s)]
+    shares = [s for s in sources("zvxg_objects") if re.search(r"/(source|long)_\w+\.cpp$", s)]
     for source in random.Random(options.seed).sample(shares, len(shares)):
         if options.count and len(seeded) >= options.count:
             break

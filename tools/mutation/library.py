@@ -13,7 +13,7 @@ Part = collections.namedtuple("Part", "directories count objects programs compil
 PARTS = {
     # One share of the kernels stands for all of them.
     "frame": Part(
-        ("src/frame/",), 25, "/(version|entries|source_0).cpp$",
+        ("src/frame/",), 25, "/(version|entries|source_base_v3_v4_0).cpp$",
         {"hashes": "", "tests": "", "reliability": ""}, None,
     ),
     "wht": Part(
