@@ -33,17 +33,6 @@ bool isSelected(const std::string& name) {
   return name.find(kText) != std::string::npos;
 }
 
-std::vector<Function> loadedFunctions() {
-  std::vector<Function> functions(api::functions().begin(), api::functions().end());
-  for (Function& function : functions) {
-    function.address = libraryUnderTest().find(function.symbol);
-    if (function.address == nullptr) {
-      throw std::runtime_error(std::string(function.symbol) + " is not in the library");
-    }
-  }
-  return functions;
-}
-
 }  // namespace
 
 Library::Library(const std::string& path) : handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
@@ -57,10 +46,21 @@ const Library& libraryUnderTest() {
   return kLibrary;
 }
 
+std::vector<Function> functionsIn(const Library& library, std::span<const Function> list) {
+  std::vector<Function> functions(list.begin(), list.end());
+  for (Function& function : functions) {
+    function.address = library.find(function.symbol);
+    if (function.address == nullptr) {
+      throw std::runtime_error(std::string(function.symbol) + " is not in the library");
+    }
+  }
+  return functions;
+}
+
 Random makeRandom() { return Random(seed()); }
 
 const api::Exports& exports() {
-  static const std::vector<Function> kFunctions = loadedFunctions();
+  static const std::vector<Function> kFunctions = functionsIn(libraryUnderTest(), api::functions());
   static const api::Exports kExports(kFunctions);
   return kExports;
 }
@@ -74,22 +74,25 @@ const Function& functionNamed(const std::string& symbol) {
   return *kByName.at(symbol);
 }
 
-const std::vector<Transform>& transforms() {
-  static const auto kTransforms = [] {
-    std::vector<Transform> list;
-    for (const Function& function : exports().functions()) {
-      for (const Transform& transform :
-           exports().transformsOf(function, api::planLengths(function.bits, kLongestListed))) {
-        if (isSelected(nameOf(transform))) list.push_back(transform);
-      }
+std::vector<Transform> transformsOf(std::span<const Function> functions, int32_t longestPlan) {
+  std::vector<Transform> list;
+  for (const Function& function : functions) {
+    for (const Transform& transform :
+         exports().transformsOf(function, api::planLengths(function.bits, longestPlan))) {
+      if (isSelected(nameOf(transform))) list.push_back(transform);
     }
-    return list;
-  }();
+  }
+  return list;
+}
+
+const std::vector<Transform>& transforms() {
+  static const auto kTransforms = transformsOf(exports().functions(), kLongestListed);
   return kTransforms;
 }
 
 std::string nameOf(const Transform& transform) {
-  const std::string name = transform.kernel->symbol;
+  const bool isMany = transform.function->isMany();
+  const std::string name = isMany ? transform.function->symbol : transform.kernel->symbol;
   return transform.function->isPlanned() ? name + " " + std::to_string(transform.points) : name;
 }
 

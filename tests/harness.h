@@ -16,6 +16,7 @@
 #include <limits>
 #include <memory>
 #include <random>
+#include <span>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -147,13 +148,19 @@ class Library {
 
 const Library& libraryUnderTest();
 
-/// Its functions.
+/// The functions of a list, found in a library that has them all.
+std::vector<Function> functionsIn(const Library& library, std::span<const Function> list);
+
+/// The functions of the library under test.
 const api::Exports& exports();
 const Function& functionNamed(const std::string& symbol);
 
 /// All transforms: kernels, entries at all lengths, the DCT-IV up to kLongestListed.
 const std::vector<Transform>& transforms();
 inline constexpr int32_t kLongestListed = 1 << 17;  // a plan of splits in splits
+
+/// Of any functions, as far as ZVXG_KERNEL selects them.
+std::vector<Transform> transformsOf(std::span<const Function> functions, int32_t longestPlan);
 
 /// What does the work; of a plan with its length.
 std::string nameOf(const Transform& transform);

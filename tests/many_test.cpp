@@ -114,19 +114,14 @@ class Transform {
 // body(transform, zero) for every function and length.
 template <class Body>
 void forEachMany(const Library& library, const Body& body) {
-  const char* const text = std::getenv("ZVXG_KERNEL");
-  for (api::Function function : api::manyFunctions()) {
-    function.address = find<void*>(library, function.symbol);
-    for (const api::Transform& many :
-         exports().transformsOf(function, api::planLengths(function.bits, 1024))) {
-      withElement(many, [&]<class T>(T zero) {
-        const Transform<T> transform(many);
-        if (text != nullptr && transform.label().find(text) == std::string::npos) return;
-        SCOPED_TRACE(transform.label());
-        body(transform, zero);
-      });
-      if (testing::Test::HasFatalFailure()) return;
-    }
+  const auto functions = functionsIn(library, api::manyFunctions());
+  for (const api::Transform& many : transformsOf(functions, 1024)) {
+    withElement(many, [&]<class T>(T zero) {
+      const Transform<T> transform(many);
+      SCOPED_TRACE(transform.label());
+      body(transform, zero);
+    });
+    if (testing::Test::HasFatalFailure()) return;
   }
 }
 

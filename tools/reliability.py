@@ -42,21 +42,22 @@ SECTIONS = {
     "Bits": [
         Row(
             "All results have the hashes in `tests/hashes.csv`; results of a by-length entry have "
-            "those of its kernels",
+            "those of its kernels. So have batches of libzvxgmany, with AVX and with AVX-512",
             r"^Bits\.AsRecorded$",
-            "{transforms} functions and lengths, {results} results",
+            "{functions} functions and lengths, {results} results, {batches} batches",
         ),
         Row(
             "The same hashes on an emulated Sandy Bridge, which has AVX and traps all later "
             "instructions; plans of the DCT-IV are left out where the math library chooses other "
             "sines for that processor",
             r"^Bits\.OnSandyBridge$",
-            "{transforms} functions and lengths, {results} results, {left} left out",
+            "{functions} functions and lengths, {results} results, {batches} batches, "
+            "{left} left out",
         ),
         Row(
             "The same hashes under Valgrind, which finds no use of uninitialised memory",
             r"^Bits\.UnderValgrind$",
-            "{transforms} functions and lengths, {results} results",
+            "{functions} functions and lengths, {results} results, {batches} batches",
         ),
         Row(
             "The same hashes from the other compiler and at other levels of optimisation",

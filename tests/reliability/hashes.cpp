@@ -7,15 +7,22 @@
 // DCT-IV by a plan has tables from the math library, whose last bits depend on its version and on
 // the processor that it finds; these hashes are compared only where its sines and cosines are those
 // of the file. ZVXG_LIBRARY tests another build of the library.
+//
+// A function of libzvxgmany has one line for all its lengths, which holds at each level and in every
+// layout; ZVXG_MANY_LIBRARY is another build of that library.
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iostream>
 #include <numbers>
+#include <optional>
 #include <set>
+#include <span>
 #include <sstream>
 
 #include "../harness.h"
+#include "zvxg_many.h"
 
 namespace tests {
 namespace {
@@ -82,21 +89,69 @@ class Hash {
   std::uint64_t value_ = 0xcbf29ce484222325;
 };
 
-// A line of the file: a hash for each flag, behind the name of the transform.
-std::string lineOf(const Transform& transform) {
-  const Runner runner(transform);
-  std::string line = nameOf(transform);
-  for (const std::int32_t flag : flagsOf(transform)) {
-    Hash hash;
-    for (const Kind kind : kKinds) {
-      withElement(transform, [&]<class T>(T) {
-        const auto source = makeSource<T>(kind, transform.sourceBytes / sizeof(T));
-        hash.add(runner.run(bytesOf(source), flag));
-      });
+// Whole vectors of transforms, however wide, and some left over.
+constexpr int kHowmany = 37;
+constexpr std::int32_t kLongestPlan = 1024;
+
+// Copies elements of a batch from one layout to another.
+void copy(const Bytes& from, const api::Batch::Side& at, Bytes& to, const api::Batch::Side& there,
+          std::size_t bytes, std::size_t elementBytes) {
+  for (int k = 0; k < kHowmany; ++k) {
+    for (std::size_t i = 0; i < bytes / elementBytes; ++i) {
+      const auto place = [&](const api::Batch::Side& side) {
+        return (k * side.dist + i * side.stride) * elementBytes;
+      };
+      std::memcpy(&to[place(there)], &from[place(at)], elementBytes);
     }
-    line += ',' + hash.text();
   }
-  return line;
+}
+
+// The results of a batch one behind the other, as the sources are. Each call has the next of nine
+// pairs of layouts: contiguous, element-major, with gaps.
+Bytes runBatch(const Transform& transform, const void* work, const Bytes& source, int32_t flag) {
+  static int turn = 0;
+  const auto layout = [](int which, std::ptrdiff_t elements) {
+    const api::Batch::Side kLayouts[] = {{1, elements}, {kHowmany, 1}, {3, 3 * elements + 2}};
+    return kLayouts[which % 3];
+  };
+  const std::size_t element = transform.function->elementBytes();
+  const std::size_t from = element * transform.sourceParts();
+  const std::size_t to = element * transform.destinationParts();
+  const auto n = static_cast<std::ptrdiff_t>(transform.sourceBytes / from);
+  const auto m = static_cast<std::ptrdiff_t>(transform.destinationBytes / to);
+  const api::Batch batch = {kHowmany, layout(turn, n), layout(turn / 3, m)};
+  ++turn;
+  Bytes src(5 * kHowmany * transform.sourceBytes), dst(5 * kHowmany * transform.destinationBytes);
+  copy(source, {1, n}, src, batch.source, transform.sourceBytes, from);
+  EXPECT_EQ(transform.call(src.data(), dst.data(), flag, work, batch), zvxOk);
+  Bytes results(kHowmany * transform.destinationBytes);
+  copy(dst, batch.destination, results, {1, m}, transform.destinationBytes, to);
+  return results;
+}
+
+// The transforms of a line, more than one if it is of a function for many, and the line: a hash for
+// each flag, behind the name.
+using Line = std::vector<Transform>;
+
+std::string textOf(const Line& line) {
+  std::string text = nameOf(line[0]);
+  for (const std::int32_t flag : flagsOf(line[0])) {
+    Hash hash;
+    for (const Transform& transform : line) {
+      const Runner runner(transform);
+      const bool isMany = transform.function->isMany();
+      for (const Kind kind : kKinds) {
+        withElement(transform, [&]<class T>(T) {
+          const std::size_t count = transform.sourceBytes / sizeof(T) * (isMany ? kHowmany : 1);
+          const Bytes source = bytesOf(makeSource<T>(kind, count));
+          hash.add(isMany ? runBatch(transform, runner.work(), source, flag)
+                          : runner.run(source, flag));
+        });
+      }
+    }
+    text += ',' + hash.text();
+  }
+  return text;
 }
 
 // The math library's values of angles like those of the plans.
@@ -115,38 +170,112 @@ bool needsMathLibrary(const Transform& transform) {
   return transform.function->isPlanned() && transform.points > direct;
 }
 
+std::vector<Line> linesOf(std::span<const Transform> transforms) {
+  std::vector<Line> lines;
+  for (const Transform& transform : transforms) {
+    if (transform.function->isMany() && !lines.empty() &&
+        nameOf(transform) == nameOf(lines.back()[0])) {
+      lines.back().push_back(transform);
+    } else {
+      lines.push_back({transform});
+    }
+  }
+  return lines;
+}
+
+// libzvxgmany, if it is built.
+class Many {
+ public:
+  Many() {
+    const char* path = std::getenv("ZVXG_MANY_LIBRARY");
+#ifdef ZVXG_MANY_FILE
+    if (path == nullptr) path = ZVXG_MANY_FILE;
+#endif
+    if (path == nullptr) return;
+    library_.emplace(path);
+    functions_ = functionsIn(*library_, api::manyFunctions());
+    lines_ = linesOf(transformsOf(functions_, kLongestPlan));
+  }
+  bool isThere() const { return library_.has_value(); }
+  const std::vector<Line>& lines() const { return lines_; }
+  bool hasLevel(int32_t level) const {
+    const auto limit = library_->find("zvxgManyLimitLevel");
+    return reinterpret_cast<decltype(&zvxgManyLimitLevel)>(limit)(level) == level;
+  }
+
+ private:
+  std::optional<Library> library_;
+  std::vector<Function> functions_;
+  std::vector<Line> lines_;
+};
+
 int print() {
   std::cout << mathLine<float>() << '\n' << mathLine<double>() << '\n';
-  for (const Transform& transform : transforms()) {
+  for (const Line& line : linesOf(transforms())) {
     // Entries have the results of their kernels.
-    if (!transform.function->isEntry()) std::cout << lineOf(transform) << '\n';
+    if (!line[0].function->isEntry()) std::cout << textOf(line) << '\n';
   }
+  const Many many;
+  for (const Line& line : many.lines()) std::cout << textOf(line) << '\n';
   return 0;
 }
 
-int check(const char* path) {
-  std::set<std::string> lines;
-  std::ifstream file(path);
-  for (std::string line; std::getline(file, line);) lines.insert(line);
-  const bool sameMath[] = {lines.contains(mathLine<float>()), lines.contains(mathLine<double>())};
-  std::size_t results = 0, leftOut = 0, differing = 0, kernels = 2;  // the two lines on sines
-  for (const Transform& transform : transforms()) {
-    kernels += !transform.function->isEntry();
-    if (needsMathLibrary(transform) && !sameMath[transform.function->bits == 64]) {
-      ++leftOut;
-      continue;
-    }
-    results += flagsOf(transform).size() * std::size(kKinds);
-    if (lines.contains(lineOf(transform))) continue;
-    ++differing;
-    std::cerr << "other bits: " << nameOf(transform) << '\n';
+class Record {
+ public:
+  explicit Record(const char* path) {
+    std::ifstream file(path);
+    for (std::string line; std::getline(file, line);) lines_.insert(line);
+    sameMath_[0] = lines_.contains(mathLine<float>());
+    sameMath_[1] = lines_.contains(mathLine<double>());
   }
-  std::cout << transforms().size() - leftOut << " functions and lengths, " << results
-            << " results, " << differing << " with other bits, " << leftOut
-            << " left out for their sines\n";
-  const bool complete = kernels == lines.size() || std::getenv("ZVXG_KERNEL") != nullptr;
+  std::size_t lines() const { return lines_.size(); }
+  int differing() const { return differing_; }
+
+  // Compares the lines and tells about them, in these words.
+  void compare(const std::vector<Line>& lines, const char* functions, const char* results) {
+    int compared = 0, count = 0, differing = 0, leftOut = 0;
+    for (const Line& line : lines) {
+      if (needsMathLibrary(line[0]) && !sameMath_[line[0].function->bits == 64]) {
+        ++leftOut;
+        continue;
+      }
+      compared += static_cast<int>(line.size());
+      count += static_cast<int>(line.size() * flagsOf(line[0]).size() * std::size(kKinds));
+      if (lines_.contains(textOf(line))) continue;
+      ++differing;
+      std::cerr << "other bits: " << nameOf(line[0]) << '\n';
+    }
+    std::cout << compared << ' ' << functions << ", " << count << ' ' << results << ", "
+              << differing << " with other bits, " << leftOut << " left out for their sines\n";
+    differing_ += differing;
+  }
+
+ private:
+  std::set<std::string> lines_;
+  bool sameMath_[2];
+  int differing_ = 0;
+};
+
+int check(const char* path) {
+  Record record(path);
+  const std::vector<Line> lines = linesOf(transforms());
+  record.compare(lines, "functions and lengths", "results");
+  const Many many;
+  for (const int32_t level : {zvxManyAvx, zvxManyAvx512}) {
+    std::cout << "libzvxgmany with AVX" << (level == zvxManyAvx ? ": " : "-512: ");
+    if (many.isThere() && many.hasLevel(level)) {
+      record.compare(many.lines(), "lengths", "batches");
+    } else {
+      std::cout << "not here\n";
+    }
+  }
+  const auto kernels = std::count_if(lines.begin(), lines.end(),
+                                     [](const Line& line) { return !line[0].function->isEntry(); });
+  // Beside them the two lines on sines.
+  const bool complete = std::getenv("ZVXG_KERNEL") != nullptr || !many.isThere() ||
+                        record.lines() == 2 + kernels + many.lines().size();
   if (!complete) std::cerr << path << " has other transforms than the library\n";
-  return differing == 0 && complete ? 0 : 1;
+  return record.differing() == 0 && complete ? 0 : 1;
 }
 
 }  // namespace
