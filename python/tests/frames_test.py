@@ -38,6 +38,11 @@ def test_short_time(n, hop, kind):
     assert power.dtype == kind.lower()
     close(power, signal.spectrogram(plain, 8, window, n, n - hop, detrend=False,
                                     return_onesided=real)[2])
+    columns = zvxg.spectrogram(x, window, hop, axis=1, fs=8, average=6)
+    whole = power[..., : columns.shape[-1] * 6]
+    close(columns, whole.reshape(*whole.shape[:-1], -1, 6).mean(-1))
+    close(zvxg.average_spectrum(x, window, hop, axis=1, fs=8), signal.welch(
+        plain, 8, window, n, n - hop, detrend=False, return_onesided=real)[1])
 
 
 def test_hann_by_length():

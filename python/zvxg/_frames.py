@@ -2,11 +2,15 @@
 
 Frames of the short-time transforms are read where they lie in the signal, windowed and transformed
 by tiles, in src/frames.cpp. The MDCT follows docs/mdct.md.
+
+What zvxg.dask does with parts of signals is here too: Frames.
 """
+
+import dataclasses
 
 import numpy as np
 
-from ._core import analyse_frames, dct4, synthesise_frames
+from ._core import analyse_frames, dct4, sum_power, synthesise_frames
 
 _REAL = {"f": "f", "d": "d", "F": "f", "D": "d"}
 _COMPLEX = {"f": "F", "d": "D"}
@@ -23,7 +27,7 @@ def _signals(x, function):
     return x.astype(x.dtype.newbyteorder("="), copy=False)
 
 
-def _window(window, dtype):
+def _values(window, dtype):
     """The values of a window; a number stands for the periodic Hann window of this length."""
     if np.ndim(window) == 0:
         n = np.arange(window)
@@ -32,11 +36,6 @@ def _window(window, dtype):
     if window.ndim != 1 or not 2 <= window.size <= 64:
         raise ValueError(f"the window has the shape {window.shape}; it takes 2 to 64 values")
     return window
-
-
-def _check_hop(hop, window):
-    if not 1 <= hop <= window.size:
-        raise ValueError(f"hop is {hop}; with this window it is at least 1 and at most {window.size}")
 
 
 def _scale(window, scaling, fs):
@@ -53,6 +52,87 @@ def _scale(window, scaling, fs):
     raise ValueError(f"scaling is one of 'spectrum', 'psd' and None, not {scaling!r}")
 
 
+@dataclasses.dataclass(frozen=True, eq=False)
+class Frames:
+    """How signals of a type are cut into frames, and what their spectra are multiplied by."""
+
+    window: np.ndarray
+    hop: int
+    scale: float
+    onesided: bool
+
+    @classmethod
+    def of(cls, dtype, window, hop, scaling, fs, onesided=None):
+        dtype = np.dtype(dtype)
+        window = _values(window, _REAL[dtype.char])
+        if not 1 <= hop <= window.size:
+            raise ValueError(f"hop is {hop}; with this window it is at least 1 and at most "
+                             f"{window.size}")
+        return cls(window, hop, _scale(window, scaling, fs),
+                   dtype.kind != "c" if onesided is None else onesided)
+
+    @property
+    def bins(self):
+        return self.window.size // 2 + 1 if self.onesided else self.window.size
+
+    @property
+    def complex_type(self):
+        return np.dtype(_COMPLEX[self.window.dtype.char])
+
+    def count(self, samples, pad):
+        """The frames of a signal; with `pad`, they are centred and cover all of it."""
+        reach = samples - self.window.size
+        if pad:
+            reach += self.window.size // 2 * 2
+        if reach < 0:
+            raise ValueError(f"{samples} samples are shorter than the window of {self.window.size}")
+        return 1 + (-(-reach // self.hop) if pad else reach // self.hop)
+
+    def spectra(self, x, first, count):
+        """(.., bins, frames) of frames that begin at the samples first, first + hop .. of the last
+        axis, with zeros around it."""
+        spectra = np.empty(x.shape[:-1] + (self.bins, count), self.complex_type)
+        analyse_frames(x.reshape(-1, x.shape[-1]), (self.window * self.scale).astype(x.real.dtype),
+                       spectra.reshape(-1, self.bins, count), self.hop, first)
+        return spectra
+
+    def power(self, x, first, count, average):
+        """(.., bins, columns), the sums of power over `average` frames each, by pairs."""
+        sums = np.empty(x.shape[:-1] + (self.bins, count))
+        rows = x.reshape(-1, x.shape[-1])
+        sum_power(rows, (self.window * self.scale).astype(x.real.dtype),
+                  sums.reshape(len(rows), self.bins, count), self.hop, first, average)
+        return sums
+
+    def density(self, sums, frames):
+        """What sums of power over so many frames say of both signs of the frequency, if the signal
+        is real, in its precision."""
+        sums = sums / frames
+        if self.onesided:
+            sums[..., 1 : (self.window.size + 1) // 2, :] *= 2
+        return sums.astype(self.window.dtype)
+
+    def overlapped(self):
+        """The sum of the squared windows over each sample modulo the hop, away from the ends."""
+        power = np.square(self.window, dtype=float)
+        return np.array([power[i :: self.hop].sum() for i in range(self.hop)])
+
+    def signals(self, spectra, first, samples):
+        """(.., samples) from the sample `first` of the first frame on, in the sense of least squares."""
+        bins, count = spectra.shape[-2:]
+        x = np.zeros(spectra.shape[:-2] + (samples,),
+                     self.window.dtype if self.onesided else spectra.dtype)
+        synthesise_frames(x.reshape(-1, samples),
+                          (self.window / self.scale).astype(self.window.dtype),
+                          spectra.reshape(-1, bins, count), self.hop, -first)
+        weight = np.zeros(self.window.size + (count - 1) * self.hop)
+        for i, value in enumerate(np.square(self.window, dtype=float)):
+            weight[i : i + (count - 1) * self.hop + 1 : self.hop] += value
+        weight = weight[first : first + samples]
+        x /= np.where(weight > 1e-10 * self.overlapped().max(), weight, 1).astype(self.window.dtype)
+        return x
+
+
 def stft(x, window, hop, *, axis=-1, pad=True, scaling="spectrum", fs=1.0):
     """Short-time Fourier transform: spectra of windowed frames that begin `hop` samples apart.
 
@@ -65,20 +145,8 @@ def stft(x, window, hop, *, axis=-1, pad=True, scaling="spectrum", fs=1.0):
     bins, complex ones len(window). scipy.signal.stft gives the same numbers.
     """
     x = np.moveaxis(_signals(x, "stft"), axis, -1)
-    real = _REAL[x.dtype.char]
-    window = _window(window, real)
-    _check_hop(hop, window)
-    n, samples = window.size, x.shape[-1]
-    margin = n // 2 if pad else 0
-    reach = samples + 2 * margin - n
-    if reach < 0:
-        raise ValueError(f"{samples} samples are shorter than the window of {n}")
-    frames = 1 + (-(-reach // hop) if pad else reach // hop)
-    bins = n if x.dtype.kind == "c" else n // 2 + 1
-    spectra = np.empty(x.shape[:-1] + (bins, frames), _COMPLEX[real])
-    analyse_frames(x.reshape(-1, samples), (window * _scale(window, scaling, fs)).astype(real),
-                   spectra.reshape(-1, bins, frames), hop, -margin)
-    return spectra
+    frames = Frames.of(x.dtype, window, hop, scaling, fs)
+    return frames.spectra(x, -(frames.window.size // 2) if pad else 0, frames.count(x.shape[-1], pad))
 
 
 def istft(spectra, window, hop, *, length=None, pad=True, scaling="spectrum", fs=1.0, onesided=True):
@@ -89,49 +157,57 @@ def istft(spectra, window, hop, *, length=None, pad=True, scaling="spectrum", fs
     added at the end. Spectra of complex signals need onesided=False.
     """
     spectra = _signals(spectra, "istft")
-    real = _REAL[spectra.dtype.char]
-    spectra = spectra.astype(_COMPLEX[real], copy=False)
-    window = _window(window, real)
-    _check_hop(hop, window)
-    n = window.size
+    frames = Frames.of(spectra.dtype, window, hop, scaling, fs, onesided)
+    check_spectra(spectra, frames)
+    spectra = spectra.astype(frames.complex_type, copy=False)
+    margin = frames.window.size // 2 if pad else 0
+    samples = frames.window.size + (spectra.shape[-1] - 1) * hop - 2 * margin
+    return frames.signals(spectra, margin, samples)[..., :length]
+
+
+def check_spectra(spectra, frames):
+    """Refuses what istft() cannot turn into signals."""
     if spectra.ndim < 2:
         raise ValueError("istft: the last two axes are bins and frames, and there is only one")
-    bins, frames = spectra.shape[-2:]
-    if bins != (n // 2 + 1 if onesided else n):
+    bins, n = spectra.shape[-2], frames.window.size
+    if bins != frames.bins:
         raise ValueError(f"istft: {bins} bins do not belong to a window of {n}"
                          + ("; onesided=False is for complex signals" if bins == n else ""))
-    power = np.square(window, dtype=float)
-    overlapped = np.array([power[i::hop].sum() for i in range(hop)])
+    overlapped = frames.overlapped()
     if overlapped.min() <= 1e-10 * overlapped.max():
-        raise ValueError(f"istft: no frame sees the samples at {overlapped.argmin()} modulo {hop}, "
-                         "where overlapped windows are 0: the hop is too wide for this window")
-
-    x = np.zeros(spectra.shape[:-2] + (n + (frames - 1) * hop,), real if onesided else spectra.dtype)
-    synthesise_frames(x.reshape(-1, x.shape[-1]),
-                      (window / _scale(window, scaling, fs)).astype(real),
-                      spectra.reshape(-1, bins, frames), hop, 0)
-    weight = np.zeros(x.shape[-1])
-    for i in range(n):
-        weight[i : i + (frames - 1) * hop + 1 : hop] += power[i]
-    x /= np.where(weight > 1e-10 * weight.max(), weight, 1).astype(real)
-    if pad:
-        x = x[..., n // 2 : x.shape[-1] - n // 2]
-    return x if length is None else x[..., :length]
+        raise ValueError(f"istft: no frame sees the samples at {overlapped.argmin()} modulo "
+                         f"{frames.hop}, where overlapped windows are 0: the hop is too wide for "
+                         "this window")
 
 
-def spectrogram(x, window, hop, *, axis=-1, fs=1.0):
-    """The power density of stft(.., pad=False): (.., bins, frames) of real numbers.
+def spectrogram(x, window, hop, *, axis=-1, fs=1.0, average=1):
+    """The power density of the frames that lie in the signal: (.., bins, columns) of real numbers.
 
-    For real signals, what belongs to negative frequencies is added to the positive ones.
-    scipy.signal.spectrogram(.., detrend=False) gives the same numbers.
+    Each column is the mean over `average` frames in turn; frames at the end that do not fill one are
+    left out. For real signals, what belongs to negative frequencies is added to the positive ones.
+    scipy.signal.spectrogram(.., detrend=False) gives the same numbers for an average of 1.
     """
-    spectra = stft(x, window, hop, axis=axis, pad=False, scaling="psd", fs=fs)
-    power = spectra.real**2
-    power += spectra.imag**2
-    if not np.iscomplexobj(x):
-        n = np.size(window) if np.ndim(window) else window
-        power[..., 1 : (n + 1) // 2, :] *= 2
-    return power
+    x = np.moveaxis(_signals(x, "spectrogram"), axis, -1)
+    frames = Frames.of(x.dtype, window, hop, "psd", fs)
+    check_average(average)
+    columns = frames.count(x.shape[-1], False) // average
+    return frames.density(frames.power(x, 0, columns, average), average)
+
+
+def check_average(average):
+    if average < 1:
+        raise ValueError(f"average is {average}; it is the number of frames of a column, at least 1")
+
+
+def average_spectrum(x, window, hop, *, axis=-1, fs=1.0):
+    """The mean power density of the frames that lie in the signal: (.., bins), by Welch's method.
+
+    scipy.signal.welch(.., detrend=False) gives the same numbers.
+    """
+    x = np.moveaxis(_signals(x, "average_spectrum"), axis, -1)
+    frames = Frames.of(x.dtype, window, hop, "psd", fs)
+    count = frames.count(x.shape[-1], False)
+    return frames.density(frames.power(x, 0, 1, count), count)[..., 0]
 
 
 def _halves(window, dtype):
