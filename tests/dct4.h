@@ -2,6 +2,7 @@
 // Precisions.
 #pragma once
 
+#include "aligned.h"
 #include "dct4/records.h"
 #include "harness.h"
 #include "zvxg.h"
@@ -39,8 +40,7 @@ uint32_t planBytes(int32_t length) {
 template <class T>
 class Plan {
  public:
-  explicit Plan(int32_t length)
-      : block_(std::aligned_alloc(64, (planBytes<T>(length) + 63) / 64 * 64)) {
+  explicit Plan(int32_t length) : block_(api::alignedMemory(64, planBytes<T>(length) + 1)) {
     EXPECT_EQ(
         dct4<T>("Init").call({asArgument(&spec_), asArgument(length), asArgument(block_.get())}),
         zvxOk);
@@ -56,10 +56,7 @@ class Plan {
   }
 
  private:
-  struct Free {
-    void operator()(void* block) const { std::free(block); }
-  };
-  std::unique_ptr<void, Free> block_;
+  std::shared_ptr<void> block_;
   Dct4Spec* spec_ = nullptr;
 };
 

@@ -19,8 +19,7 @@ constexpr Writing kWritings[] = {Writing::Direct, Writing::Collected, Writing::S
 // An array from a cache line on, which streams and tables want.
 template <class T>
 std::shared_ptr<T[]> aligned(const std::vector<T>& numbers) {
-  const std::size_t bytes = (numbers.size() * sizeof(T) + 63) / 64 * 64;
-  std::shared_ptr<T[]> array(static_cast<T*>(std::aligned_alloc(64, bytes)), std::free);
+  const auto array = api::alignedMemory<T[]>(64, numbers.size() * sizeof(T));
   std::copy(numbers.begin(), numbers.end(), array.get());
   return array;
 }

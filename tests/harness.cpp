@@ -1,11 +1,11 @@
 #include "harness.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <map>
 #include <stdexcept>
+
+#include "loader.h"
 
 namespace tests {
 namespace {
@@ -35,11 +35,9 @@ bool isSelected(const std::string& name) {
 
 }  // namespace
 
-Library::Library(const std::string& path) : handle_(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-  if (handle_ == nullptr) throw std::runtime_error(dlerror());
-}
+Library::Library(const std::string& path) : handle_(api::openLibrary(path)) {}
 
-void* Library::find(const std::string& symbol) const { return dlsym(handle_, symbol.c_str()); }
+void* Library::find(const std::string& symbol) const { return api::findSymbol(handle_, symbol); }
 
 const Library& libraryUnderTest() {
   static const Library kLibrary(environment("ZVXG_LIBRARY", ZVXG_LIBRARY_FILE));
@@ -110,7 +108,7 @@ Bytes normalBytes(const Transform& transform, Random& random) {
 
 Runner::Runner(const Transform& transform)
     : transform_(transform),
-      memory_(std::aligned_alloc(64, transform.workBytes / 64 * 64 + 64)),
+      memory_(api::alignedMemory(64, transform.workBytes + 1)),
       work_(exports().prepare(transform, memory_.get())) {
   EXPECT_NE(work_, nullptr) << "no plan";
 }

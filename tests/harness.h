@@ -21,6 +21,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "aligned.h"
 #include "interface.h"
 #include "reference.h"
 
@@ -200,11 +201,8 @@ class Runner {
   }
 
  private:
-  struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-  };
   const Transform& transform_;
-  std::unique_ptr<void, Free> memory_;
+  std::shared_ptr<void> memory_;
   const void* work_;
 };
 

@@ -7,10 +7,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 
+#include "aligned.h"
 #include "batches.h"
 #include "companion.h"
 #include "dct4_batches.h"
@@ -95,8 +95,7 @@ Batch entryBatch(const Side& side, Arrays arrays) {
 Batch whtBatch(const Side& side, Arrays arrays) {
   constexpr std::size_t kPage = 4096, kOffset = 64 * 29;
   const std::size_t bytes = kOffset + 2 * sizeof(double) * static_cast<std::size_t>(side.n);
-  const std::shared_ptr<void> block(std::aligned_alloc(kPage, (bytes + kPage - 1) & -kPage),
-                                    std::free);
+  const std::shared_ptr<void> block = api::alignedMemory(kPage, bytes);
   void* const buffer = static_cast<std::byte*>(block.get()) + kOffset;
   return [block, batch = callBatch<const void*, void*, std::int32_t, void*>(
                      side.function, arrays.source, arrays.dest, zvxNoDiv, buffer)](int calls) {

@@ -1,11 +1,11 @@
 // The DCT-IV and its peers: the transforms, and making their plans.
 #pragma once
 
-#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "aligned.h"
 #include "batches.h"
 
 namespace bench {
@@ -39,7 +39,7 @@ struct Dct4Planner {
     if (getSize(n, &size) != zvxOk) {
       throw std::runtime_error("no plan of length " + std::to_string(n));
     }
-    block.reset(std::aligned_alloc(64, (size + 63) / 64 * 64), &std::free);
+    block = api::alignedMemory(64, size);
   }
   Dct4Spec* make() const {
     Dct4Spec* spec = nullptr;

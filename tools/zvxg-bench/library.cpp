@@ -1,17 +1,17 @@
 #include "library.h"
 
-#include <dlfcn.h>
-
 #include <cstring>
+
+#include "loader.h"
 
 namespace bench {
 
 Library::Library(const std::string& path)
-    : handle_(dlopen(path.empty() ? nullptr : path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-  if (!handle_) throw std::runtime_error(dlerror());
-}
+    : handle_(path.empty()
+                  ? api::libraryOfProgram(reinterpret_cast<const void*>(&zvxgenGetLibVersion))
+                  : api::openLibrary(path)) {}
 
-void* Library::find(const std::string& symbol) const { return dlsym(handle_, symbol.c_str()); }
+void* Library::find(const std::string& symbol) const { return api::findSymbol(handle_, symbol); }
 
 std::vector<api::Function> Library::functions() const {
   std::vector<api::Function> functions(api::functions().begin(), api::functions().end());
@@ -22,10 +22,8 @@ std::vector<api::Function> Library::functions() const {
 std::string Library::describe() const {
   void* const address = find("zvxgenGetLibVersion");
   if (!address) return "of no version";
-  Dl_info place;
-  const bool isPlaced = dladdr(address, &place) != 0;
   return versionOf(*reinterpret_cast<decltype(&zvxgenGetLibVersion)>(address)()) + ", " +
-         (isPlaced ? place.dli_fname : "file unknown");
+         api::fileOf(address);
 }
 
 std::string versionOf(const VersionRecord& version) {

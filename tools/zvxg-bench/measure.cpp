@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
-#include <cstdlib>
-#include <memory>
-#include <new>
+
+#include "aligned.h"
 
 namespace bench {
 namespace {
@@ -75,10 +74,7 @@ Times measure(const Case& subject, double budgetMs, int offsetBytes) {
       (2 * static_cast<std::size_t>(subject.n) + 2) * (subject.bits / 8) * subject.howmany +
       offsetBytes;
   const std::size_t destAt = (bytes + 63) / 64 * 64 + kGap;
-  const std::unique_ptr<std::byte, decltype(&std::free)> block(
-      static_cast<std::byte*>(std::aligned_alloc(kPage, (destAt + bytes + kPage) & -kPage)),
-      &std::free);
-  if (!block) throw std::bad_alloc();
+  const auto block = api::alignedMemory<std::byte>(kPage, destAt + bytes);
   std::byte* const source = block.get();
   std::byte* const dest = source + destAt;
 

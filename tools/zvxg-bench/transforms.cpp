@@ -1,7 +1,8 @@
 #include "transforms.h"
 
 #include <cmath>
-#include <cstdlib>
+
+#include "aligned.h"
 
 namespace bench {
 
@@ -24,9 +25,8 @@ Call::Call(const api::Exports& library, const Transform& transform, bool allocat
     make.call({asArgument(&plan), asArgument(transform.selector)});
     if (plan) work_ = {plan, [free](const void* p) { free.call({asArgument(p)}); }};
   } else if (transform.workBytes > 0 && !function.isEntry()) {
-    constexpr std::size_t kLine = 64;
-    void* const memory = std::aligned_alloc(kLine, (transform.workBytes / kLine + 1) * kLine);
-    work_ = {library.prepare(transform, memory), [memory](const void*) { std::free(memory); }};
+    const std::shared_ptr<void> memory = api::alignedMemory(64, transform.workBytes);
+    work_ = {memory, library.prepare(transform, memory.get())};
   }
   if (function.isPlanned() && !work_) {
     throw std::runtime_error("no plan of length " + std::to_string(transform.points));

@@ -14,6 +14,7 @@
 #include <memory>
 #include <set>
 
+#include "aligned.h"
 #include "commands.h"
 #include "functions.h"
 #include "transforms.h"
@@ -82,10 +83,7 @@ template <class T>
 class Memory {
  public:
   explicit Memory(std::size_t count)
-      : count_(count),
-        block_(static_cast<T*>(std::aligned_alloc(
-                   kLineBytes, (count * sizeof(T) / kLineBytes + 1) * kLineBytes)),
-               &std::free) {}
+      : count_(count), block_(api::alignedMemory<T>(kLineBytes, count * sizeof(T) + 1)) {}
   T* data() { return block_.get(); }
   void fill(const std::vector<T>& numbers) {
     std::copy(numbers.begin(), numbers.end(), block_.get());
@@ -96,7 +94,7 @@ class Memory {
 
  private:
   std::size_t count_;
-  std::unique_ptr<T, decltype(&std::free)> block_;
+  std::shared_ptr<T> block_;
 };
 
 template <class T>
