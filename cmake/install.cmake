@@ -14,6 +14,7 @@ endfunction()
 set(cmakeFiles ${CMAKE_INSTALL_LIBDIR}/cmake/zvxg)
 
 install(TARGETS zvxg zvxcore zvxg_static zvxcore_static EXPORT zvxg
+  RUNTIME COMPONENT runtime
   LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
   ARCHIVE COMPONENT development)
 # glibc's loader prefers these to the one above, where the processor has what they need.
@@ -27,6 +28,7 @@ foreach(level v3 v4)
 endforeach()
 if(ZVXG_MANY)
   install(TARGETS zvxgmany zvxgmany_static EXPORT zvxg
+    RUNTIME COMPONENT many
     LIBRARY COMPONENT many NAMELINK_COMPONENT development
     ARCHIVE COMPONENT development)
 endif()
@@ -55,9 +57,11 @@ if(TARGET zvxg-bench)
   file(RELATIVE_PATH fromTools /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(zvxg-bench PROPERTIES INSTALL_RPATH "$ORIGIN/${fromTools}")
   install(TARGETS zvxg-bench RUNTIME COMPONENT tools)
-  compress(${PROJECT_SOURCE_DIR}/tools/zvxg-bench/zvxg-bench.1 zvxg-bench.1.gz)
-  install(FILES ${PROJECT_BINARY_DIR}/zvxg-bench.1.gz
-    DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  if(NOT WIN32)
+    compress(${PROJECT_SOURCE_DIR}/tools/zvxg-bench/zvxg-bench.1 zvxg-bench.1.gz)
+    install(FILES ${PROJECT_BINARY_DIR}/zvxg-bench.1.gz
+      DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  endif()
 endif()
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs ${PROJECT_SOURCE_DIR}/examples

@@ -11,15 +11,24 @@
  *
  *  Link with -lzvxg -lzvxcore. The second has the default zvxMalloc() and zvxFree(), which
  *  libzvxg.so loads. If a program defines these two itself, the library calls the program's
- *  instead, and with the archive libzvxg.a the second library is not needed.
+ *  instead, and with the archive libzvxg.a the second library is not needed. On Windows the two
+ *  libraries are DLLs; see ZVXG_API and zvxMalloc().
  */
 #ifndef ZVXG_H
 #define ZVXG_H
 
 #include <stdint.h>
 
-/** Marks what the library exports. */
+/** Marks what the libraries export. On Windows that is imported from DLLs, unless ZVXG_STATIC is
+ *  defined before this header: for a program that is linked with the archives, or a DLL that has a
+ *  zvxMalloc() and zvxFree() of its own. */
+#if !defined _WIN32
 #define ZVXG_API __attribute__((visibility("default")))
+#elif defined ZVXG_STATIC
+#define ZVXG_API
+#else
+#define ZVXG_API __declspec(dllimport)
+#endif
 
 /** `noexcept` in C++, nothing in C. */
 #ifdef __cplusplus
@@ -143,7 +152,9 @@ ZVXG_API const VersionRecord* zvxgenGetLibVersion(void) ZVXG_NOEXCEPT;
 
 /**@{*/
 /** The two functions through which the library allocates and frees memory. It imports them, so a
- *  program may define its own; the default ones in libzvxcore align to 64 bytes.
+ *  program may define its own; the default ones in libzvxcore align to 64 bytes. On Windows a
+ *  DLL takes its imports from another file and not from the program: to replace the functions, put
+ *  a zvxcore.dll that exports your own in the place of ours.
  *
  *  zvxMalloc() returns `bytes` bytes on a boundary of at least 16 bytes, or null if there is no
  *  memory (the default one also for a negative count). zvxFree() takes what zvxMalloc() returned,

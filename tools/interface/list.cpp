@@ -1,7 +1,9 @@
-// Prints the list of exported functions, as a table that C++ includes or as JSON:
+// Prints the list of exported functions, as a table that C++ includes, as JSON, or as the file by which
+// a linker for Windows exports them:
 //
 //     interface table
 //     interface json
+//     interface def LIBRARY
 //
 // The kernels are those of the generator, each family with its entry behind it; the Walsh-Hadamard
 // transforms, the DCT-IV and the version are listed here. The functions of libzvxgmany follow: what
@@ -162,12 +164,20 @@ void print(const Row& row, bool asTable, bool isLast) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  const std::string form = count == 2 ? arguments[1] : "";
-  if (form != "table" && form != "json") {
-    std::fputs("usage: interface table | json\n", stderr);
+  const std::string form = count > 1 ? arguments[1] : "", library = count > 2 ? arguments[2] : "";
+  const bool isDefinition = form == "def" && (library == "zvxg" || library == "zvxgmany");
+  if (count > 3 || (!isDefinition && (!library.empty() || (form != "table" && form != "json")))) {
+    std::fputs("usage: interface table | json | def zvxg | def zvxgmany\n", stderr);
     return 2;
   }
   const std::vector<Row> rows = makeRows();
+  if (isDefinition) {
+    std::puts("EXPORTS");
+    for (const Row& row : rows) {
+      if (row.isMany == (library == "zvxgmany")) std::puts(row.symbol.c_str());
+    }
+    return 0;
+  }
   if (form == "json") std::puts("[");
   for (const Row& row : rows) print(row, form == "table", &row == &rows.back());
   if (form == "json") std::puts("]");

@@ -1,0 +1,11 @@
+# A zip of everything that is installed; `cpack` in the build directory. Beside what cmake/install.cmake
+# has, that is the import libraries for Microsoft's linker.
+
+install(FILES $<TARGET_PROPERTY:zvxg,ZVXG_LIB> $<TARGET_PROPERTY:zvxcore,ZVXG_LIB>
+  DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION . COMPONENT documentation)
+
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_FILE_NAME zvxg-${PROJECT_VERSION}-windows-x86_64)
+set(CPACK_STRIP_FILES ON)
+include(CPack)
