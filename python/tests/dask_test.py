@@ -1,6 +1,7 @@
 """zvxg.dask: the bits of the undivided call, whatever the chunks and wherever they are computed."""
 
 import os
+import re
 import signal
 import subprocess
 import sys
@@ -202,3 +203,83 @@ def test_labelled():
     again = zd.irfft(half, axis="frequency")
     np.testing.assert_allclose(again.time, np.arange(60) / rate)
     np.testing.assert_allclose(again, short, atol=1e-5)
+
+
+@pytest.fixture
+def recordings(tmp_path):
+    """A few seconds each, and files that cannot be used, with a reason."""
+    soundfile = pytest.importorskip("soundfile")
+    pytest.importorskip("zarr")
+    for name in ("xarray", "matplotlib"):
+        pytest.importorskip(name)
+    sounds = {}
+    for minute in range(60):
+        path = tmp_path / f"buoy_20240229_23{minute:02}00.{'flac' if minute % 2 else 'wav'}"
+        sounds[path] = 0.1 * random((8100 + 50 * minute, 2), "f", minute)
+        soundfile.write(path, sounds[path], 4000, "PCM_24")
+    path = tmp_path / "buoy_20240301_000000.flac"
+    whole = next(iter(sounds)).with_suffix("").name.replace("230000", "230100") + ".flac"
+    path.write_bytes((tmp_path / whole).read_bytes()[:9000])
+    (tmp_path / "buoy_20240301_000100.wav").write_bytes(b"junk")
+    soundfile.write(tmp_path / "buoy.wav", sounds[next(iter(sounds))], 4000)
+    soundfile.write(tmp_path / "buoy_20240301_000200.wav", sounds[next(iter(sounds))], 8000)
+    bad = {path.name: "flac", "buoy_20240301_000100.wav": "not recogni[sz]ed",
+           "buoy.wav": "its name has no time", "buoy_20240301_000200.wav": "its rate is 8000"}
+    return sounds, bad
+
+
+def test_long_term(recordings, tmp_path):
+    """Interrupted, run again, and against the definition by SciPy."""
+    signals = pytest.importorskip("scipy.signal")
+    import xarray
+
+    sounds, bad = recordings
+    out = tmp_path / "out"
+    command = [sys.executable, "-m", "zvxg.dask", "longterm", *map(str, sorted(tmp_path.iterdir())),
+               "--out", str(out), "--column", "1", "--snapshot", "0.25", "--channel", "1",
+               "--percentiles", "10", "50", "--workers", "2"]
+    first = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    while first.poll() is None and not list(out.glob("parts/*.npz")):
+        time.sleep(0.005)
+    first.terminate()
+    assert first.wait(timeout=60) == 130, first.stdout.read()
+    assert [path.name for path in out.iterdir() if path.name[0] != "."] == ["parts"]
+    kept = len(list(out.glob("parts/*.npz")))
+    second = subprocess.run(command, text=True, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+    assert second.returncode == 1 and 0 < kept < 60
+    assert f" {kept} of them done before" in second.stdout
+    assert "4 of 64 files were skipped" in second.stderr
+    for name, reason in bad.items():
+        assert re.search(f"{name}: .*{reason}", second.stderr), second.stderr
+    assert (out / "longterm.png").stat().st_size > 10000
+
+    data = xarray.open_zarr(out / "longterm.zarr")
+    at = 0
+    for path, sound in sounds.items():
+        begin = np.datetime64("2024-02-29T23:00") + np.timedelta64(int(path.stem[-4:-2]), "m")
+        frequencies, _, density = signals.spectrogram(
+            sound[:, 1], 4000, 0.5 - 0.5 * np.cos(np.pi * np.arange(64) / 32), 64, 32, detrend=False)
+        snapshots = density.T[: density.shape[1] // 31 * 31].reshape(-1, 31, 33).mean(1)
+        for first in range(0, len(snapshots), 4):  # 0.25 s are 31 frames, and a second 4 of those
+            column = data.isel(time=at)
+            assert column.time == begin + np.timedelta64(first * 31 * 32 * 250, "us")
+            some = snapshots[first : first + 4]
+            np.testing.assert_allclose(column["mean"], some.mean(0), rtol=1e-4)
+            np.testing.assert_allclose(column["percentiles"], np.percentile(some, [10, 50], 0), rtol=1e-4)
+            at += 1
+    assert at == data.sizes["time"] and np.array_equal(data.frequency, frequencies)
+
+
+def test_long_term_divided(recordings, monkeypatch):
+    """Into tasks of a column and pieces of a snapshot."""
+    from zvxg.dask import longterm
+
+    settings = longterm.Settings(64, 16, 0.25, 0.6, (5, 95), 0)
+    recording = longterm.examine(str(next(iter(recordings[0]))), settings, None)
+    whole = longterm.graph(recording, settings).compute(scheduler="synchronous")
+    monkeypatch.setattr(longterm, "PIECE_BYTES", 1)
+    monkeypatch.setattr(longterm, "TASK_BYTES", 1)
+    divided = longterm.graph(recording, settings)
+    assert len(divided.__dask_graph__()) == len(whole[0]) + 1
+    for got, expected in zip(divided.compute(scheduler="synchronous"), whole):
+        assert same_bits(got, expected)
