@@ -155,7 +155,8 @@ class WrongKernel(unittest.TestCase):
     def test_verify_passes_without_a_fault(self):
         result = self.with_fault("none", "verify")
         self.assertEqual(result.returncode, 0)
-        self.assertRegex(result.stdout, r"total: \d+ functions, \d+ checks, 0 failures\n\Z")
+        self.assertRegex(result.stdout, r"total: 1193 functions and 24 of libzvxgmany, "
+                                        r"\d+ checks, 0 failures\n\Z")
 
     def test_verify_notices_each_fault(self):
         for fault, claim in (("value", "error 0.000977 with flag 1"),
@@ -171,7 +172,13 @@ class WrongKernel(unittest.TestCase):
                 line = next(line for line in result.stdout.splitlines() if KERNEL in line)
                 self.assertIn("complex-forward", line)
                 self.assertIn(claim, line)
-                self.assertRegex(result.stdout, r"total: 126 functions, \d+ checks, [1-9]")
+                self.assertRegex(result.stdout, r"total: 126 functions and 2 of libzvxgmany, "
+                                                r"\d+ checks, [1-9]")
+
+    def test_verify_notices_a_fault_in_a_batch(self):
+        result = self.with_fault("batch", "verify", "many-hartley-single")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("zvxgHartley_Many_32f, 2 points: a batch has other bits", result.stdout)
 
     def test_verify_tells_where_it_crashed(self):
         result = self.with_fault("crash", "verify")

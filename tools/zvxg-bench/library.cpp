@@ -3,20 +3,39 @@
 #include <cstring>
 
 #include "loader.h"
+#include "zvxg_many.h"
 
 namespace bench {
 
+namespace {
+
+template <class Function>
+void* libraryOfProgram(Function* function) {
+  return api::libraryOfProgram(reinterpret_cast<const void*>(function));
+}
+
+}  // namespace
+
 Library::Library(const std::string& path)
-    : handle_(path.empty()
-                  ? api::libraryOfProgram(reinterpret_cast<const void*>(&zvxgenGetLibVersion))
-                  : api::openLibrary(path)) {}
+    : handle_(path.empty() ? libraryOfProgram(zvxgenGetLibVersion) : api::openLibrary(path)),
+      many_(path.empty() ? libraryOfProgram(zvxgManyLevel) : nullptr) {}
 
-void* Library::find(const std::string& symbol) const { return api::findSymbol(handle_, symbol); }
+void* Library::find(const std::string& symbol) const {
+  void* const address = api::findSymbol(handle_, symbol);
+  return address || !many_ ? address : api::findSymbol(many_, symbol);
+}
 
-std::vector<api::Function> Library::functions() const {
-  std::vector<api::Function> functions(api::functions().begin(), api::functions().end());
+std::vector<api::Function> Library::found(std::span<const api::Function> list) const {
+  std::vector<api::Function> functions(list.begin(), list.end());
   for (api::Function& function : functions) function.address = find(function.symbol);
   return functions;
+}
+
+std::vector<api::Function> Library::functions() const { return found(api::functions()); }
+
+std::vector<api::Function> Library::manyFunctions() const {
+  if (!many_ && !find("zvxgManyLevel")) return {};
+  return found(api::manyFunctions());
 }
 
 std::string Library::describe() const {

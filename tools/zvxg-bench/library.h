@@ -3,12 +3,12 @@
 // start.
 #pragma once
 
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "interface.h"
-
 #include "zvxg.h"
 
 namespace bench {
@@ -22,6 +22,8 @@ class Library {
 
   // All of the list, of what is missing with a null address.
   std::vector<api::Function> functions() const;
+  // The same of libzvxgmany; none if another file is libzvxg alone.
+  std::vector<api::Function> manyFunctions() const;
 
   template <class Function>
   Function* get(const std::string& symbol) const {
@@ -33,7 +35,10 @@ class Library {
   std::string describe() const;  // version, variant and file
 
  private:
+  std::vector<api::Function> found(std::span<const api::Function> list) const;
+
   void* handle_;
+  void* many_;  // of this program, or null
 };
 
 std::string versionOf(const VersionRecord& version);  // with its variant

@@ -29,6 +29,7 @@ class Call {
   std::int32_t operator()(const void* source, void* destination, std::int32_t flag) const {
     return transform_.call(source, destination, flag, work_.get());
   }
+  const void* work() const { return work_.get(); }
 
  private:
   Transform transform_;

@@ -1,6 +1,8 @@
 // Whether the library gives right results on this machine. Every transform has to be within a bound
 // of its definition with each flag, to give the same bits wherever its arrays start and in place,
-// to write what it should and nothing else, and to refuse what the header says that it refuses.
+// to write what it should and nothing else, and to refuse what the header says that it refuses. A
+// function of libzvxgmany does so with one transform, and with many has the bits of single calls in
+// all layouts, at each level of the processor.
 
 #include <unistd.h>
 
@@ -18,7 +20,7 @@
 #include "commands.h"
 #include "functions.h"
 #include "transforms.h"
-#include "zvxg.h"
+#include "zvxg_many.h"
 
 namespace bench {
 namespace {
@@ -201,6 +203,108 @@ class TransformCheck {
   std::vector<T> result_;
 };
 
+// ---- Many transforms in one call ----------------------------------------------------------------
+
+template <class T>
+class BatchCheck {
+ public:
+  BatchCheck(const Transform& transform, const Transform& single, const void* work, Tally& tally)
+      : transform_(transform), single_(single), work_(work), tally_(tally) {}
+
+  // Of whole vectors of transforms, however wide, and some left over; two of the longest.
+  int howmany() const { return transform_.points <= 1024 ? 37 : 2; }
+
+  // With the sources one behind the other.
+  void run(const std::vector<T>& source, const char* level) const {
+    const std::size_t from = source.size() / howmany();
+    const std::size_t to = transform_.destinationBytes / sizeof(T);
+    std::vector<T> results(to * howmany());
+    for (int k = 0; k < howmany(); ++k) {
+      single_.call(&source[k * from], &results[k * to], zvxNoDiv, work_);
+    }
+    for (const Layout a : kLayouts) {
+      for (const Layout b : kLayouts) check(source, a, results, b, level);
+    }
+  }
+
+ private:
+  enum Layout {
+    Contiguous,
+    ElementMajor,
+    BackwardsWithGaps
+  };
+  static constexpr Layout kLayouts[] = {Contiguous, ElementMajor, BackwardsWithGaps};
+  static constexpr T kUntouched = std::numeric_limits<T>::quiet_NaN();
+
+  // The numbers of a side in a layout.
+  struct Array {
+    api::Batch::Side side;
+    std::vector<T> numbers;
+    std::ptrdiff_t first = 0;  // place of the first element of the first transform
+    T* start() { return &numbers[first]; }
+    bool holds(const Array& other) const {
+      return std::memcmp(numbers.data(), other.numbers.data(), numbers.size() * sizeof(T)) == 0;
+    }
+  };
+  Array arrange(const std::vector<T>& numbers, int parts, Layout layout) const {
+    const std::ptrdiff_t n = std::ssize(numbers) / howmany() / parts, gap = 3 * n + 2;
+    Array array;
+    array.side = layout == Contiguous     ? api::Batch::Side{1, n}
+                 : layout == ElementMajor ? api::Batch::Side{howmany(), 1}
+                                          : api::Batch::Side{-3, gap};
+    if (layout == BackwardsWithGaps) array.first = 3 * (n - 1) * parts;
+    array.numbers.assign(layout == BackwardsWithGaps ? gap * howmany() * parts : numbers.size(),
+                         kUntouched);
+    for (std::ptrdiff_t i = 0; i < std::ssize(numbers); ++i) {
+      const std::ptrdiff_t element = i / parts, k = element / n;
+      array.start()[(k * array.side.dist + element % n * array.side.stride) * parts + i % parts] =
+          numbers[i];
+    }
+    return array;
+  }
+
+  void check(const std::vector<T>& source, Layout a, const std::vector<T>& results, Layout b,
+             const char* level) const {
+    Array from = arrange(source, transform_.sourceParts(), a);
+    const Array wanted = arrange(results, transform_.destinationParts(), b), before = from;
+    Array to = wanted;
+    std::fill(to.numbers.begin(), to.numbers.end(), kUntouched);
+    const auto run = [&](Array& dst) {
+      const api::Batch batch = {howmany(), from.side, wanted.side};
+      const std::int32_t status =
+          transform_.call(from.start(), dst.start(), zvxNoDiv, work_, batch);
+      tally_.expect(status == zvxOk && dst.holds(wanted),
+                    std::string("a batch has other bits or writes other memory, with ") + level,
+                    transform_.points);
+    };
+    run(to);
+    tally_.expect(from.holds(before), "a batch writes its source", transform_.points);
+    if (a == b && transform_.sourceParts() == transform_.destinationParts()) run(from);
+  }
+
+  const Transform& transform_;
+  const Transform& single_;
+  const void* work_;
+  Tally& tally_;
+};
+
+// At every level that there is, from the highest down; then at the highest again.
+template <class Body>
+void forEachLevel(const Library& library, const Body& body) {
+  const auto limit = library.get<decltype(zvxgManyLimitLevel)>("zvxgManyLimitLevel");
+  for (const std::int32_t level : {zvxManyAvx512, zvxManyAvx}) {
+    if (limit(level) == level) body(level);
+  }
+  limit(INT32_MAX);
+}
+
+void checkLevels(const Library& library, Tally& tally) {
+  const auto inUse = library.get<decltype(zvxgManyLevel)>("zvxgManyLevel");
+  forEachLevel(library, [&](std::int32_t level) {
+    tally.expect(inUse() == level, "does not tell the level that was set");
+  });
+}
+
 // ---- What belongs to no one transform -----------------------------------------------------------
 
 // Bad lengths and null pointers, of which neither stores anything but in the block of a plan. A null
@@ -272,18 +376,30 @@ void checkFunction(const Library& library, const api::Exports& exports, const Fu
   const Function& does =
       allocates ? exports.sibling(function, {Role::Source, Role::Destination, Role::Plan})
                 : function;
-  for (const Transform& transform : transformsOf(exports, does)) {
+  const std::vector<Transform> transforms = transformsOf(exports, does);
+  if (does.takes(Role::Source)) tally.expect(!transforms.empty(), "is not checked");
+  for (const Transform& transform : transforms) {
     NormalNumbers random(seed, function.symbol, transform.points);
     const Call call(exports, transform, allocates);
     const auto check = [&]<class T>(T) {
       const std::vector<T> source = random.draw<T>(transform.sourceBytes / sizeof(T));
       TransformCheck<T>(transform, call, source, tally).run();
+      if (!function.isMany()) return;
+      Transform single = transform;
+      single.function = &exports.single(function);
+      const BatchCheck<T> batch(transform, single, call.work(), tally);
+      const std::vector<T> sources = random.draw<T>(source.size() * batch.howmany());
+      forEachLevel(library, [&](std::int32_t level) {
+        batch.run(sources, level == zvxManyAvx ? "AVX" : "AVX-512");
+      });
     };
     function.bits == 32 ? check(float{}) : check(double{});
   }
   if (function.takes(Role::Size)) checkSizes(function, tally);
   if (function.family == api::Family::Version) {
     checkVersion(library, function, tally);
+  } else if (function.family == api::Family::Level) {
+    checkLevels(library, tally);
   } else if (!function.takes(Role::Source) || function.isEntry()) {
     checkRefusals(function, tally);
   }
@@ -294,13 +410,18 @@ void checkFunction(const Library& library, const api::Exports& exports, const Fu
 Report verifyCommand(const Options& options) {
   const Library library(options.library);
   Filters filters(options.filters);
-  const std::vector<Function> functions = library.functions();
+  const std::vector<Function> functions = library.functions(), many = library.manyFunctions();
   const api::Exports exports(functions);
+  std::vector<const Function*> all;  // where `exports` knows them
+  for (const std::vector<Function>* list : {&functions, &many}) {
+    for (const Function& function : *list) all.push_back(&function);
+  }
   std::vector<Tally> tallies;
   for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE}) std::signal(crash, tellCrash);
   {
     Progress progress;
-    for (const Function& function : functions) {
+    for (const Function* const address : all) {
+      const Function& function = *address;
       if (!filters.match(function, pointsOf(function))) continue;
       const std::string family = familyOf(function);
       auto tally = std::find_if(tallies.begin(), tallies.end(),
@@ -324,17 +445,18 @@ Report verifyCommand(const Options& options) {
                     {"failures", false},
                     {"first failure", true}};
   Section& section = report.sections.emplace_back();
-  std::size_t count = 0;
+  std::size_t count = 0, ofMany = 0;
   int checks = 0, failures = 0;
   for (const Tally& tally : tallies) {
     section.rows.push_back(tally.row());
-    count += tally.functions();
+    (tally.family().starts_with("many-") ? ofMany : count) += tally.functions();
     checks += tally.checks();
     failures += tally.failures();
   }
   report.failed = failures > 0;
-  report.closing = {"total: " + std::to_string(count) + " functions, " + std::to_string(checks) +
-                    " checks, " + std::to_string(failures) +
+  report.closing = {"total: " + std::to_string(count) + " functions" +
+                    (ofMany ? " and " + std::to_string(ofMany) + " of libzvxgmany" : "") + ", " +
+                    std::to_string(checks) + " checks, " + std::to_string(failures) +
                     (failures == 1 ? " failure" : " failures")};
   return report;
 }
