@@ -4,6 +4,7 @@ import pathlib
 import re
 import sys
 
+import furo
 from docutils import nodes
 
 tree = pathlib.Path(__file__).resolve().parents[1]
@@ -21,6 +22,7 @@ html_copy_source = html_show_sphinx = html_show_copyright = False
 html_show_search_summary = False  # would be fetched, which browsers refuse for files
 html_static_path = ["static"]
 html_extra_path = [str(pages / "extra")]
+html_favicon = "static/icon.svg"
 html_css_files = ["site.css"]
 html_theme_options = {"navigation_with_keys": True}
 highlight_language = "none"  # of code that does not name its language
@@ -59,17 +61,29 @@ def without_jquery(app):
                                 if script.filename not in [f"_static/{name}" for name in OLD]]
 
 
+def later(app, page, template, context, doctree):
+    """Pictures below the first screen are fetched when the reader comes near them."""
+    if "body" in context:
+        context["body"] = context["body"].replace("<img ", '<img loading="lazy" ')
+
+
 def complete_theme(app, failure):
-    """Debian's furo leaves out what it takes from other packages by absolute paths, and imports between
-    scripts, which need a server. Here all of it is in the files of the site."""
+    """Debian's furo takes a style sheet from another package, by an absolute path, and imports a script
+    from another, which needs a server; here all of it is in the files of the site. And it has lost what
+    makes it dark where the system is dark."""
+    theme = pathlib.Path(furo.__file__).parent / "theme/furo/static"
     static = pathlib.Path(app.outdir) / "_static"
     normal = pathlib.Path("/usr/share/javascript/normalize.css/normalize.css").read_text()
-    spy = static / "scripts/gumshoe-patched.js"
-    for file, reference, content in (
-            ("styles/furo.css", "@import url(/javascript/normalize.css/normalize.css);", normal),
-            ("scripts/furo.js", 'import Gumshoe from "./gumshoe-patched.js";', spy.read_text())):
-        text = (static / file).read_text()
-        (static / file).write_text(text.replace(reference, content))
+    sheet = (theme / "styles/furo.css").read_text()
+    dark = re.findall(r'(?:html )?body\[data-theme="dark"\][^{}]*{[^}]*}', sheet)
+    rules = "\n".join(rule for rule in dark if "icon" not in rule).replace(
+        '[data-theme="dark"]', ':not([data-theme="light"])')
+    (static / "styles/furo.css").write_text(
+        sheet.replace("@import url(/javascript/normalize.css/normalize.css);", normal)
+        + "@media screen and (prefers-color-scheme: dark) {\n" + rules + "\n}\n")
+    script = (theme / "scripts/furo.js").read_text()
+    (static / "scripts/furo.js").write_text(script.replace(
+        'import Gumshoe from "./gumshoe-patched.js";', (theme / "scripts/gumshoe-patched.js").read_text()))
     for name in OLD:
         (static / name).unlink(missing_ok=True)
 
@@ -87,4 +101,5 @@ def setup(app):
     app.add_role("kernel", kernel_role)
     app.connect("autodoc-process-docstring", as_written)
     app.connect("builder-inited", without_jquery)
+    app.connect("html-page-context", later)
     app.connect("build-finished", complete_theme)

@@ -14,7 +14,10 @@ import shutil
 import subprocess
 import xml.etree.ElementTree as xml
 
-DOCUMENTS = ("*.md", "docs/*.md", "examples/*.md", "fuzz/*.md", "tools/*/*.md", "site/guide.md")
+import measured
+
+DOCUMENTS = ("*.md", "docs/*.md", "examples/*.md", "fuzz/*.md", "tools/*/*.md", "site/guide.md",
+             "site/figures.md")
 LANGUAGES = {".c": "c", ".h": "cpp", ".cpp": "cpp", ".hpp": "cpp", ".py": "python"}
 # What `./dev demo` draws, by the program that draws it.
 DRAWN = {"examples/spectrogram.cpp": ("spectrogram.png", "Its picture of a recording of speech:"),
@@ -73,8 +76,8 @@ class Site:
         target = os.path.normpath(os.path.join(os.path.dirname(page), link))
         if target.endswith(".md"):
             return link.replace("README.md", "index.md") if target == "README.md" else link
-        if target.endswith((".svg", ".png")):
-            self.copy(TREE / target, target)
+        if target.endswith(".svg"):
+            self.write(target, slim((TREE / target).read_text(encoding="utf-8")))
             return link
         sources.add(target)
         return link + ".md"
@@ -206,10 +209,11 @@ class Site:
 
     def printed(self):
         kernelgen = BUILD / "tools/kernelgen/kernelgen"
+        changed = max(path.stat().st_mtime for path in (kernelgen, pathlib.Path(__file__)))
         for symbol in self.ledger:
             path = OUTPUT / f"extra/kernels/{symbol}.html"
             self.written.add(path)
-            if path.exists() and path.stat().st_mtime > kernelgen.stat().st_mtime:
+            if path.exists() and path.stat().st_mtime > changed:
                 continue
             text = subprocess.run([kernelgen, "text", symbol], check=True, capture_output=True,
                                   text=True).stdout
@@ -219,16 +223,39 @@ class Site:
                                           text=escaped(text)), encoding="utf-8")
 
 
+    # ---- The figures
+
+    def figures(self):
+        data = measured.of_directory(TREE / "docs/figures")
+        columns = ("adds", "products", "scales", "shuffles", "converts", "bound")
+        data["kernels"] = {
+            symbol: [row["row"], int(row["width"]), *(measured.number(row[column]) for column in columns)]
+            for symbol, row in self.ledger.items()}
+        text = json.dumps(data, separators=(",", ":"))
+        self.write("extra/figures-data.js", f"globalThis.zvxgFigures = {text};\n")
+        # In the page itself: browsers do not fetch modules for a page from a disk.
+        script = (TREE / "site/figures.js").read_text(encoding="utf-8")
+        self.write("figures.html", (TREE / "site/figures.html").read_text(encoding="utf-8")
+                   + f'<script src="figures-data.js"></script>\n<script type="module">\n{script}</script>\n')
+
+
 KERNEL = """<!doctype html>
 <html lang="en">
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
 <meta name="color-scheme" content="light dark">
+<link rel="icon" href="../_static/icon.svg">
 <title>{symbol}</title>
 <a href="../reference/{page}.html#{symbol}">{group}</a>
 <pre style="overflow-x: auto">{text}</pre>
 </html>
 """
+
+
+def slim(svg):
+    """Without the groups that gnuplot leaves empty, and what it says although it is the default."""
+    svg = re.sub(r' stroke-(width="1.00"|linecap="butt"|linejoin="miter")', "", svg)
+    return re.sub(r"<g [^>]*>\s*</g>\s*", "", svg)
 
 
 def escaped(text):
@@ -262,7 +289,9 @@ def main():
     site.documents()
     site.reference()
     site.printed()
+    site.figures()
     site.remove_the_rest()
+    (OUTPUT / "index.md").touch()  # Sphinx copies other files only if it has a page to write
 
 
 if __name__ == "__main__":

@@ -136,8 +136,9 @@ def main(speed_path, accuracy_path):
     about = speed.about
     print(f"""# Figures
 
-Speed and accuracy of every kernel. `./dev figures` measures everything again and writes this page;
-[`performance.md`](performance.md) explains how, and why some lengths are slower than FFTW.
+Speed and accuracy of every kernel. `./dev figures` measures everything again and writes this page and
+the CSV files in `figures/` that it is made of; the site draws them as one asks.
+[`performance.md`](performance.md) explains how it is measured, and why some lengths are slower than FFTW.
 
 - Measured {about["date"]} on {about["cpu"]}, library {about["library"].split(",")[0]} built with
   {about["built with"]}, {about["run"]}.

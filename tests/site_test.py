@@ -1,0 +1,205 @@
+"""The site in a browser, served and from the disk, on a desktop and on a phone, in light and in dark.
+
+usage: site_test.py TREE [TEST...]
+
+`./dev site` has made the site. Screenshots go to build/site/screenshots.
+"""
+
+import csv
+import functools
+import http.server
+import pathlib
+import sys
+import threading
+import time
+import unittest
+
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+
+TREE = pathlib.Path(sys.argv.pop(1)).resolve()
+SITE = TREE / "build/site/html"
+SCREENSHOTS = TREE / "build/site/screenshots"
+DATA = TREE / "docs/figures"
+GROUP = "reference/zvxgDFTFwd_CToC_N_32fc.html"
+KERNEL = "zvxgDFTFwd_CToC_12_32fc"
+PAGES = ("index.html", "guide.html", "figures.html", GROUP, "reference/cpp.html", "reference/python.html",
+         "examples/spectrogram.cpp.html", f"kernels/{KERNEL}.html", f"search.html?q={KERNEL}")
+
+
+class Quiet(http.server.SimpleHTTPRequestHandler):
+    def log_message(self, *_):
+        pass
+
+
+def setUpModule():
+    global server, browser, served
+    SCREENSHOTS.mkdir(exist_ok=True)
+    server = http.server.ThreadingHTTPServer(("localhost", 0), functools.partial(Quiet, directory=SITE))
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    served = f"http://localhost:{server.server_port}/"
+    options = webdriver.ChromeOptions()
+    options.binary_location = "/usr/bin/chromium"
+    for argument in ("headless=new", "no-sandbox", "hide-scrollbars"):  # no sandbox for root
+        options.add_argument("--" + argument)
+    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+    browser = webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
+    browser.implicitly_wait(10)
+
+
+def tearDownModule():
+    browser.quit()
+    server.shutdown()
+
+
+def screen(width, height, scheme):
+    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+        "width": width, "height": height, "deviceScaleFactor": 1, "mobile": width < 600})
+    browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {
+        "features": [{"name": "prefers-color-scheme", "value": scheme}]})
+
+
+def find(selector):
+    return browser.find_element(By.CSS_SELECTOR, selector)
+
+
+def count(selector):
+    return len(browser.find_elements(By.CSS_SELECTOR, selector))
+
+
+def curves():
+    return [path.get_attribute("d") for path in browser.find_elements(By.CSS_SELECTOR, "#chart .curve")]
+
+
+def fetched():
+    """Bytes and addresses of the page and of all that it asked for."""
+    return browser.execute_script("""
+        const all = [...performance.getEntriesByType('navigation'), ...performance.getEntriesByType('resource')];
+        return [all.reduce((sum, entry) => sum + entry.decodedBodySize, 0), all.map((entry) => entry.name)];""")
+
+
+def measured(file, **wanted):
+    with open(DATA / file, encoding="utf-8") as lines:
+        return [row for row in csv.DictReader(line for line in lines if not line.startswith("#"))
+                if all(row[name] == value for name, value in wanted.items())]
+
+
+class Browser(unittest.TestCase):
+    def setUp(self):
+        screen(1280, 900, "light")
+        browser.get("about:blank")  # the same page with another fragment would not be loaded again
+
+    def tearDown(self):
+        self.assertEqual(browser.get_log("browser"), [])
+
+
+class Pages(Browser):
+    def test_pages_fit_the_screen(self):
+        for kind, width, height, scheme in ("desktop", 1280, 900, "light"), ("phone", 390, 844, "dark"):
+            screen(width, height, scheme)
+            for page in PAGES:
+                with self.subTest(page=page, kind=kind):
+                    browser.get(served + page)
+                    self.assertEqual(browser.execute_script("return document.documentElement.scrollWidth"), width)
+                    name = page.split("?")[0].replace("/", "-").removesuffix(".html")
+                    browser.save_screenshot(str(SCREENSHOTS / f"{name}-{kind}.png"))
+
+    def test_nothing_is_large_or_from_another_host(self):
+        for page, limit in ("index.html", 300_000), ("figures.html", 1_000_000):
+            with self.subTest(page=page):
+                browser.get(served + page)
+                size, addresses = fetched()
+                print(f"{page}: {size} bytes in {len(addresses)} files")
+                self.assertLess(size, limit)
+                self.assertEqual([one for one in addresses if not one.startswith(served)], [])
+
+    def test_the_scheme_is_that_of_the_system_or_the_reader(self):
+        shades = []
+        for scheme, clicks in ("light", 0), ("dark", 0), ("dark", 1):
+            screen(1280, 900, scheme)
+            browser.get(served)
+            for _ in range(clicks):
+                next(toggle for toggle in browser.find_elements(By.CLASS_NAME, "theme-toggle")
+                     if toggle.is_displayed()).click()
+            colour = find("body").value_of_css_property("background-color")
+            shades.append(sum(map(int, colour.strip("rgba()").split(",")[:3])))
+        browser.execute_script("localStorage.clear()")
+        said, = browser.get_log("browser")
+        self.assertIn("Changed to light mode.", said["message"])
+        self.assertGreater(shades[0], 600)
+        self.assertLess(shades[1], 200)
+        self.assertGreater(shades[2], 600)
+
+    def test_search_finds_a_kernel_from_the_disk(self):
+        browser.get(f"{SITE.as_uri()}/search.html?q={KERNEL}")
+        link = find("#search-results li a")
+        self.assertIn(f"{GROUP}#{KERNEL}", link.get_attribute("href"))
+        link.click()
+        self.assertEqual(browser.execute_script("return document.querySelector(':target').id"), KERNEL)
+
+
+class Figures(Browser):
+    def open(self, choice="", base=None):
+        browser.get(f"{base or served}figures.html#{choice}")
+        find("#chart .curve")
+
+    def choose(self, name, value):
+        find(f'input[name="{name}"][value="{value}"]').click()
+
+    def test_choosing_changes_the_curves(self):
+        for base in served, SITE.as_uri() + "/":
+            self.open(base=base)
+            before = curves()
+            self.choose("family", "hartley")
+            after = curves()
+            self.assertEqual((len(before), len(after), len({*before, *after})), (2, 2, 4))
+            self.choose("bits", "64")
+            self.assertEqual(count("#chart .curve"), 1)
+            self.choose("show", "time")
+            self.assertEqual(count("#chart .dashed"), 1)
+            self.choose("show", "error")
+            self.assertEqual((count("#chart .curve"), count("#chart .dashed")), (1, 0))
+            self.assertEqual(browser.get_log("browser"), [])
+
+    def test_the_table_has_what_was_measured(self):
+        self.open("show=ratio&family=real&direction=inverse&layout=pack&bits=64")
+        rows = measured("speed.csv", family="real-inverse-pack", bits="64")
+        shown = [row.text.split() for row in browser.find_elements(By.CSS_SELECTOR, "#chart-table tbody tr")]
+        self.assertEqual([n for n, _ in shown], [row["n"] for row in rows])
+        for (_, ratio), row in zip(shown, rows):
+            self.assertAlmostEqual(float(ratio) / (float(row["peer_ns"]) / float(row["ours_ns"])), 1, delta=0.006)
+
+    def test_what_was_not_measured_is_said(self):
+        self.open("show=ratio&family=wht&bits=32&batch=single&peer=plain loop")
+        self.assertEqual(find("#missing").text, "")
+        browser.execute_script("zvxgFigures.series = zvxgFigures.series.splice(0, zvxgFigures.series.length)"
+                               ".filter((one) => one.family !== 'dct4')"
+                               ".forEach((one) => zvxgFigures.series.push(one))")
+        browser.execute_script("document.querySelector('input[name=family][value=dct4]').click()")
+        self.assertIn("Not measured: ", find("#missing").text)
+        self.assertEqual(curves(), [])
+
+    def test_a_length_shows_its_numbers_by_pointer_and_by_key(self):
+        self.open("family=complex&bits=32&n=2")
+        chart = find("#chart")
+        ActionChains(browser).move_to_element_with_offset(chart, chart.size["width"] // 2 - 12, 0).perform()
+        self.assertTrue(find("#numbers").text.startswith("64 points"))
+        slider = find("#length")
+        slider.send_keys(Keys.HOME)
+        slider.send_keys(Keys.ARROW_RIGHT * 10)
+        row, = measured("speed.csv", symbol=KERNEL, family="complex-forward")
+        numbers = find("#numbers").text
+        for text in ("12 points", "ratio", KERNEL, "GT(4,3), 128 bits", f"{float(row['bound_cycles']):g} cycles"):
+            self.assertIn(text, numbers)
+        self.assertIn("n=12", browser.current_url)
+        self.assertEqual(slider.get_attribute("aria-valuetext"), "12 points")
+        self.assertIn("12", find("#chart-table .chosen").text)
+        find("#numbers a").click()
+        self.assertIn(f"// {KERNEL}: GT(4,3), 128 bits", find("pre").text)
+
+
+if __name__ == "__main__":
+    unittest.main()
