@@ -30,6 +30,9 @@ function(exports_transforms library)
     LINKER:-Bsymbolic-functions LINKER:--version-script=${map})
   set_target_properties(${library} PROPERTIES
     LINK_DEPENDS ${map} INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
+  if(library MATCHES "^zvxg(many)?$") # for Windows, in a release
+    printed(${CMAKE_CURRENT_BINARY_DIR}/${library}.def zvxg_interface_list def ${library})
+  endif()
 endfunction()
 
 # exports_core(LIBRARY)  The two functions are all it has.

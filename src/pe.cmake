@@ -50,10 +50,7 @@ endfunction()
 # exports_transforms(LIBRARY)
 function(exports_transforms library)
   set(definition ${CMAKE_CURRENT_BINARY_DIR}/${library}.def)
-  add_custom_command(OUTPUT ${definition}
-    COMMAND zvxg_interface_list def ${library} > ${definition}
-    DEPENDS zvxg_interface_list
-    VERBATIM)
+  printed(${definition} zvxg_interface_list def ${library})
   exports(${library} ${definition})
 endfunction()
 
