@@ -150,21 +150,48 @@ constinit const auto kWhtFactors = []<int... i>(std::integer_sequence<int, i...>
 
 // A batch of a kernel from rows to rows.
 template <int kUnit, class T>
-void runRows(Run<T> kernel, int transforms, const Side<const T>& src, const Side<T>& dst,
+void runRows(const Kernel<Run<T>>& kernel, const Side<const T>& src, const Side<T>& dst,
              std::int64_t howmany, const T* factor) {
-  runBatch<kUnit>(src, dst, transforms, howmany,
-                  [&](const T* from, std::ptrdiff_t fromStep, T* to, std::ptrdiff_t toStep,
-                      std::ptrdiff_t turns) { kernel(from, fromStep, to, toStep, factor, turns); });
+  runBatch<kUnit>(
+      src, dst, kernel.transforms, howmany,
+      [&](const T* from, std::ptrdiff_t fromStep, T* to, std::ptrdiff_t toStep,
+          std::ptrdiff_t turns) { kernel.run(from, fromStep, to, toStep, factor, turns); });
+}
+
+int32_t singleDft(Direction direction, const float* src, float* dst, int32_t len, int32_t flag) {
+  const auto call = direction == Direction::Inverse ? zvxgDFTInv_CToC_32fc : zvxgDFTFwd_CToC_32fc;
+  return call(reinterpret_cast<const Complex32*>(src), reinterpret_cast<Complex32*>(dst), len,
+              flag);
+}
+int32_t singleDft(Direction direction, const double* src, double* dst, int32_t len, int32_t flag) {
+  const auto call = direction == Direction::Inverse ? zvxgDFTInv_CToC_64fc : zvxgDFTFwd_CToC_64fc;
+  return call(reinterpret_cast<const Complex64*>(src), reinterpret_cast<Complex64*>(dst), len,
+              flag);
 }
 
 template <Direction kDirection, class T>
 int32_t complexMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const int32_t status = checkOfLength(len, arrays, flag);
   if (status != zvxOk) return status;
-  const auto& [run, transforms] =
-      Machine<T>::kernels().rows[kDirection == Direction::Inverse][len - kMinLength];
-  runRows<2>(run, transforms, arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany,
-             factorOf<T, kDirection>(len, flag));
+  const auto& kernels = Machine<T>::kernels();
+  const int place = len - kMinLength;
+  const bool inverse = kDirection == Direction::Inverse;
+  const T* const factor = factorOf<T, kDirection>(len, flag);
+  const auto& rows = kernels.rows[inverse][place];
+  const auto& beside = kernels.beside[inverse][place];
+  if (beside.transforms == 0 || arrays.srcStride != 2 || arrays.dstStride != 2) {
+    runRows<2>(rows, arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany, factor);
+    return zvxOk;
+  }
+  const std::int64_t rest = arrays.howmany % beside.transforms, full = arrays.howmany - rest;
+  if (full > 0) {
+    beside.run(arrays.src, arrays.srcDist, arrays.dst, arrays.dstDist, factor,
+               full / beside.transforms);
+  }
+  for (std::int64_t k = full; k < arrays.howmany; ++k) {
+    singleDft(kDirection, arrays.src + k * arrays.srcDist, arrays.dst + k * arrays.dstDist, len,
+              flag);
+  }
   return zvxOk;
 }
 
@@ -172,7 +199,7 @@ template <class T>
 int32_t hartleyMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const int32_t status = checkOfLength(len, arrays, flag);
   if (status != zvxOk) return status;
-  runRows<1>(Machine<T>::kernels().hartley[len - kMinLength], lanes<T>(), arrays.source(len),
+  runRows<1>(Machine<T>::kernels().hartley[len - kMinLength], arrays.source(len),
              arrays.destination(len), arrays.howmany, factorOf<T, Direction::None>(len, flag));
   return zvxOk;
 }
@@ -197,17 +224,16 @@ template <Layout kLayout, class T>
 int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const int32_t status = checkOfLength(len, arrays, flag);
   if (status != zvxOk) return status;
-  const auto run = Machine<T>::kernels().toSpectrum[len - kMinLength];
+  const auto& kernel = Machine<T>::kernels().toSpectrum[len - kMinLength];
   const T* const factor = factorOf<T, Direction::Forward>(len, flag);
-  const int transforms = lanes<T>();
   runBatch<1>(arrays.source(len),
-              arrays.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>), transforms,
-              arrays.howmany,
+              arrays.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>),
+              kernel.transforms, arrays.howmany,
               [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
                   std::ptrdiff_t turns) {
-                run(src, srcStep, spectrumRows<kLayout>(dst, dstStep, len), factor, turns);
+                kernel.run(src, srcStep, spectrumRows<kLayout>(dst, dstStep, len), factor, turns);
                 if (kHasBins<kLayout>) {
-                  const std::ptrdiff_t count = turns * transforms;
+                  const std::ptrdiff_t count = turns * kernel.transforms;
                   std::fill_n(dst + dstStep, count, T(0));
                   if (len % 2 == 0) std::fill_n(dst + (len + 1) * dstStep, count, T(0));
                 }
@@ -219,13 +245,13 @@ template <Layout kLayout, class T>
 int32_t toSamplesMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const int32_t status = checkOfLength(len, arrays, flag);
   if (status != zvxOk) return status;
-  const auto run = Machine<T>::kernels().toSamples[len - kMinLength];
+  const auto& kernel = Machine<T>::kernels().toSamples[len - kMinLength];
   const T* const factor = factorOf<T, Direction::Inverse>(len, flag);
   runBatch<1>(arrays.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>),
-              arrays.destination(len), lanes<T>(), arrays.howmany,
+              arrays.destination(len), kernel.transforms, arrays.howmany,
               [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
                   std::ptrdiff_t turns) {
-                run(spectrumRows<kLayout>(src, srcStep, len), dst, dstStep, factor, turns);
+                kernel.run(spectrumRows<kLayout>(src, srcStep, len), dst, dstStep, factor, turns);
               });
   return zvxOk;
 }
@@ -306,7 +332,7 @@ int32_t whtMany(const Arrays<T>& arrays, int32_t order, int32_t flag, T* buffer)
   const std::size_t place = static_cast<std::size_t>(order - 1);
   const T* const factor = &kWhtFactors<T>[place].ofFlag[flag];
   if (order <= kLaneOrders) {
-    runRows<1>(Machine<T>::wht()[place], lanes<T>(), arrays.source(1 << order),
+    runRows<1>(Kernel<Run<T>>{Machine<T>::wht()[place], lanes<T>()}, arrays.source(1 << order),
                arrays.destination(1 << order), arrays.howmany, factor);
     return zvxOk;
   }
@@ -328,8 +354,9 @@ int32_t dct4Many(const Arrays<T>& arrays, const Dct4Spec* spec) {
   const uint32_t state = spec->state;
   if (state == 0 || state > dct4::kGeneralState<T>) return zvxErrPlanState;
   if (state <= dct4::kDirectStates<T>) {
-    runRows<1, T>(Machine<T>::dct4()[state - 1], lanes<T>(), arrays.source(1 << state),
-                  arrays.destination(1 << state), arrays.howmany, nullptr);
+    runRows<1, T>(Kernel<Run<T>>{Machine<T>::dct4()[state - 1], lanes<T>()},
+                  arrays.source(1 << state), arrays.destination(1 << state), arrays.howmany,
+                  nullptr);
     return zvxOk;
   }
   for (std::int64_t k = 0; k < arrays.howmany; ++k) {

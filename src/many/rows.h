@@ -32,13 +32,6 @@ template <class T>
 using Run = void (*)(const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
                      const T* factor, std::ptrdiff_t turns);
 
-// `transforms` is 0 where there is no such kernel: the loop of single calls is as fast.
-template <class T>
-struct Kernel {
-  Run<T> run;
-  int transforms;
-};
-
 // Rows of a half spectrum, by which one kernel serves every layout: R[0]; R[N/2] of an even length;
 // and of the bins between, R[k] at between + (2k - 2) * step and I[k] one step behind. The
 // imaginary parts that are always zero are neither read nor written. Turns advance all three
@@ -51,7 +44,6 @@ struct SpectrumRows {
   std::ptrdiff_t step;
 };
 
-// A turn of the real and Hartley kernels takes Kernels::lanes transforms.
 template <class T>
 using RunToSpectrum = void (*)(const T* src, std::ptrdiff_t srcStep, const SpectrumRows<T>& dst,
                                const T* factor, std::ptrdiff_t turns);
@@ -59,15 +51,23 @@ template <class T>
 using RunToSamples = void (*)(const SpectrumRows<const T>& src, T* dst, std::ptrdiff_t dstStep,
                               const T* factor, std::ptrdiff_t turns);
 
-// All kernels of a machine, by length - kMinLength; complex ones forward and inverse.
+// A kernel and how many transforms a turn of it takes: 0 where there is no kernel.
+template <class Run>
+struct Kernel {
+  Run run;
+  int transforms;
+};
+
+// All kernels of a machine, by length - kMinLength; complex ones forward and inverse. It may have
+// kernels of a machine below, whose turns take fewer transforms.
 template <class T>
 struct Kernels {
   int lanes;  // reals in a register
-  Kernel<T> rows[2][kLengths];
-  Kernel<T> beside[2][kLengths];
-  RunToSpectrum<T> toSpectrum[kLengths];
-  RunToSamples<T> toSamples[kLengths];
-  Run<T> hartley[kLengths];
+  Kernel<Run<T>> rows[2][kLengths];
+  Kernel<Run<T>> beside[2][kLengths];
+  Kernel<RunToSpectrum<T>> toSpectrum[kLengths];
+  Kernel<RunToSamples<T>> toSamples[kLengths];
+  Kernel<Run<T>> hartley[kLengths];
 };
 
 namespace avx {

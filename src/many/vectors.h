@@ -3,6 +3,8 @@
 // transform; what is said of a group holds for each.
 #pragma once
 
+#include <immintrin.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
@@ -80,15 +82,29 @@ constexpr Constants<V, kCount> repeated(const NumberOf<V> (&groups)[kCount][kGro
 
 // ---- Values
 
-template <class V, int... i>
-ZVXG_INLINE inline auto lanesOf(V a, V b, std::integer_sequence<int, i...>) {
-  return __builtin_shufflevector(a, b, i...);
-}
+// Halves and quarters of registers are taken apart and joined by instructions, where the machine has
+// them: g++ moves more than that for __builtin_shufflevector. With a mask of all lanes, as g++ warns of
+// the unset operand that it gives these functions for lanes without one.
+#ifdef __AVX512F__
+inline constexpr __mmask8 kAllLanes = 0xff;
+#endif
 
 // kCount lanes from kFirst on.
 template <int kFirst, int kCount, class V>
 ZVXG_INLINE inline auto part(V v) {
-  if constexpr (sizeof(NumberOf<V>) == 4 && kCount == 2) {
+  using Part = typename VectorOf<NumberOf<V>, kCount>::Type;
+  constexpr int kPlace = kFirst / kCount;
+  if constexpr (sizeof(V) == 32 && sizeof(Part) == 16) {
+    return reinterpret_cast<Part>(_mm256_extractf128_ps(reinterpret_cast<__m256>(v), kPlace));
+#ifdef __AVX512F__
+  } else if constexpr (sizeof(V) == 64 && sizeof(Part) == 32) {
+    return reinterpret_cast<Part>(
+        _mm512_maskz_extractf64x4_pd(kAllLanes, reinterpret_cast<__m512d>(v), kPlace));
+  } else if constexpr (sizeof(V) == 64 && sizeof(Part) == 16) {
+    return reinterpret_cast<Part>(
+        _mm512_maskz_extractf32x4_ps(kAllLanes, reinterpret_cast<__m512>(v), kPlace));
+#endif
+  } else if constexpr (sizeof(NumberOf<V>) == 4 && kCount == 2) {
     return reinterpret_cast<typename VectorOf<double, kLanes<V> / 2>::Type>(v)[kFirst / 2];
   } else {
     return [&]<int... i>(std::integer_sequence<int, i...>) ZVXG_INLINE {
@@ -100,7 +116,23 @@ ZVXG_INLINE inline auto part(V v) {
 
 template <class V>
 ZVXG_INLINE inline auto joined(V low, V high) {
-  return lanesOf(low, high, std::make_integer_sequence<int, 2 * kLanes<V>>());
+  using Whole = typename VectorOf<NumberOf<V>, 2 * kLanes<V>>::Type;
+  if constexpr (sizeof(V) == 16) {
+    const auto widened = _mm256_castps128_ps256(reinterpret_cast<__m128>(low));
+    return reinterpret_cast<Whole>(
+        _mm256_insertf128_ps(widened, reinterpret_cast<__m128>(high), 1));
+#ifdef __AVX512F__
+  } else if constexpr (sizeof(V) == 32) {
+    const auto widened = _mm512_castpd256_pd512(reinterpret_cast<__m256d>(low));
+    return reinterpret_cast<Whole>(
+        _mm512_maskz_insertf64x4(kAllLanes, widened, reinterpret_cast<__m256d>(high), 1));
+#endif
+  } else {
+    return [&]<int... i>(std::integer_sequence<int, i...>) ZVXG_INLINE {
+      return __builtin_shufflevector(low, high, i...);
+    }
+    (std::make_integer_sequence<int, 2 * kLanes<V>>());
+  }
 }
 
 // Lanes of a group: select says which of a, or of b from the size of a group on.
@@ -125,13 +157,28 @@ ZVXG_INLINE inline V flipped(V x, V signs) {
 }
 
 // Between single and double precision: one register of singles is two of doubles, half of one is one.
-ZVXG_INLINE inline Doubles widened(HalfSingles x) { return __builtin_convertvector(x, Doubles); }
+// By instructions, as g++ takes __builtin_convertvector apart and goes through memory.
+ZVXG_INLINE inline Doubles widened(HalfSingles x) {
+#if ZVXG_VECTOR_BYTES == 32
+  return _mm256_cvtps_pd(x);
+#elif defined(__AVX512F__)
+  return _mm512_maskz_cvtps_pd(kAllLanes, x);
+#else
+  return joined(_mm256_cvtps_pd(part<0, 4>(x)), _mm256_cvtps_pd(part<4, 4>(x)));
+#endif
+}
 ZVXG_INLINE inline Doubles widenedLow(Singles x) { return widened(part<0, kLanes<Doubles>>(x)); }
 ZVXG_INLINE inline Doubles widenedHigh(Singles x) {
   return widened(part<kLanes<Doubles>, kLanes<Doubles>>(x));
 }
 ZVXG_INLINE inline HalfSingles rounded(Doubles x) {
-  return __builtin_convertvector(x, HalfSingles);
+#if ZVXG_VECTOR_BYTES == 32
+  return _mm256_cvtpd_ps(x);
+#elif defined(__AVX512F__)
+  return _mm512_maskz_cvtpd_ps(kAllLanes, x);
+#else
+  return joined(_mm256_cvtpd_ps(part<0, 4>(x)), _mm256_cvtpd_ps(part<4, 4>(x)));
+#endif
 }
 ZVXG_INLINE inline Singles rounded(Doubles low, Doubles high) {
   return joined(rounded(low), rounded(high));

@@ -23,8 +23,11 @@ constexpr const char* kUsage =
        kernelgen source PART PARTS  C++ text of one of PARTS shares of the kernels
        kernelgen long PART PARTS    the same of the long kernels, which are apart
        kernelgen entries            C++ text of the by-length entries
-       kernelgen many PART PARTS    C++ text of one of PARTS shares of the kernels for many
-                                    transforms at once; of the tables of these: tables
+       kernelgen many FIRST LAST PART PARTS
+                                    C++ text of one of PARTS shares of the kernels for many
+                                    transforms at once, of these lengths
+       kernelgen tables LONGEST     the same of the tables of these; above this length, with the
+                                    kernels for AVX on every machine
        kernelgen counts             operation counts of all kernels as CSV
        kernelgen STAGE SYMBOL       one kernel in a stage of its making: recipe, graph, scalar,
                                     schedule, text; in all of them: stages
@@ -69,10 +72,11 @@ int run(std::vector<std::string> words) {
   } else if ((command == "source" || command == "long") && words.size() == 3) {
     const int part = std::stoi(words[1]), parts = std::stoi(words[2]);
     std::cout << emitFile(share(command == "long", levels, part, parts), level);
-  } else if (command == "many" && words.size() == 2 && words[1] == "tables") {
-    std::cout << emitManyTables();
-  } else if (command == "many" && words.size() == 3) {
-    std::cout << emitMany(std::stoi(words[1]), std::stoi(words[2]));
+  } else if (command == "many" && words.size() == 5) {
+    const auto number = [&](int i) { return std::stoi(words[i]); };
+    std::cout << emitMany(number(1), number(2), number(3), number(4));
+  } else if (command == "tables" && words.size() == 2) {
+    std::cout << emitManyTables(std::stoi(words[1]));
   } else if (command == "entries" && words.size() == 1) {
     std::cout << emitEntries();
   } else if (command == "counts" && words.size() == 1) {

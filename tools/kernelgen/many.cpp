@@ -14,6 +14,7 @@
 namespace kernelgen {
 namespace {
 
+constexpr int kAvxBytes = 32;
 constexpr Pace kPace = {.live = 8, .issue = 4};
 
 // ---- Patterns
@@ -52,6 +53,24 @@ constexpr const char* kIfWider = R"(
 #if ZVXG_VECTOR_BYTES > $bytes
 $text#else
 $otherwise#endif
+)";
+
+// Kernels of the machine of the file, and of AVX, which every processor has.
+constexpr const char* kTables = R"(// Made by kernelgen from its tables; changes belong there.
+#include "many/rows.h"
+
+namespace zvxg::many {
+namespace avx {
+$declarations}  // namespace avx
+#if ZVXG_VECTOR_BYTES > 32
+namespace ZVXG_MACHINE {
+$declarations}  // namespace ZVXG_MACHINE
+#endif
+
+namespace ZVXG_MACHINE {
+$tables
+}  // namespace ZVXG_MACHINE
+}  // namespace zvxg::many
 )";
 
 constexpr const char* kKernels = R"(
@@ -333,8 +352,7 @@ class Printer {
   }
 
   std::string declaration(const KernelId& id) const {
-    return ifWider("void " + nameOf(id, kernel_.reading) + "(" + with(frame_.parameters) + ");\n",
-                   "");
+    return "void " + nameOf(id, kernel_.reading) + "(" + with(frame_.parameters) + ");\n";
   }
 
   // "{name, transforms},"
@@ -343,6 +361,13 @@ class Printer {
     return ifWider(with("    {$name, ZVXG_VECTOR_BYTES / $bytes},\n",
                         {{"name", name}, {"bytes", std::to_string(groupBytes())}}),
                    "    {},\n");
+  }
+
+  // The same where it is that of AVX for every machine.
+  std::string entryOfAvx(const KernelId& id) const {
+    if (groupBytes() >= kAvxBytes) return "    {},\n";
+    const std::string name = nameOf(id, kernel_.reading);
+    return "    {avx::" + name + ", " + std::to_string(kAvxBytes / groupBytes()) + "},\n";
   }
 
  private:
@@ -413,48 +438,52 @@ class Printer {
 
 }  // namespace
 
-std::string emitMany(int part, int parts) {
-  const std::vector<ManyKernel> kernels = manyKernels();
+std::string emitMany(int first, int last, int part, int parts) {
+  std::vector<ManyKernel> kernels = manyKernels();
+  std::erase_if(kernels,
+                [&](const ManyKernel& k) { return k.id.length < first || k.id.length > last; });
   std::string text;
   for (std::size_t i = part; i < kernels.size(); i += parts) text += Printer(kernels[i]).print();
   return filled(kFile, {{"text", text}});
 }
 
-std::string emitManyTables() {
+std::string emitManyTables(int longest) {
   std::string declarations, tables;
+  std::map<std::string, std::string> entries;
   for (const ManyKernel& kernel : manyKernels()) {
-    declarations += Printer(kernel).declaration(kernel.id);
-    if (kernel.isShared()) declarations += Printer(kernel).declaration(inverseOf(kernel.id));
+    const bool isOwn = kernel.id.length <= longest;
+    const Printer printer(kernel);
+    const auto enter = [&](const KernelId& id) {
+      declarations += printer.declaration(id);
+      entries[nameOf(id, kernel.reading)] = isOwn ? printer.entry(id) : printer.entryOfAvx(id);
+    };
+    enter(kernel.id);
+    if (kernel.isShared()) enter(inverseOf(kernel.id));
   }
   for (const Precision p : {Precision::Single, Precision::Double}) {
-    // Of all lengths, by what makes an entry of each.
-    const auto table = [&](Family family, Direction d, Layout layout, const auto& entry) {
+    const auto table = [&](Family family, Direction d, Layout layout, bool isBeside) {
       std::string s;
-      for (int n = kMinLength; n <= kMaxLength; ++n) s += entry(KernelId{family, d, n, p, layout});
+      for (int n = kMinLength; n <= kMaxLength; ++n) {
+        const KernelId id{family, d, n, p, layout};
+        const auto entry = entries.find(nameOf(id, isBeside ? Reading::Beside : readingOf(id)));
+        s += entry == entries.end() ? "    {},\n" : entry->second;
+      }
       return "{\n" + s + "}";
-    };
-    const auto rows = [](const KernelId& id) { return Printer({id, readingOf(id)}).entry(id); };
-    const auto beside = [](const KernelId& id) {
-      return readingOf(id) == Reading::Elements ? Printer({id, Reading::Beside}).entry(id)
-                                                : "    {},\n";
-    };
-    const auto name = [](const KernelId& id) {
-      return "    " + nameOf(id, Reading::Scalars) + ",\n";
     };
     const bool single = p == Precision::Single;
     constexpr Direction kForward = Direction::Forward, kInverse = Direction::Inverse;
     tables +=
         filled(kKernels, {{"real", single ? "float" : "double"},
                           {"name", single ? "kSingle" : "kDouble"},
-                          {"forwardRows", table(Family::Complex, kForward, Layout::None, rows)},
-                          {"inverseRows", table(Family::Complex, kInverse, Layout::None, rows)},
-                          {"forwardBeside", table(Family::Complex, kForward, Layout::None, beside)},
-                          {"inverseBeside", table(Family::Complex, kInverse, Layout::None, beside)},
-                          {"toSpectrum", table(Family::Real, kForward, Layout::Pack, name)},
-                          {"toSamples", table(Family::Real, kInverse, Layout::Pack, name)},
-                          {"hartley", table(Family::Hartley, kForward, Layout::None, name)}});
+                          {"forwardRows", table(Family::Complex, kForward, Layout::None, false)},
+                          {"inverseRows", table(Family::Complex, kInverse, Layout::None, false)},
+                          {"forwardBeside", table(Family::Complex, kForward, Layout::None, true)},
+                          {"inverseBeside", table(Family::Complex, kInverse, Layout::None, true)},
+                          {"toSpectrum", table(Family::Real, kForward, Layout::Pack, false)},
+                          {"toSamples", table(Family::Real, kInverse, Layout::Pack, false)},
+                          {"hartley", table(Family::Hartley, kForward, Layout::None, false)}});
   }
-  return filled(kFile, {{"text", declarations + tables}});
+  return filled(kTables, {{"declarations", declarations}, {"tables", tables}});
 }
 
 }  // namespace kernelgen

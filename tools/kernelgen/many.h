@@ -13,10 +13,11 @@
 
 namespace kernelgen {
 
-// A file of every parts-th kernel.
-std::string emitMany(int part, int parts);
+// A file of every parts-th kernel of these lengths.
+std::string emitMany(int first, int last, int part, int parts);
 
-// The file of the tables of them all.
-std::string emitManyTables();
+// The file of the tables of them all. Up to the longest, kernels are those of the machine that it is
+// compiled for; beyond, they are those of AVX.
+std::string emitManyTables(int longest);
 
 }  // namespace kernelgen
