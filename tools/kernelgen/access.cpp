@@ -80,6 +80,6 @@ std::vector<std::string> Arrays::store(const Node& n, const std::string& value) 
   return out;
 }
 
-int accesses(const Node& n) { return runs(n.elements); }
+int Arrays::count(const Node& n) const { return runs(n.elements); }
 
 }  // namespace kernelgen

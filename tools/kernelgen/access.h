@@ -15,6 +15,8 @@ class Access {
   virtual std::string load(const Node& n) const = 0;  // an expression
   // Statements, as an access to elements that do not follow each other may take several.
   virtual std::vector<std::string> store(const Node& n, const std::string& value) const = 0;
+  // How many instructions a load or a store takes.
+  virtual int count(const Node&) const { return 1; }
 };
 
 // The arrays of reals `src` and `dst` of one transform. What reads or writes complex elements is in
@@ -25,12 +27,10 @@ class Arrays : public Access {
 
   std::string load(const Node& n) const override;
   std::vector<std::string> store(const Node& n, const std::string& value) const override;
+  int count(const Node& n) const override;
 
  private:
   int length_;
 };
-
-// How many instructions a load or a store in Arrays takes.
-int accesses(const Node& n);
 
 }  // namespace kernelgen

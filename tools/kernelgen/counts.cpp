@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "access.h"
-#include "machine.h"
+#include "many.h"
 #include "tables.h"
 
 namespace kernelgen {
@@ -14,43 +13,57 @@ bool isScale(const Graph& g, NodeId id) {
   return g[id].op == Op::Scale || (g[id].op == Op::Widen && g[g[id].a].op == Op::Scale);
 }
 
-// Additions go to two pipes of four, shuffles partly to the same; two loads start in a cycle. The
-// scalar pipes of products stay out of the way of the additions, conversions do not.
-double bound(const Counts& c, bool scalar) {
-  if (scalar) return 0.5 * (c.adds + c.converts);
-  const int all = c.adds + c.products + c.scales + c.shuffles + c.logic;
-  return std::max({0.5 * c.adds + 0.2 * c.shuffles, 0.25 * all, 0.5 * c.loads});
-}
-
 }  // namespace
 
-Counts counts(const Kernel& kernel) {
-  const Graph& g = kernel.graph;
+int operations(const Counts& c) {
+  return c.adds + c.products + c.scales + c.shuffles + c.logic + c.converts;
+}
+
+// Additions go to two pipes of four, shuffles partly to the same; two loads start in a cycle.
+double boundOfVectors(const Counts& c) {
+  return std::max(
+      {0.5 * (c.adds + c.converts) + 0.2 * c.shuffles, 0.25 * operations(c), 0.5 * c.loads});
+}
+
+Counts counts(const Graph& g, const Machine& machine, const Access& access) {
   Counts c;
   for (NodeId id = 0; id < g.size(); ++id) {
     const Node& n = g[id];
+    const int registers = static_cast<int>(machine.pieces(n.op == Op::Round ? g[n.a] : n).size());
     switch (n.op) {
-      case Op::Load: c.loads += accesses(n); break;
-      case Op::Store: c.stores += accesses(n); break;
+      case Op::Load: c.loads += access.count(n); break;
+      case Op::Store: c.stores += access.count(n); break;
       case Op::Add:
-      case Op::Sub: ++c.adds; break;
-      case Op::Mul: ++(isScale(g, n.a) || isScale(g, n.b) ? c.scales : c.products); break;
+      case Op::Sub: c.adds += registers; break;
+      case Op::Mul:
+        (isScale(g, n.a) || isScale(g, n.b) ? c.scales : c.products) += registers;
+        break;
       case Op::Shuffle: ++(isBlend(n) ? c.logic : c.shuffles); break;
       case Op::Flip: ++c.logic; break;
       case Op::Widen:
-      case Op::Round: ++c.converts; break;
+      case Op::Round:
+        c.converts += registers;
+        c.shuffles += registers - 1;  // halves of a register
+        break;
       case Op::Const:
       case Op::Scale: break;
     }
   }
-  c.stated = designOf(kernel.id).products;
-  c.bound = bound(c, designOf(kernel.id).width == kScalar);
+  return c;
+}
+
+Counts counts(const Kernel& kernel) {
+  const Design& design = designOf(kernel.id);
+  Counts c = counts(kernel.graph, Avx(), Arrays(kernel.id.length));
+  c.stated = design.products;
+  // The scalar pipes of products stay out of the way of the additions, conversions do not.
+  c.bound = design.width == kScalar ? 0.5 * (c.adds + c.converts) : boundOfVectors(c);
   return c;
 }
 
 std::string ledgerHead() {
   return "symbol,row,width,bodies,adds,products,stated,scales,shuffles,logic,converts,loads,stores,"
-         "bound";
+         "bound,rows,rowsOperations,rowsBound,besideOperations,besideBound";
 }
 
 std::string ledgerLine(const Kernel& kernel) {
@@ -62,7 +75,15 @@ std::string ledgerLine(const Kernel& kernel) {
                 kernel.id.symbol().c_str(), design.recipe.print().c_str(), design.width,
                 design.bodies, c.adds, c.products, stated.c_str(), c.scales, c.shuffles, c.logic,
                 c.converts, c.loads, c.stores, c.bound);
-  return text;
+  const auto ofMany = [&](const std::optional<ManyCounts>& many) {
+    if (!many) return std::string(",,");
+    char fields[64];
+    std::snprintf(fields, sizeof fields, ",%d,%.2f", operations(many->ofTurn),
+                  many->ofTurn.bound / many->transforms);
+    return std::string(fields);
+  };
+  const ManyCounts rows = rowCounts(kernel.id);
+  return text + ("," + rows.reading) + ofMany(rows) + ofMany(besideCounts(kernel.id));
 }
 
 }  // namespace kernelgen

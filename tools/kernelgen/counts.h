@@ -3,7 +3,9 @@
 
 #include <optional>
 
+#include "access.h"
 #include "kernels.h"
+#include "machine.h"
 
 namespace kernelgen {
 
@@ -21,6 +23,13 @@ struct Counts {
 };
 
 Counts counts(const Kernel& kernel);
+
+// Of any graph in the registers of a machine, without what the table states and the bound.
+Counts counts(const Graph& graph, const Machine& machine, const Access& access);
+double boundOfVectors(const Counts& c);
+
+// All vector operations.
+int operations(const Counts& c);
 
 // "symbol,row,width,adds,..." and one such line.
 std::string ledgerHead();

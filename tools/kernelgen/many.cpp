@@ -1,6 +1,7 @@
 #include "many.h"
 
 #include <algorithm>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
@@ -305,24 +306,48 @@ struct Text {
   std::string statements;
 };
 
+bool isOfParts(const KernelId& id, Reading reading) {
+  return id.family == Family::Complex && reading == Reading::Scalars;
+}
+
+std::unique_ptr<Access> accessOf(const KernelId& id, Reading reading) {
+  if (reading == Reading::Beside) return std::make_unique<BesideAccess>();
+  if (isOfParts(id, reading)) return std::make_unique<PartAccess>();
+  return std::make_unique<RowAccess>();
+}
+
 Text textOf(const KernelId& id, Reading reading) {
   const Graph graph = checkedGraph(id, reading);
   Text text;
   text.widths = widthsOf(graph);
-  const auto statementsBy = [&](const Access& access) {
-    Design design = designOf(id);
-    design.pace = kPace;
-    design.isLong = false;
-    return statements(graph, design, Wide(text.widths, text.singles, text.doubles), access);
-  };
-  if (reading == Reading::Beside) {
-    text.statements = statementsBy(BesideAccess());
-  } else if (id.family == Family::Complex && reading == Reading::Scalars) {
-    text.statements = statementsBy(PartAccess());
-  } else {
-    text.statements = statementsBy(RowAccess());
-  }
+  Design design = designOf(id);
+  design.pace = kPace;
+  design.isLong = false;
+  text.statements = statements(graph, design, Wide(text.widths, text.singles, text.doubles),
+                               *accessOf(id, reading));
   return text;
+}
+
+int groupBytesOf(const KernelId& id, Reading reading) {
+  return groupOf(id, reading) * (id.precision == Precision::Single ? 4 : 8);
+}
+
+ManyCounts countsOf(const KernelId& id, Reading reading) {
+  const Graph graph = graphOf(id, reading);
+  const Widths widths = widthsOf(graph);
+  ConstantTable constants("");
+  const Wide machine(widths, constants, constants);
+  const int registers = kAvxBytes / groupBytesOf(id, reading);
+  const int transforms = widths == Widths::HalfOfSingles ? registers / 2 : registers;
+  Counts c = counts(graph, machine, *accessOf(id, reading));
+  if (isOfParts(id, reading)) c.shuffles += c.loads + c.stores;
+  if (reading == Reading::Beside) {
+    c.shuffles += (transforms - 1) * c.loads;
+    c.loads *= transforms;
+    c.stores *= transforms;
+  }
+  c.bound = boundOfVectors(c);
+  return {printed(reading), c, transforms};
 }
 
 class Printer {
@@ -371,7 +396,7 @@ class Printer {
   }
 
  private:
-  int groupBytes() const { return group_ * (kernel_.id.precision == Precision::Single ? 4 : 8); }
+  int groupBytes() const { return groupBytesOf(kernel_.id, kernel_.reading); }
 
   std::string ifWider(const std::string& text, const std::string& otherwise) const {
     if (groupBytes() <= 16) return text;
@@ -484,6 +509,15 @@ std::string emitManyTables(int longest) {
                           {"hartley", table(Family::Hartley, kForward, Layout::None, false)}});
   }
   return filled(kTables, {{"declarations", declarations}, {"tables", tables}});
+}
+
+ManyCounts rowCounts(const KernelId& id) { return countsOf(id, readingOf(id)); }
+
+std::optional<ManyCounts> besideCounts(const KernelId& id) {
+  const bool isThere =
+      readingOf(id) == Reading::Elements && groupBytesOf(id, Reading::Beside) < kAvxBytes;
+  if (!isThere) return {};
+  return countsOf(id, Reading::Beside);
 }
 
 }  // namespace kernelgen

@@ -9,9 +9,23 @@
 //   beside     a register holds what it does in the graph, once for each of several transforms
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "counts.h"
+
 namespace kernelgen {
+
+// What a kernel does in registers of AVX, for how many transforms at a time.
+struct ManyCounts {
+  std::string reading;
+  Counts ofTurn;
+  int transforms;
+};
+
+// Of the kernel on rows, and of the one on contiguous transforms where there is any.
+ManyCounts rowCounts(const KernelId& id);
+std::optional<ManyCounts> besideCounts(const KernelId& id);
 
 // A file of every parts-th kernel of these lengths.
 std::string emitMany(int first, int last, int part, int parts);

@@ -97,6 +97,21 @@ bool followEachOther(const std::vector<int>& elements, std::size_t first, std::s
   return true;
 }
 
+// Where the elements of a transform are loaded from: one place, or one for each 128 bits.
+std::vector<std::string> placesOf(const Node& load) {
+  const std::vector<int>& e = load.elements;
+  if (std::ranges::count(e, kNoElement) > 0 && e.size() == 2) return {real(std::max(e[0], e[1]))};
+  if (followEachOther(e, 0, e.size())) return {real(e[0])};
+  std::vector<std::string> places;
+  const std::size_t step = load.precision == Precision::Single ? 2 : 1;
+  for (std::size_t i = 0; i < e.size(); i += step) {
+    const bool isWhole = e[i] != kNoElement && followEachOther(e, i, step);
+    if (!isWhole) throw std::logic_error("a load of several transforms takes whole 128 bits");
+    places.push_back(real(e[i]));
+  }
+  return places;
+}
+
 }  // namespace
 
 std::string RowAccess::load(const Node& n) const {
@@ -119,20 +134,11 @@ std::vector<std::string> PartAccess::store(const Node& n, const std::string& val
   return {call("y.store", {std::to_string(number / 2), waiting_[re], waiting_[re + 1]})};
 }
 
-// From one place, or from one for each 128 bits.
 std::string BesideAccess::load(const Node& n) const {
   const std::vector<int>& e = n.elements;
-  if (e == std::vector{e[0], kNoElement}) return call("x.loadPair<0>", {real(e[0])});
-  if (e == std::vector{kNoElement, e[1]}) return call("x.loadPair<1>", {real(e[1])});
-  if (followEachOther(e, 0, e.size())) return call("x.load", {real(e[0])});
-  std::vector<std::string> places;
-  const std::size_t step = n.precision == Precision::Single ? 2 : 1;
-  for (std::size_t i = 0; i < e.size(); i += step) {
-    const bool isWhole = e[i] != kNoElement && followEachOther(e, i, step);
-    if (!isWhole) throw std::logic_error("a load of several transforms takes whole 128 bits");
-    places.push_back(real(e[i]));
-  }
-  return call("x.load", places);
+  if (e == std::vector{e[0], kNoElement}) return call("x.loadPair<0>", placesOf(n));
+  if (e == std::vector{kNoElement, e[1]}) return call("x.loadPair<1>", placesOf(n));
+  return call("x.load", placesOf(n));
 }
 
 std::vector<std::string> BesideAccess::store(const Node& n, const std::string& value) const {
@@ -147,6 +153,11 @@ std::vector<std::string> BesideAccess::store(const Node& n, const std::string& v
                   call("", {real(e[i]), value}));
   }
   return out;
+}
+
+int BesideAccess::count(const Node& n) const {
+  return n.op == Op::Load ? static_cast<int>(placesOf(n).size())
+                          : static_cast<int>(store(n, "").size());
 }
 
 }  // namespace kernelgen

@@ -79,11 +79,12 @@ class PartAccess : public Access {
   mutable std::map<int, std::string> waiting_;
 };
 
-// Contiguous transforms, side by side.
+// Contiguous transforms, side by side; counts are those of one of them.
 class BesideAccess : public Access {
  public:
   std::string load(const Node& n) const override;
   std::vector<std::string> store(const Node& n, const std::string& value) const override;
+  int count(const Node& n) const override;
 };
 
 }  // namespace kernelgen
