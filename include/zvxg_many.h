@@ -6,9 +6,11 @@
  *  transform computes.
  *
  *      // 1,000 spectra of 64 points, one behind the other
+ *      static Complex32 x[1000 * 64], y[1000 * 64];
  *      int32_t status = zvxgDFTFwd_CToC_Many_32fc(x, 1, 64, y, 1, 64, 64, 1000, zvxNoDiv);
  *
- *  Link with -lzvxgmany -lzvxg -lzvxcore. */
+ *  Link with what `pkg-config --libs zvxgmany` prints, -lzvxgmany -lzvxg -lzvxcore, or in CMake with
+ *  zvxg::many. */
 #ifndef ZVXG_MANY_H
 #define ZVXG_MANY_H
 
@@ -38,8 +40,9 @@ extern "C" {
  *      element i of transform k is   src[k * srcDist + i * srcStride]
  *      result  i of transform k is   dst[k * dstDist + i * dstStride]
  *
- *  both counted in elements of the type of that array: a Complex32 counts as one. `len` is 2 to 64;
- *  the Walsh-Hadamard transforms have an order, 1 to 13, in its place, and the DCT-IV its plan.
+ *  both counted in elements of the type of that array: a Complex32 counts as one. `len` is 2 to 64.
+ *  The Walsh-Hadamard transforms have an order, 1 to 13, in its place, and a buffer as a last
+ *  argument. The DCT-IV has neither `len` nor `flag`, and its plan as a last argument.
  *
  *  @section manyLayouts Layouts
  *
@@ -54,7 +57,7 @@ extern "C" {
  *          n       1          1       N      from element-major to contiguous
  *          1       hop        1       N      frames of a signal that begin `hop` apart, and overlap
  *                                            where that is less than N
- *          C       1          ..      ..     as many columns of a matrix with rows of C as `howmany`
+ *          C       1          ..      ..     n columns of a matrix with rows of C elements
  *         -1       N          ..      ..     src points to the last element of the first transform:
  *                                            each is read backwards
  *          1       0          ..      ..     one source for all
@@ -103,6 +106,8 @@ extern "C" {
  *  transform replaces its own source. Between samples and CCS, both strides are 1 and the distances
  *  equal in bytes: the distance of the samples is twice that of the bins. Arrays that overlap
  *  otherwise are not supported.
+ *
+ *  Nothing of a call is kept. Arrays and plan are yours again when it returns.
  *
  *  Alignment. None is demanded, not even that of the float or double inside an element.
  *
