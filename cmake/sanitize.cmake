@@ -6,7 +6,8 @@ set(sanitize -gline-tables-only -fno-omit-frame-pointer
 # With a check at every access, unrolled code is quickest to compile without optimisation, but for
 # MemorySanitizer, which would follow each local variable.
 get_target_property(all zvxg ZVXG_OBJECTS)
-foreach(objects IN LISTS all)
+get_target_property(many zvxgmany ZVXG_OBJECTS)
+foreach(objects IN LISTS all many)
   if(ZVXG_SANITIZE STREQUAL memory)
     target_compile_options(${objects} PRIVATE ${sanitize} -O1
       "SHELL:-mllvm -msan-instrumentation-with-call-threshold=0")
@@ -21,7 +22,7 @@ function(sanitized target)
   target_compile_options(${target} PRIVATE
     ${ZVXG_WARNINGS} -ffp-contract=off ${sanitize} ${ARGN})
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_link_libraries(${target} PRIVATE zvxg_static zvxg_interface_linked)
+  target_link_libraries(${target} PRIVATE zvxg_interface_linked)
   target_link_options(${target} PRIVATE -fsanitize=${ZVXG_SANITIZE} ${ARGN})
 endfunction()
 

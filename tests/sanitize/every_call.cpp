@@ -2,20 +2,23 @@
 // sanitizers and Valgrind, which report what such a call may not do. All flags, by name and by
 // length, at several places, in place and not; the bits have to be the same. With threads, each
 // does all of that with arrays of its own, but with the same plans where plans may be shared, and
-// has to get the bits of a first run alone.
+// has to get the bits of a first run alone. Functions of libzvxgmany do batches too, and all of them
+// once more at its lowest level.
 //
 // usage: zvxg_every_call [THREADS]
 
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <random>
+#include <string_view>
 #include <thread>
 #include <vector>
 
 #include "interface.h"
 #include "sanitize/exact.h"
-#include "zvxg.h"
+#include "zvxg_many.h"
 
 // The library's memory, of exactly the bytes that it asks for.
 extern "C" void* zvxMalloc(int32_t bytes) noexcept {
@@ -32,7 +35,8 @@ using api::Role;
 using api::Transform;
 
 constexpr std::int32_t kFlags[] = {zvxDivFwdByN, zvxDivInvByN, zvxDivBySqrtN, zvxNoDiv};
-constexpr std::int32_t kLongestPlan = 1 << 14;
+constexpr std::int32_t kLongestPlan = 1 << 14, kLongestOfMany = 1 << 10;
+constexpr int kHowmany = 19;            // a vector of transforms, however wide, and some left over
 constexpr std::size_t kOnlyRead = 256;  // bytes of a plan that is only read when it is run
 
 std::atomic<long> calls{0};
@@ -42,11 +46,12 @@ std::atomic<long> calls{0};
   std::exit(1);
 }
 
-std::vector<std::atomic<bool>> called(api::linkedFunctions().size());
+// By symbol; all are entered before the calls begin.
+std::map<std::string_view, std::atomic<bool>> called;
 
 void succeed(const Function& function, const api::Arguments& arguments) {
   ++calls;
-  called[static_cast<std::size_t>(&function - api::linkedFunctions().data())] = true;
+  called.at(function.symbol) = true;
   if (function.call(arguments) != zvxOk) stop("a call was refused", function.symbol);
 }
 
@@ -54,27 +59,45 @@ void succeed(const Function& function, const api::Arguments& arguments) {
 class Results {
  public:
   void add(const Exact& result, const char* name) {
+    const auto* const bytes = reinterpret_cast<const char*>(result.data());
+    const std::size_t hash = std::hash<std::string_view>()({bytes, result.bytes()});
     if (!replaying_) {
-      all_.insert(all_.end(), result.data(), result.data() + result.bytes());
-    } else if (std::memcmp(all_.data() + at_, result.data(), result.bytes()) != 0) {
+      all_.push_back(hash);
+    } else if (all_[at_++] != hash) {
       stop("another result", name);
     }
-    at_ += result.bytes();
   }
   void replay() { at_ = 0, replaying_ = true; }
 
  private:
-  std::vector<std::byte> all_;
+  std::vector<std::size_t> all_;
   std::size_t at_ = 0;
   bool replaying_ = false;
 };
 
-// A transform, with its plan if that may be shared.
+// A transform, with its plan if that may be shared. Of a batch, the bytes are those of all.
 struct Job {
   Transform transform;
   std::shared_ptr<Exact> block;
-  const void* plan;
+  const void* plan = nullptr;
+  api::Batch batch = {};
+  bool replaces = true;  // may be done in place
 };
+
+// From this layout to that, element-major or contiguous.
+Job batchOf(Job job, bool fromRows, bool toRows) {
+  Transform& t = job.transform;
+  const auto side = [&](bool rows, std::size_t bytes, int parts) {
+    const auto elements = static_cast<std::ptrdiff_t>(bytes / t.function->elementBytes()) / parts;
+    return rows ? api::Batch::Side{kHowmany, 1} : api::Batch::Side{1, elements};
+  };
+  job.batch = {kHowmany, side(fromRows, t.sourceBytes, t.sourceParts()),
+               side(toRows, t.destinationBytes, t.destinationParts())};
+  job.replaces = fromRows == toRows && t.sourceBytes == t.destinationBytes;
+  t.sourceBytes *= kHowmany;
+  t.destinationBytes *= kHowmany;
+  return job;
+}
 
 class Session {
  public:
@@ -92,40 +115,44 @@ class Session {
                asArgument(&bytes)});
     }
     if (function.takes(Role::Buffer)) {
-      run(transform, work.data());
-      run(transform, nullptr);
+      run(job, work.data());
+      run(job, nullptr);
     } else if (function.isPlanned()) {
       const void *plan = nullptr, *allocated = nullptr;
       succeed(exports_.sibling(function, {Role::NewPlan, Role::Selector, Role::Block}),
               {asArgument(&plan), asArgument(transform.selector), asArgument(work.data())});
-      run(transform, job.plan ? job.plan : plan);
+      run(job, job.plan ? job.plan : plan);
       succeed(exports_.sibling(function, {Role::NewPlan, Role::Selector}),
               {asArgument(&allocated), asArgument(transform.selector)});
-      run(transform, allocated);
+      run(job, allocated);
       succeed(exports_.sibling(function, {Role::Plan}), {asArgument(allocated)});
     } else {
-      run(transform, nullptr);
+      run(job, nullptr);
     }
   }
 
  private:
-  void run(const Transform& transform, const void* work) {
+  void run(const Job& job, const void* work) {
+    const Transform& transform = job.transform;
     const Exact source =
-        transform.function->bits == 32 ? numbers<float>(transform) : numbers<double>(transform);
+        transform.function->bits == 32 ? numbers<float>(job) : numbers<double>(job);
     for (const std::int32_t flag : kFlags) {
       if (flag == zvxDivFwdByN || transform.function->takes(Role::Flag)) {
-        run(transform, work, source, flag);
+        run(job, work, source, flag);
       }
     }
   }
 
-  void run(const Transform& transform, const void* work, const Exact& source, std::int32_t flag) {
+  void run(const Job& job, const void* work, const Exact& source, std::int32_t flag) {
+    const Transform& transform = job.transform;
     const auto call = [&](const Exact& from, Exact& to) {
-      succeed(*transform.function, transform.arguments(from.data(), to.data(), flag, work));
+      succeed(*transform.function,
+              transform.arguments(from.data(), to.data(), flag, work, job.batch));
     };
     const std::size_t bytes = transform.destinationBytes;
     Exact first(source, 0), expected(source, 0, bytes);
     if (!transform.fills) {  // leaves some elements as they were
+      if (!job.replaces) return;
       call(expected, expected);
       return results_.add(expected, transform.function->symbol);
     }
@@ -142,6 +169,7 @@ class Session {
       call(src, dst);
       compare(dst);
     }
+    if (!job.replaces) return;
     for (const std::size_t offset : {0u, 1u}) {
       Exact both(source, offset, bytes);
       call(both, both);
@@ -150,10 +178,11 @@ class Session {
   }
 
   template <class T>
-  Exact numbers(const Transform& transform) {
+  Exact numbers(const Job& job) {
+    const Transform& transform = job.transform;
     const Function& kernel = *transform.kernel;
-    const bool ofCcs =
-        kernel.layout == api::Layout::Ccs && kernel.direction == api::Direction::Inverse;
+    const bool ofCcs = job.batch.howmany == 1 && kernel.layout == api::Layout::Ccs &&
+                       kernel.direction == api::Direction::Inverse;
     const int count = static_cast<int>(transform.sourceBytes / sizeof(T));
     Exact array(transform.sourceBytes);
     for (int i = 0; i < count; ++i) {
@@ -173,23 +202,38 @@ class Session {
 int main(int threadCount) {
   const api::Exports exports(api::linkedFunctions());
   std::vector<Job> jobs;
-  for (const Function& function : exports.functions()) {
+  const auto add = [&](const Function& function, std::int32_t longestPlan) {
+    called[function.symbol] = false;
     for (const Transform& transform :
-         exports.transformsOf(function, api::planLengths(function.bits, kLongestPlan))) {
-      Job job = {transform, std::make_shared<Exact>(transform.workBytes), nullptr};
+         exports.transformsOf(function, api::planLengths(function.bits, longestPlan))) {
+      Job job = {transform, std::make_shared<Exact>(transform.workBytes)};
       const bool shares = function.isPlanned() && transform.workBytes == kOnlyRead;
       if (shares) job.plan = exports.prepare(transform, job.block->data());
       jobs.push_back(job);
+      if (!function.isMany()) continue;
+      for (const auto& [from, to] : {std::pair(false, false), {true, true}, {false, true}}) {
+        jobs.push_back(batchOf(job, from, to));
+      }
     }
-  }
+  };
+  for (const Function& function : exports.functions()) add(function, kLongestPlan);
+  for (const Function& function : api::linkedManyFunctions()) add(function, kLongestOfMany);
   const auto runAll = [&](Results& results) {
     Session session(exports, results);
     for (const Job& job : jobs) session.run(job);
     if (zvxgenGetLibVersion()->major != 6) stop("another version", "zvxgenGetLibVersion");
-    called[0] = true;  // the version is the first
+    called.at("zvxgenGetLibVersion") = true;
   };
   Results results;
   runAll(results);
+  {
+    Results lowest = results;
+    lowest.replay();
+    if (zvxgManyLimitLevel(zvxManyAvx) != zvxManyAvx) stop("another level", "zvxgManyLimitLevel");
+    runAll(lowest);
+    if (zvxgManyLimitLevel(INT32_MAX) != zvxgManyLevel()) stop("another level", "zvxgManyLevel");
+    called.at("zvxgManyLimitLevel") = called.at("zvxgManyLevel") = true;
+  }
   {
     std::vector<std::jthread> threads;
     for (int i = 0; i < threadCount; ++i) {
@@ -199,9 +243,10 @@ int main(int threadCount) {
       });
     }
   }
-  const auto count = std::count(called.begin(), called.end(), true);
+  const auto count = std::count_if(called.begin(), called.end(),
+                                   [](const auto& entry) { return entry.second.load(); });
   std::printf("%td functions, %ld calls, %d threads\n", count, calls.load(), threadCount);
-  return count == static_cast<std::ptrdiff_t>(called.size()) ? 0 : 1;
+  return count == std::ssize(called) ? 0 : 1;
 }
 
 }  // namespace

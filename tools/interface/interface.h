@@ -113,8 +113,9 @@ inline kernelgen::KernelId kernelIdOf(const Function& kernel) {
 std::span<const Function> functions();
 /// Those of libzvxgmany. What there is by length, or by a plan, has Many in its name here.
 std::span<const Function> manyFunctions();
-/// Those of libzvxg, with the addresses in this program, which is linked with it.
+/// The same with the addresses in this program, which is linked with the libraries.
 std::span<const Function> linkedFunctions();
+std::span<const Function> linkedManyFunctions();
 
 /// How many transforms a call does and where they are, for a function that asks.
 struct Batch {

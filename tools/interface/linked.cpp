@@ -1,5 +1,5 @@
 #include "interface.h"
-#include "zvxg.h"
+#include "zvxg_many.h"
 
 namespace api {
 namespace {
@@ -10,8 +10,18 @@ const Function kFunctions[] = {
 #include "interface.table"
 };
 
+#undef ZVXG_FUNCTION
+#undef ZVXG_MANY_FUNCTION
+#define ZVXG_FUNCTION(symbol, ...)
+#define ZVXG_MANY_FUNCTION(symbol, ...) {#symbol, __VA_ARGS__, reinterpret_cast<void*>(&symbol)},
+const Function kManyFunctions[] = {
+#include "interface.table"
+};
+
 }  // namespace
 
 std::span<const Function> linkedFunctions() { return kFunctions; }
+
+std::span<const Function> linkedManyFunctions() { return kManyFunctions; }
 
 }  // namespace api
