@@ -70,9 +70,8 @@ template <class T, class E, class Row, class Call>
 void tryArrays(Input& input, Row, const Call& call) {
   const std::size_t n = input.choice(kLongest);
   const Parts parts = partsOf(input, n, n);
-  const auto flag =
-      static_cast<ZvxScaleFlag>(input.choice(4) == 0 ? static_cast<int32_t>(input.choice(16))
-                                                     : kFlags[input.choice(4)]);
+  const auto flag = static_cast<ZvxScaleFlag>(
+      input.choice(4) == 0 ? static_cast<int32_t>(input.choice(16)) : kFlags[input.choice(4)]);
   using Element = std::conditional_t<std::is_same_v<E, T>, T, typename Functions<T>::Complex>;
   compare<T, E>(
       input, parts, isLength(n) && parts.toSize == n && parts.areApartOrOne() && isFlag(flag),

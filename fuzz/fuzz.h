@@ -12,12 +12,13 @@
 #include <span>
 #include <vector>
 
+#include "interface.h"
 #include "sanitize/exact.h"
 #include "zvxg.h"
 
 namespace fuzz {
 
-inline constexpr int32_t kFlags[] = {zvxDivFwdByN, zvxDivInvByN, zvxDivBySqrtN, zvxNoDiv};
+using api::kFlags;
 
 inline void require(bool holds, const char* what) {
   if (holds) return;

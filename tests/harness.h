@@ -27,7 +27,7 @@
 
 namespace tests {
 
-inline constexpr int32_t kFlags[] = {1, 2, 4, 8};
+using api::kFlags;
 inline constexpr int32_t kUnscaled = 8;
 
 // ---- Data --------------------------------------------------------------------------------------

@@ -34,7 +34,6 @@ using api::Function;
 using api::Role;
 using api::Transform;
 
-constexpr std::int32_t kFlags[] = {zvxDivFwdByN, zvxDivInvByN, zvxDivBySqrtN, zvxNoDiv};
 constexpr std::int32_t kLongestPlan = 1 << 14, kLongestOfMany = 1 << 10;
 constexpr int kHowmany = 19;            // a vector of transforms, however wide, and some left over
 constexpr std::size_t kOnlyRead = 256;  // bytes of a plan that is only read when it is run
@@ -136,7 +135,7 @@ class Session {
     const Transform& transform = job.transform;
     const Exact source =
         transform.function->bits == 32 ? numbers<float>(job) : numbers<double>(job);
-    for (const std::int32_t flag : kFlags) {
+    for (const std::int32_t flag : api::kFlags) {
       if (flag == zvxDivFwdByN || transform.function->takes(Role::Flag)) {
         run(job, work, source, flag);
       }

@@ -54,6 +54,9 @@ enum class Role {
 
 constexpr std::size_t kMostArguments = 10;
 using Roles = std::array<Role, kMostArguments>;
+/// The flags that choose the factor of a result; zvxg.h has their names.
+inline constexpr std::int32_t kFlags[] = {1, 2, 4, 8};
+
 /// An address, or an integer of any size. A function reads those that it has arguments for.
 using Arguments = std::array<std::uint64_t, kMostArguments>;
 

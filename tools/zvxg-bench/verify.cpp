@@ -28,7 +28,6 @@ namespace {
 using api::asArgument;
 using api::Role;
 
-constexpr std::int32_t kFlags[] = {zvxDivFwdByN, zvxDivInvByN, zvxDivBySqrtN, zvxNoDiv};
 constexpr std::int32_t kBadFlags[] = {0, 3, 5, 16, -1};
 constexpr std::size_t kLineBytes = 64;  // the period of every alignment test
 
@@ -139,7 +138,8 @@ class TransformCheck {
 
   void checkValues() {
     const Numbers expected = reference::definition(transform_, {source_.begin(), source_.end()});
-    for (const std::int32_t flag : kFlags) {  // the last one leaves the result for the next checks
+    // The last one leaves the result for the next checks.
+    for (const std::int32_t flag : api::kFlags) {
       std::fill(result_.begin(), result_.end(), kUntouched);
       const std::int32_t status = call_(source_.data(), result_.data(), flag);
       expect(status == zvxOk, "status " + std::to_string(status));
