@@ -3,7 +3,6 @@
 // the bits of the C function and changes nothing else; all else throws and changes nothing.
 
 #include <complex>
-#include <optional>
 
 #include "fuzz.h"
 #include "zvxg.hpp"
@@ -109,44 +108,6 @@ void tryLayout(Input& input) {
   }
 }
 
-template <class T>
-void tryWht(Input& input) {
-  const auto order = static_cast<int>(input.choice(16));
-  std::optional<zvxg::Wht<T>> wht;
-  try {
-    wht.emplace(order);
-  } catch (const std::invalid_argument&) {
-  }
-  require(wht.has_value() == (order >= 1 && order <= 13), "an order");
-  const std::size_t n = std::size_t{1} << order;
-  if (!wht || n > kLongest) return;
-  const Parts parts = partsOf(input, n, n);
-  compare<T, T>(
-      input, parts, parts.toSize == n && parts.areApartOrOne(),
-      [&](auto in, auto out) { (*wht)(in, out, zvxNoDiv); },
-      [&](const T* src, T* dst) { Functions<T>::kWhtByOrder(src, dst, order, zvxNoDiv, nullptr); });
-}
-
-template <class T>
-void tryDct4(Input& input) {
-  const std::size_t n = input.choice(2) == 0 ? input.choice(600) : 1u << input.choice(10);
-  std::optional<zvxg::Dct4<T>> dct4, reference;
-  try {
-    dct4.emplace(n);
-  } catch (const std::invalid_argument&) {
-  }
-  require(dct4.has_value() == (n >= 2 && (n & (n - 1)) == 0), "a length");
-  if (!dct4 || n > kLongest) return;
-  tests::Exact block(1 << 16);
-  Dct4Spec* spec = nullptr;
-  Functions<T>::kDct4Init(&spec, static_cast<int32_t>(n), block.data());
-  const Parts parts = partsOf(input, n, n);
-  compare<T, T>(
-      input, parts, parts.toSize == n && parts.areApartOrOne(),
-      [&](auto in, auto out) { (*dct4)(in, out); },
-      [&](const T* src, T* dst) { Functions<T>::kDct4(src, dst, spec); });
-}
-
 // Windows of a signal into results at a stride of their own.
 template <class T>
 void tryBatch(Input& input) {
@@ -181,7 +142,7 @@ template <class T>
 void tryPrecision(Input& input) {
   using F = Functions<T>;
   using Pair = std::complex<T>;
-  switch (input.choice(9)) {
+  switch (input.choice(7)) {
     case 0:
       return tryArrays<T, Pair>(input, typename F::Forward(),
                                 [](auto in, auto out, auto flag) { zvxg::dft(in, out, flag); });
@@ -194,8 +155,6 @@ void tryPrecision(Input& input) {
     case 3: return tryLayout<Layout::Ccs, T>(input);
     case 4: return tryLayout<Layout::Pack, T>(input);
     case 5: return tryLayout<Layout::Perm, T>(input);
-    case 6: return tryWht<T>(input);
-    case 7: return tryDct4<T>(input);
     default: return tryBatch<T>(input);
   }
 }
