@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <span>
+#include <stdexcept>
 #include <vector>
 
 #include "kernel_id.h"  // kernelgen
@@ -102,14 +103,23 @@ struct Function {
 };
 #undef ZVXG_ANY_FUNCTION
 
-/// Of a kernel that is generated.
+/// Of a kernel that is generated; throws std::invalid_argument for another function.
 inline kernelgen::KernelId kernelIdOf(const Function& kernel) {
-  const auto family = kernel.family == Family::Complex ? kernelgen::Family::Complex
-                      : kernel.family == Family::Real  ? kernelgen::Family::Real
-                                                       : kernelgen::Family::Hartley;
-  return {family, kernel.direction, kernel.first,
-          kernel.bits == 32 ? kernelgen::Precision::Single : kernelgen::Precision::Double,
-          kernel.layout};
+  const auto of = [&](kernelgen::Family family) -> kernelgen::KernelId {
+    return {family, kernel.direction, kernel.first,
+            kernel.bits == 32 ? kernelgen::Precision::Single : kernelgen::Precision::Double,
+            kernel.layout};
+  };
+  switch (kernel.family) {
+    case Family::Complex: return of(kernelgen::Family::Complex);
+    case Family::Real: return of(kernelgen::Family::Real);
+    case Family::Hartley: return of(kernelgen::Family::Hartley);
+    case Family::Version:
+    case Family::Wht:
+    case Family::Dct4:
+    case Family::Level: break;
+  }
+  throw std::invalid_argument(kernel.symbol);
 }
 
 /// All functions of libzvxg, in the order of the header, without addresses.

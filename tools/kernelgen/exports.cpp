@@ -154,7 +154,7 @@ std::string bodyName(const KernelId& id) {
   const std::string end = std::to_string(id.length) + symbol.substr(symbol.rfind('_'));
   const std::string direction = id.direction == Direction::Forward ? "forward" : "inverse";
   switch (id.layout) {
-    case Layout::None: return (isDirected(id.family) ? direction : "hartley") + end;
+    case Layout::None: return (isDirected(id.family) ? direction : groupOf(id.family)) + end;
     case Layout::Ccs: return direction + "Ccs" + end;
     case Layout::Pack: return direction + "Pack" + end;
     case Layout::Perm: return direction + "Perm" + end;

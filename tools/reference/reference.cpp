@@ -155,10 +155,26 @@ Numbers definition(const api::Transform& transform, const Numbers& source) {
   }
 }
 
+namespace {
+
+// Whether forward and inverse are two transforms.
+bool isDirected(api::Family family) {
+  switch (family) {
+    case api::Family::Complex:
+    case api::Family::Real: return true;
+    case api::Family::Hartley:
+    case api::Family::Wht:
+    case api::Family::Dct4: return false;
+    case api::Family::Version:
+    case api::Family::Level: break;
+  }
+  throw std::logic_error("no transform");
+}
+
+}  // namespace
+
 long double factor(const api::Transform& transform, int flag) {
-  using api::Family;
-  const Family family = transform.kernel->family;
-  const bool directed = family == Family::Complex || family == Family::Real;
+  const bool directed = isDirected(transform.kernel->family);
   const bool forward = transform.kernel->direction == Direction::Forward;
   if (!transform.function->takes(api::Role::Flag)) return 1;
   switch (flag) {
