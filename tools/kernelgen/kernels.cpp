@@ -7,13 +7,25 @@
 
 namespace kernelgen {
 
-Kernel makeKernel(const KernelId& id) {
+namespace {
+
+Graph graphOf(const KernelId& id) {
   switch (id.family) {
-    case Family::Complex: return {id, complexGraph(id, designOf(id))};
+    case Family::Complex: return complexGraph(id, designOf(id));
     case Family::Real:
-    case Family::Hartley: return {id, realGraph(id)};
+    case Family::Hartley: return realGraph(id);
   }
-  throw std::logic_error("no graph for " + id.symbol());
+  throw std::logic_error("no graph");
+}
+
+}  // namespace
+
+Kernel makeKernel(const KernelId& id) {
+  try {
+    return {id, graphOf(id)};
+  } catch (const std::logic_error& error) {
+    throw std::logic_error(id.symbol() + ": " + error.what());
+  }
 }
 
 }  // namespace kernelgen
