@@ -148,7 +148,7 @@ void tryTransform(Input& input, const Transform& transform) {
 
   const Function& kernel = *transform.kernel;
   if (kernel.layout == api::Layout::Ccs && kernel.direction == api::Direction::Inverse) {
-    source[1] = 0;  // taken as zero, whatever stands there
+    source[1] = 0;  // taken as zero, whatever is there
     if (transform.points % 2 == 0) source[transform.points + 1] = 0;
   }
   if (!areOrdinary(source)) return;

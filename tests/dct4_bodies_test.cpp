@@ -155,7 +155,7 @@ TYPED_TEST(Dct4Bodies, Roots) {
   }
 }
 
-// Also the workspaces: what stands where does not depend on the schedule.
+// Also the workspaces: what is where does not depend on the schedule.
 TYPED_TEST(Dct4Bodies, SchedulesHaveTheSameBits) {
   using T = TypeParam;
   for (const int32_t n : powersOfTwo(2 * kLongestDirect<T>, 1 << 20)) {

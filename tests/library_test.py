@@ -122,7 +122,7 @@ class Symbols(TestCase):
         self.assertLessEqual(self.CORE, imported)
 
     def test_own_functions_are_bound(self):
-        # By address: no stub and no look-up stands between an entry and its kernel.
+        # By address: there is no stub and no look-up between an entry and its kernel.
         relocations = output_of("readelf", "-rW", options.library)
         self.assertIn("R_X86_64_RELATIVE", relocations)
         looked_up = set(re.findall(r"\b(zvx\w+)", relocations)) - self.CORE

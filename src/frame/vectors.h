@@ -103,7 +103,7 @@ ZVXG_INLINE inline auto bare(V v) {
   }
 }
 
-// In at least so many lanes; a scalar is in all of them, and what stands above a vector is unknown.
+// In at least so many lanes; a scalar is in all of them, and what is above a vector is unknown.
 template <int kCount, class V>
 ZVXG_INLINE inline auto widenedTo(V v) {
   using T = typename Lanes<V>::Real;

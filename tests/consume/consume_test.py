@@ -1,5 +1,5 @@
 """The ways in which other projects use the library, from a tree that was installed and then moved.
-The programs are those that README.md or a document shows, and have to print what stands there. Run
+The programs are those that README.md or a document shows, and have to print what is shown there. Run
 with --help for the arguments; what follows them goes to unittest."""
 
 import argparse

@@ -24,7 +24,7 @@ struct RealRow {
 };
 
 // The first argument of a two-factor form is the stage that touches the input: the samples forward,
-// the spectrum on the way back. Behind a recipe stands its count of products by constants, with the
+// the spectrum on the way back. Behind a recipe is its count of products by constants, with the
 // doublings of bins on the way back; a Hartley kernel takes one of the two and does not double.
 const RealRow kRows[] = {
     // clang-format off

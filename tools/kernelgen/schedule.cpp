@@ -175,7 +175,7 @@ class ListScheduler {
     return g_[n].op == Op::Mul && operands.size() == 1 && isSource(operands[0]);
   }
 
-  // A source stands before its first user: the core starts it ahead of time by itself, and a
+  // A source comes right before its first user: the core starts it ahead of time by itself, and a
   // register is not held for it.
   void place(NodeId n, Nodes& out) {
     if (!isSource(n) || scheduled_[n]) return;
@@ -244,7 +244,7 @@ class ListScheduler {
   std::vector<char> scheduled_;
 };
 
-// Source and destination may be one array: no store stands before the last load.
+// Source and destination may be one array: no store comes before the last load.
 Nodes withLateStores(const Graph& g, const Nodes& order) {
   const auto is = [&](Op op) { return [&g, op](NodeId n) { return g[n].op == op; }; };
   const auto lastLoad = std::find_if(order.rbegin(), order.rend(), is(Op::Load)).base();

@@ -8,7 +8,7 @@ import subprocess
 from outcomes import BUILD, ROOT
 
 # With the most seconds that a program may take, some ten times what it does. State.Loading looks for
-# the files that stand beside the library as it is built.
+# the files beside the library as it is built.
 PROGRAMS = {
     "hashes": (20, ["zvxg_hashes", "check", "tests/hashes.csv"]),
     "tests": (300, ["zvxg_tests"]),

@@ -18,7 +18,7 @@ ALONE = {
 
 
 def kernels_of(text):
-    """What stands before the first kernel of a generated file, then each kernel."""
+    """What is before the first kernel of a generated file, then each kernel."""
     return re.split(r"^(?=// zvxg)", text, flags=re.M)
 
 
