@@ -26,28 +26,17 @@ struct Frames {
   npy_intp count() const { return PyArray_DIM(spectra, 2) * framesPerColumn; }
 };
 
-// Calls body(i, address of sample start + i) for the part of a frame that is in the signal, and
-// outside(i) for the rest.
-template <class Body, class Outside>
-void overFrame(char* signal, npy_intp stride, npy_intp elementSize, npy_intp samples,
-               npy_intp start, npy_intp length, const Body& body, const Outside& outside) {
-  const npy_intp begin = std::clamp<npy_intp>(-start, 0, length);
-  const npy_intp end = std::clamp<npy_intp>(samples - start, begin, length);
-  for (npy_intp i = 0; i < begin; ++i) outside(i);
-  char* const at = signal + start * stride;
-  if (stride == elementSize) {  // vectors
-    for (npy_intp i = begin; i < end; ++i) body(i, at + i * elementSize);
-  } else {
-    for (npy_intp i = begin; i < end; ++i) body(i, at + i * stride);
-  }
-  for (npy_intp i = end; i < length; ++i) outside(i);
-}
+// What a frame has in the signal: elements [begin, end), the first of them at `data`.
+struct Inside {
+  npy_intp begin, end;
+  char* data;
+};
 
-template <class T>
-T load(const char* at) {
-  T value;
-  std::memcpy(&value, at, sizeof value);
-  return value;
+Inside inside(const Frames& frames, char* signal, npy_intp frame) {
+  const npy_intp start = frames.first + frame * frames.hop;
+  const npy_intp begin = std::clamp<npy_intp>(-start, 0, frames.length());
+  const npy_intp end = std::clamp<npy_intp>(frames.samples() - start, begin, frames.length());
+  return {begin, end, signal + (start + begin) * PyArray_STRIDE(frames.signals, 1)};
 }
 
 // Serves all frames tile by tile: `serve` is told the signal, the side of the tile, that of all of
@@ -81,21 +70,35 @@ Run analysis() {
   return sizeof(T) == sizeof(float) ? t.ofSingle : t.ofDouble;
 }
 
+// The window, each value as often as an element has parts.
+template <class T, int kParts>
+struct Window {
+  explicit Window(const Frames& frames) {
+    const T* const once = static_cast<const T*>(PyArray_DATA(frames.window));
+    for (npy_intp i = 0; i < frames.length() * kParts; ++i) values[i] = once[i / kParts];
+  }
+  T values[64 * kParts];
+};
+
 // Fills a tile with windowed frames.
 template <class T, int kParts>
 void applyWindow(const Frames& frames, char* signal, T* tile, npy_intp first, npy_intp count) {
-  const T* const window = static_cast<const T*>(PyArray_DATA(frames.window));
+  constexpr std::size_t kSize = kParts * sizeof(T);
+  const npy_intp length = frames.length(), stride = PyArray_STRIDE(frames.signals, 1);
+  const Window<T, kParts> window(frames);
   for (npy_intp f = 0; f < count; ++f) {
-    T* const frame = tile + f * kParts * frames.length();
-    overFrame(
-        signal, PyArray_STRIDE(frames.signals, 1), kParts * npy_intp{sizeof(T)}, frames.samples(),
-        frames.first + (first + f) * frames.hop, frames.length(),
-        [=](npy_intp i, const char* at) {
-          for (int p = 0; p < kParts; ++p) {
-            frame[i * kParts + p] = window[i] * load<T>(at + p * sizeof(T));
-          }
-        },
-        [=](npy_intp i) { std::fill_n(frame + i * kParts, kParts, T(0)); });
+    T* const frame = tile + f * kParts * length;
+    const auto [begin, end, data] = inside(frames, signal, first + f);
+    std::fill_n(frame, begin * kParts, T(0));
+    if (stride == kSize) {
+      std::memcpy(frame + begin * kParts, data, static_cast<std::size_t>(end - begin) * kSize);
+    } else {
+      for (npy_intp i = begin; i < end; ++i) {
+        std::memcpy(frame + i * kParts, data + (i - begin) * stride, kSize);
+      }
+    }
+    std::fill_n(frame + end * kParts, (length - end) * kParts, T(0));
+    for (npy_intp i = begin * kParts; i < end * kParts; ++i) frame[i] *= window.values[i];
   }
 }
 
@@ -173,26 +176,22 @@ bool sumPower(const Frames& frames) {
   });
 }
 
+// The signals are contiguous.
 template <class T, int kParts>
 bool synthesise(const Frames& frames) {
   const Transform& t = kTransforms[kParts == 1 ? kIrfft : kIfft];
   const Run run = sizeof(T) == sizeof(float) ? t.ofSingle : t.ofDouble;
-  const T* const window = static_cast<const T*>(PyArray_DATA(frames.window));
+  const Window<T, kParts> window(frames);
   return overTiles<T, kParts>(frames, [&](char* signal, const T* tile, const Side& inTile,
                                           const Side& spectra, npy_intp first, npy_intp count) {
     if (!run(from(spectra, first), inTile, frames.length(), count, Norm::Backward)) return false;
     for (npy_intp f = 0; f < count; ++f) {
       const T* const frame = tile + f * kParts * frames.length();
-      overFrame(
-          signal, PyArray_STRIDE(frames.signals, 1), inTile.stride, frames.samples(),
-          frames.first + (first + f) * frames.hop, frames.length(),
-          [=](npy_intp i, char* at) {
-            for (int p = 0; p < kParts; ++p) {
-              const T sum = load<T>(at + p * sizeof(T)) + window[i] * frame[i * kParts + p];
-              std::memcpy(at + p * sizeof(T), &sum, sizeof sum);
-            }
-          },
-          [](npy_intp) {});
+      const auto [begin, end, data] = inside(frames, signal, first + f);
+      T* const sums = reinterpret_cast<T*>(data) - begin * kParts;
+      for (npy_intp i = begin * kParts; i < end * kParts; ++i) {
+        sums[i] += window.values[i] * frame[i];
+      }
     }
     return true;
   });
