@@ -76,14 +76,18 @@ endif()
 
 if(TARGET zvxg_python AND NOT ZVXG_WHEEL)
   package(python python3-zvxg python "short signal transforms, Python package"
-"Functions on NumPy arrays, short-time spectra, and a backend of scipy.fft.")
+"Functions on NumPy and Dask arrays, short-time spectra, a program for those of
+many recordings, and a backend of scipy.fft.")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
   get_directory_property(minor DIRECTORY ${PROJECT_SOURCE_DIR}/python
     DEFINITION Python_VERSION_MINOR)
   math(EXPR next "${minor} + 1")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "libzvxgmany6 (= ${version}), python3 (>= 3.${minor}), \
 python3 (<< 3.${next}), python3-numpy, python3-numpy-abi9")
-  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-scipy, python3-matplotlib, python3-pyfftw")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-scipy, python3-matplotlib, python3-pyfftw, \
+python3-distributed, python3-xarray, python3-zarr, python3-soundfile")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA # modules are compiled where they are installed
+    ${CMAKE_CURRENT_LIST_DIR}/python3-zvxg/postinst ${CMAKE_CURRENT_LIST_DIR}/python3-zvxg/prerm)
 endif()
 
 include(CPack)
