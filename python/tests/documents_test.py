@@ -1,15 +1,18 @@
-"""The programs of docs/python.md, run in their order; what they print is what the document says."""
+"""The programs of the documents, run in their order; what they print is what the document says."""
 
 import doctest
 import pathlib
 
 import pytest
 
-DOCUMENT = pathlib.Path(__file__).parents[2] / "docs" / "python.md"
+DOCUMENTS = pathlib.Path(__file__).parents[2] / "docs"
 
 
-def test_manual(backend, tmp_path, monkeypatch):
-    pytest.importorskip("scipy.signal")
+@pytest.mark.parametrize("name, needed, least", [
+    ("python.md", ["scipy.signal"], 20), ("dask.md", ["dask.array", "xarray"], 10)])
+def test_document(name, needed, least, backend, tmp_path, monkeypatch):
+    for module in needed:
+        pytest.importorskip(module)
     monkeypatch.chdir(tmp_path)
-    failed, tried = doctest.testfile(str(DOCUMENT), module_relative=False)
-    assert tried > 20 and failed == 0
+    failed, tried = doctest.testfile(str(DOCUMENTS / name), module_relative=False)
+    assert tried > least and failed == 0
