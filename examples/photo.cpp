@@ -3,7 +3,7 @@
 // Codes a picture by the Walsh-Hadamard transform of blocks of 8 x 8 pixels, and writes what a
 // decoder would output. In natural order the transform of 64 points in a row is the two-dimensional
 // transform of 8 x 8 points, because (-1)^popcount(i & k) is the product of the signs for the upper
-// and the lower three bits. So one call transforms one block.
+// and the lower three bits. So each block is one transform, and one call transforms a row of blocks.
 //
 // The colours are first converted to luma and two differences, which leaves most of the picture in
 // one channel (Malvar and Sullivan, "YCoCg-R", 2003). Coefficients are rounded to multiples of STEP
@@ -11,7 +11,7 @@
 // error of the picture is that of the coefficients. They are multiples of 1/8, so a STEP of 1/16
 // gives back exactly the picture. The program prints how many bits an ideal entropy coder would
 // need that knows how often each value of each of the 64 coefficients occurs.
-#include <zvxg.h>
+#include <zvxg_many.h>
 
 #include <algorithm>
 #include <array>
@@ -30,9 +30,30 @@ constexpr int kSide = 8;
 constexpr int kPoints = kSide * kSide;
 constexpr double kDefaultStep = 32;
 
-using Block = std::array<float, kPoints>;    // of one channel, row by row
-using Channels = std::array<Block, 3>;       // luma, orange minus blue, green minus purple
+constexpr int kChannels = 3;  // luma, orange minus blue, green minus purple
+
 using Counts = std::map<int, std::int64_t>;  // how often each value occurs
+
+// A row of blocks. A point of all blocks and channels is behind the one before, which is how many
+// transforms in one call are fastest.
+class Strip {
+ public:
+  explicit Strip(int blocks) : blocks_(blocks), numbers_(kPoints * kChannels * blocks) {}
+
+  int blocks() const { return blocks_; }
+  float& at(int point, int channel, int block) {
+    return numbers_[(point * kChannels + channel) * blocks_ + block];
+  }
+  void transform() {
+    const int count = kChannels * blocks_;
+    require(zvxgWHT_Many_32f(numbers_.data(), count, 1, numbers_.data(), count, 1, 6, count,
+                             zvxDivBySqrtN, nullptr));
+  }
+
+ private:
+  int blocks_;
+  std::vector<float> numbers_;
+};
 
 // Lifting steps: each is undone by the same step with the sign reversed, although halves are
 // rounded.
@@ -50,35 +71,45 @@ Color toColor(int luma, int orange, int green) {
   return {byte(blue + orange), byte(green + middle), byte(blue)};
 }
 
-// The block with its upper left corner at (left, top). Beyond the picture its last row and column
-// are repeated.
-Channels load(const Picture& picture, int left, int top) {
-  Channels channels;
-  for (int i = 0; i < kPoints; ++i) {
-    const int x = std::min(left + i % kSide, picture.width() - 1);
-    const int y = std::min(top + i / kSide, picture.height() - 1);
-    const auto values = fromColor(picture.at(x, y));
-    for (int c = 0; c < 3; ++c) channels[c][i] = static_cast<float>(values[c]);
-  }
-  return channels;
-}
-
-void store(const Channels& channels, Picture& picture, int left, int top) {
-  for (int i = 0; i < kPoints; ++i) {
-    const auto value = [&](int c) { return static_cast<int>(std::lround(channels[c][i])); };
-    picture.set(left + i % kSide, top + i / kSide, toColor(value(0), value(1), value(2)));
+// The blocks from the row `top` down. Beyond the picture its last row and column are repeated.
+void load(const Picture& picture, int top, Strip& strip) {
+  for (int block = 0; block < strip.blocks(); ++block) {
+    for (int i = 0; i < kPoints; ++i) {
+      const int x = std::min(block * kSide + i % kSide, picture.width() - 1);
+      const int y = std::min(top + i / kSide, picture.height() - 1);
+      const auto values = fromColor(picture.at(x, y));
+      for (int c = 0; c < kChannels; ++c) strip.at(i, c, block) = static_cast<float>(values[c]);
+    }
   }
 }
 
-// Transforms a block, rounds it to multiples of the step, and transforms it back.
-void quantise(Block& block, float step, std::array<Counts, kPoints>& counts) {
-  require(zvxgWHT_6_32f(block.data(), block.data(), zvxDivBySqrtN, nullptr));
+void store(Strip& strip, Picture& picture, int top) {
+  for (int block = 0; block < strip.blocks(); ++block) {
+    for (int i = 0; i < kPoints; ++i) {
+      const auto value = [&](int c) {
+        return static_cast<int>(std::lround(strip.at(i, c, block)));
+      };
+      picture.set(block * kSide + i % kSide, top + i / kSide,
+                  toColor(value(0), value(1), value(2)));
+    }
+  }
+}
+
+using AllCounts = std::array<std::array<Counts, kPoints>, kChannels>;
+
+// Rounds coefficients to multiples of the step.
+void quantise(Strip& strip, double step, AllCounts& counts) {
   for (int k = 0; k < kPoints; ++k) {
-    const auto index = std::lround(block[k] / step);
-    ++counts[k][static_cast<int>(index)];
-    block[k] = static_cast<float>(index) * step;
+    for (int c = 0; c < kChannels; ++c) {
+      const auto unit = static_cast<float>(c == 0 ? step : 2 * step);
+      for (int block = 0; block < strip.blocks(); ++block) {
+        float& coefficient = strip.at(k, c, block);
+        const auto index = std::lround(coefficient / unit);
+        ++counts[c][k][static_cast<int>(index)];
+        coefficient = static_cast<float>(index) * unit;
+      }
+    }
   }
-  require(zvxgWHT_6_32f(block.data(), block.data(), zvxDivBySqrtN, nullptr));
 }
 
 double entropyBits(const Counts& counts) {
@@ -108,15 +139,14 @@ struct Coded {
 
 Coded code(const Picture& original, double step) {
   Coded coded{original, 0, 0, 0};
-  std::array<std::array<Counts, kPoints>, 3> counts;
+  AllCounts counts;
+  Strip strip((original.width() + kSide - 1) / kSide);
   for (int top = 0; top < original.height(); top += kSide) {
-    for (int left = 0; left < original.width(); left += kSide) {
-      Channels channels = load(original, left, top);
-      for (int c = 0; c < 3; ++c) {
-        quantise(channels[c], static_cast<float>(c == 0 ? step : 2 * step), counts[c]);
-      }
-      store(channels, coded.picture, left, top);
-    }
+    load(original, top, strip);
+    strip.transform();
+    quantise(strip, step, counts);
+    strip.transform();
+    store(strip, coded.picture, top);
   }
 
   const double pixels = static_cast<double>(original.width()) * original.height();
