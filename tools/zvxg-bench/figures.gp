@@ -1,12 +1,14 @@
-# Draws the pictures of docs/figures.md:  gnuplot -c figures.gp SPEED.csv ACCURACY.csv DIRECTORY
-# from the CSV of `zvxg-bench speed` and `zvxg-bench accuracy`.
+# Draws the pictures of docs/figures.md:  gnuplot -c figures.gp SPEED.csv MANY.csv ACCURACY.csv DIRECTORY
+# from the CSV of `zvxg-bench speed`, of the same for batches and of `zvxg-bench accuracy`.
 
-if (ARGC != 3) {
-  print "usage: gnuplot -c figures.gp SPEED.csv ACCURACY.csv DIRECTORY"
+if (ARGC != 4) {
+  print "usage: gnuplot -c figures.gp SPEED.csv MANY.csv ACCURACY.csv DIRECTORY"
   exit status 2
 }
 speed = ARG1
-accuracy = ARG2
+many = ARG2
+accuracy = ARG3
+directory = ARG4
 
 set datafile separator ","
 set datafile columnheaders
@@ -32,7 +34,7 @@ array forwards = ["complex-forward", "real-forward-ccs", "hartley"]
 array inverses = ["complex-inverse", "real-inverse-ccs", ""]
 
 set terminal svg size 1080,680 dynamic font "sans-serif,13" background "white"
-set output ARG3."/speed.svg"
+set output directory."/speed.svg"
 set multiplot layout 2,3 title "time of FFTW / time of zvxg, by length" font ",16"
 set xrange [0:66]
 set xtics 16
@@ -59,7 +61,7 @@ do for [bits in "32 64"] {
 unset multiplot
 
 set terminal svg size 1080,380 dynamic font "sans-serif,13" background "white"
-set output ARG3."/speed_powers.svg"
+set output directory."/speed_powers.svg"
 set multiplot layout 1,2 title "time of the peer / time of zvxg, by length" font ",16"
 set logscale x 2
 set xtics 4
@@ -86,7 +88,34 @@ plot 1 with lines linestyle 9 notitle, \
 unset multiplot
 
 set terminal svg size 1080,680 dynamic font "sans-serif,13" background "white"
-set output ARG3."/accuracy.svg"
+set output directory."/many.svg"
+set multiplot layout 2,3 title "time of FFTW (lines) and of single calls (dots) / time of a batch of zvxg, by length" font ",16"
+unset logscale x
+set format x "%g"
+set xtics 16
+set xrange [0:66]
+set yrange [0.25:32]
+set ytics (0.25, 0.5, 1, 2, 4, 8, 16, 32)
+do for [bits in "32 64"] {
+  do for [i = 1:3] {
+    set title names[i].", ".precision(bits)
+    set xlabel bits eq "64" ? "length" : ""
+    set ylabel i == 1 ? "ratio" : ""
+    plot 1 with lines linestyle 9 notitle, \
+         many using "n":(of("many-rows-L1-".forwards[i], bits, "second_ratio")) with lines \
+           linestyle 1 title "element-major", \
+         many using "n":(of("many-rows-L1-".forwards[i], bits, "first_ratio")) with lines \
+           linestyle 1 dashtype 3 notitle, \
+         many using "n":(of("many-contiguous-L1-".forwards[i], bits, "second_ratio")) with lines \
+           linestyle 2 title "contiguous", \
+         many using "n":(of("many-contiguous-L1-".forwards[i], bits, "first_ratio")) with lines \
+           linestyle 2 dashtype 3 notitle
+  }
+}
+unset multiplot
+
+set terminal svg size 1080,680 dynamic font "sans-serif,13" background "white"
+set output directory."/accuracy.svg"
 set multiplot layout 2,2 columnsfirst \
   title "relative error (rms), in units of roundoff" font ",16"
 do for [bits in "32 64"] {

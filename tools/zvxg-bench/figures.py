@@ -1,6 +1,7 @@
-"""Prints docs/figures.md from the CSV of `zvxg-bench speed` and `zvxg-bench accuracy`.
+"""Prints docs/figures.md from the CSV of `zvxg-bench speed`, of the same for batches and of
+`zvxg-bench accuracy`.
 
-usage: figures.py SPEED.csv ACCURACY.csv >docs/figures.md
+usage: figures.py SPEED.csv MANY.csv ACCURACY.csv >docs/figures.md
 """
 
 import csv
@@ -21,6 +22,8 @@ NAMES = {
     "dct4": "DCT-IV",
     "dct4-half": "DCT-IV",
 }
+LAYOUTS = {"rows": "element-major", "contiguous": "contiguous",
+           "to-rows": "contiguous to element-major"}
 PRECISIONS = {"32": "single", "64": "double"}
 BY_LENGTH = ("complex-forward", "complex-inverse", "real-forward-ccs", "real-inverse-ccs",
              "hartley")
@@ -58,6 +61,29 @@ def time(ns):
         if ns >= size:
             return f"{ns / size:.3g} {unit}"
     return f"{ns:.3g} ns"
+
+
+def summary(rows, column):
+    """The geometric mean of a ratio, the least one, and the lengths below 1."""
+    ratios = {row["n"]: float(row[column]) for row in rows if row[column]}
+    if not ratios:
+        return "", "", ""
+    least = min(ratios, key=ratios.get)
+    mean = math.exp(sum(map(math.log, ratios.values())) / len(ratios))
+    below = [n for n, ratio in ratios.items() if ratio < 1]
+    return f"{mean:.2f}", f"{ratios[least]:.2f} ({least})", ", ".join(below) or "none"
+
+
+def ratios_of_batches(many):
+    for family, name in NAMES.items():
+        for layout, in_words in LAYOUTS.items():
+            for bits, precision in PRECISIONS.items():
+                rows = many.of(f"many-{layout}-L1-{family}", bits)
+                if rows:
+                    # Where FFTW has no such transform, single calls are the only peer.
+                    single = "first_ratio" if rows[0]["first_ratio"] else "ratio"
+                    yield (name, precision, in_words, *summary(rows, single),
+                           *summary(rows, "second_ratio"))
 
 
 def ratios_by_family(speed):
@@ -131,8 +157,9 @@ def overheads(speed, family):
     return [f"{sum(v) / len(v):.1f} ns on average and {max(v):.1f} ns at most" for v in values]
 
 
-def main(speed_path, accuracy_path):
-    speed, accuracy = Measurements(speed_path), Measurements(accuracy_path)
+def main(speed_path, many_path, accuracy_path):
+    speed, many = Measurements(speed_path), Measurements(many_path)
+    accuracy = Measurements(accuracy_path)
     about = speed.about
     print(f"""# Figures
 
@@ -179,6 +206,21 @@ is the time of the init function.
     for bits, precision in PRECISIONS.items():
         print(f"{precision.capitalize()} precision:\n")
         table(("N", "time", "FFTW", "half length", "copies", "planning"), dct4_rows(speed, bits))
+    about = many.about
+    print(f"""## Many transforms in one call
+
+Of libzvxgmany, with the widest vectors that the processor has, in half of a first-level cache. The
+ratios are the time of the loop of single calls over contiguous transforms, and that of FFTW's
+`plan_many` for the same layout, divided by ours: geometric mean, least ratio with its length, and the
+lengths at which the peer is faster.
+
+- Measured {about["date"]} on {about["cpu"]}, library {about["library"].split(",")[0]} built with
+  {about["built with"]}, {about["run"]}.
+
+![ratio to single calls and to FFTW, by length](figures/many.svg)
+""")
+    table(("transform", "precision", "layout", "single calls", "least", "below 1", "FFTW", "least",
+           "below 1"), ratios_of_batches(many))
     print(f"""## Accuracy
 
 The L2 norm of the error divided by that of the result, against the definition in long double. The
@@ -192,6 +234,6 @@ length, and the worst trial. Numbers: {accuracy.about["numbers"]}.
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 3:
+    if len(sys.argv) != 4:
         sys.exit(__doc__)
     main(*sys.argv[1:])
