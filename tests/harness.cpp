@@ -106,6 +106,18 @@ Bytes normalBytes(const Transform& transform, Random& random) {
   });
 }
 
+Bytes midRangeBytes(const Transform& transform, Random& random, bool small) {
+  return withElement(transform, [&]<class T>(T) {
+    std::vector<T> numbers(transform.sourceBytes / sizeof(T));
+    std::uniform_real_distribution<T> magnitude(T(0.5), T(2));
+    for (T& number : numbers) {
+      number = random() % 2 == 0 ? magnitude(random) : -magnitude(random);
+      if (small) number *= std::numeric_limits<T>::min() * static_cast<T>(1 << random() % 3) / 2;
+    }
+    return bytesOf(numbers);
+  });
+}
+
 Runner::Runner(const Transform& transform)
     : transform_(transform),
       memory_(api::alignedMemory(64, transform.workBytes + 1)),

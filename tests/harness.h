@@ -188,6 +188,10 @@ decltype(auto) withElement(const Transform& transform, const Body& body) {
 
 Bytes normalBytes(const Transform& transform, Random& random);
 
+/// Of both signs, magnitudes from 0.5 to 2: no sum of a transform comes near the ends of the range.
+/// Small ones are around the smallest normal number: sums and products of them are flushed, or not.
+Bytes midRangeBytes(const Transform& transform, Random& random, bool small = false);
+
 /// A transform with work memory of its own.
 class Runner {
  public:

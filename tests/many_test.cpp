@@ -350,7 +350,7 @@ TEST_P(Many, ReplacesItsSources) { expectBits(library_, true); }
 // lie where nothing may be touched.
 TEST_P(Many, RefusesInOrderAndTouchesNothing) {
   GuardedPages pages;
-  pages.protect(PROT_NONE);
+  pages.allow(Access::None);
   forEachMany(library_, [&]<class T>(const Transform<T>& transform, T) {
     T* const forbidden = pages.template place<T>(1, false);
     const auto expectStatus = [&](int32_t wanted, const auto& call) {

@@ -1,5 +1,7 @@
 // What the library asks of zvxMalloc and zvxFree: how much, where not, and what a refusal does.
 
+#include <csignal>
+
 #include "../placement.h"
 #include "allocator.h"
 #include "zvxg.h"

@@ -3,7 +3,7 @@
 #include <map>
 #include <memory>
 
-#include "../placement.h"
+#include "../pages.h"
 
 namespace tests {
 
@@ -17,7 +17,7 @@ std::map<const void*, std::unique_ptr<GuardedPages>> blocks;
 
 using tests::allocator;
 
-extern "C" __attribute__((visibility("default"))) void* zvxMalloc(std::int32_t bytes) noexcept {
+extern "C" ZVXG_OF_CORE void* zvxMalloc(std::int32_t bytes) noexcept {
   allocator.taken.push_back(bytes);
   if (allocator.fails) return nullptr;
   auto pages = std::make_unique<tests::GuardedPages>(bytes);
@@ -27,7 +27,7 @@ extern "C" __attribute__((visibility("default"))) void* zvxMalloc(std::int32_t b
   return block;
 }
 
-extern "C" __attribute__((visibility("default"))) void zvxFree(void* block) noexcept {
+extern "C" ZVXG_OF_CORE void zvxFree(void* block) noexcept {
   if (block == nullptr) {
     ++allocator.nullsFreed;
   } else if (tests::blocks.erase(block) == 1) {

@@ -1,9 +1,17 @@
 // This program's own zvxMalloc() and zvxFree(), which the library calls instead of its defaults.
-// Every block ends at a page that no one may touch.
+// Every block ends at a page that no one may touch. On Windows they are in a zvxcore.dll of the tests.
 #pragma once
 
 #include <cstdint>
 #include <vector>
+
+#if !defined _WIN32
+#define ZVXG_OF_CORE
+#elif defined zvxg_own_core_EXPORTS
+#define ZVXG_OF_CORE __declspec(dllexport)
+#else
+#define ZVXG_OF_CORE __declspec(dllimport)
+#endif
 
 namespace tests {
 
@@ -15,6 +23,6 @@ struct Allocator {
   int outstanding = 0;
 };
 
-extern Allocator allocator;
+extern ZVXG_OF_CORE Allocator allocator;
 
 }  // namespace tests

@@ -68,7 +68,7 @@ std::int32_t expectedStatus(const Function& function, const Values& values) {
 TEST(Contract, EveryRefusalTouchesNothing) {
   constexpr std::size_t kBytes = 1 << 16;
   GuardedPages pages(kBytes), blockPages(kBytes);
-  pages.protect(PROT_NONE);
+  pages.allow(Access::None);
   std::int64_t calls = 0;
   int refusing = 0;
   allocator = {};

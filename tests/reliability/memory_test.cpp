@@ -1,5 +1,7 @@
 // Memory: nothing outside the arrays is touched, and where they lie changes no bit.
 
+#include <csignal>
+
 #include "../placement.h"
 
 namespace tests {
@@ -43,9 +45,9 @@ TEST(Memory, NothingOutsideTheArraysIsTouched) {
             exports().prepare(transform, works.place(transform.workBytes, workAtEnd));
         for (const bool atEnd : kPlaces) {
           std::byte* const source = sources.place(data.size(), atEnd);
-          sources.protect(PROT_READ | PROT_WRITE);
+          sources.allow(Access::Write);
           std::copy(data.begin(), data.end(), source);
-          sources.protect(PROT_READ);
+          sources.allow(Access::Read);
           for (const bool destinationAtEnd : kPlaces) {
             std::byte* const destination = destinations.place(expected.size(), destinationAtEnd);
             std::fill_n(destination, expected.size(), kUntouched);
@@ -69,7 +71,7 @@ TEST(Memory, GuardsAreNoticed) {
   auto* const last = reinterpret_cast<volatile char*>(pages.place(1, true));
   ASSERT_EQ(faultOf([&] { [[maybe_unused]] char read = first[-1]; }).signal, SIGSEGV);
   ASSERT_EQ(faultOf([&] { last[1] = 0; }).signal, SIGSEGV);
-  pages.protect(PROT_READ);
+  pages.allow(Access::Read);
   ASSERT_EQ(faultOf([&] { *first = 0; }).signal, SIGSEGV);
 }
 
