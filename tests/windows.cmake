@@ -1,7 +1,7 @@
 # The tests of a build for Windows. Programs run under Wine, as the toolchain says, and have all they
 # need but the DLLs of the library in themselves.
 
-link_libraries(-static)
+link_libraries(-static -lpthread)
 
 # A first run of Wine fills its directory. The others then start without questions.
 add_test(NAME Wine.Start COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} wineboot --init)
@@ -14,5 +14,38 @@ function(windows_test name)
 endfunction()
 
 # ---- The bits of all results, of functions found by name in the DLL.
+set(hashes ${CMAKE_CURRENT_SOURCE_DIR}/hashes)
 test_program(zvxg_hashes reliability/hashes.cpp)
-windows_test(Bits.AsRecorded zvxg_hashes check ${CMAKE_CURRENT_SOURCE_DIR}/hashes.csv)
+windows_test(Bits.AsRecorded zvxg_hashes check ${hashes}.csv ${hashes}_x87.csv)
+
+# ---- Definitions and sizes.
+test_program(zvxg_tests by_hand_test.cpp definition_test.cpp sizes_test.cpp spectrum_test.cpp)
+target_link_libraries(zvxg_tests PRIVATE zvxcore)
+add_custom_target(zvxg_core_for_tests
+  COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_FILE:zvxcore> ${CMAKE_CURRENT_BINARY_DIR}
+  DEPENDS zvxcore VERBATIM)
+add_dependencies(zvxg_tests zvxg_core_for_tests)
+windows_test(Definitions zvxg_tests)
+
+# ---- Reliability. The library has the zvxMalloc and zvxFree of the tests, by a zvxcore.dll that is in
+# the place of its own.
+set(place ${CMAKE_CURRENT_BINARY_DIR}/own_core)
+add_library(zvxg_own_core SHARED pages.cpp reliability/allocator.cpp)
+target_compile_features(zvxg_own_core PRIVATE cxx_std_20)
+target_compile_options(zvxg_own_core PRIVATE ${ZVXG_WARNINGS})
+set_target_properties(zvxg_own_core PROPERTIES PREFIX "" OUTPUT_NAME zvxcore)
+add_custom_target(zvxg_with_own_core
+  COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_FILE:zvxg> ${place} DEPENDS zvxg VERBATIM)
+test_program(zvxg_reliability_tests
+  reliability/allocation_test.cpp
+  reliability/contract_test.cpp
+  reliability/memory_test.cpp
+  reliability/observe.cpp
+  reliability/state_test.cpp)
+target_link_libraries(zvxg_reliability_tests PRIVATE zvxg_own_core)
+add_dependencies(zvxg_reliability_tests zvxg_with_own_core)
+set_target_properties(zvxg_own_core zvxg_reliability_tests PROPERTIES
+  RUNTIME_OUTPUT_DIRECTORY ${place})
+windows_test(Reliability zvxg_reliability_tests)
+set_property(TEST Reliability PROPERTY
+  ENVIRONMENT "ZVXG_LIBRARY=${place}/$<TARGET_FILE_NAME:zvxg>")

@@ -1,12 +1,13 @@
 // Prints a hash of the results of every transform, by flag, or compares them with those in a file:
 //
 //     zvxg_hashes print >tests/hashes.csv
-//     zvxg_hashes check tests/hashes.csv
+//     zvxg_hashes check tests/hashes.csv [tests/hashes_x87.csv]
 //
 // The sources are made of integers and powers of two, so they are the same on every machine. A
 // DCT-IV by a plan has tables from the math library, whose last bits depend on its version and on
 // the processor that it finds; these hashes are compared only where its sines and cosines are those
-// of the file. ZVXG_LIBRARY tests another build of the library.
+// of the file, or of the second one, which has these transforms with the sines of the x87. It comes
+// from zvxg_hashes_x87 with ZVXG_KERNEL=DCT4_. ZVXG_LIBRARY tests another build of the library.
 //
 // A function of libzvxgmany has one line for all its lengths, which holds at each level and in every
 // layout; ZVXG_MANY_LIBRARY is another build of that library.
@@ -223,12 +224,17 @@ int print() {
 class Record {
  public:
   explicit Record(const char* path) {
+    read(path);
+    count_ = lines_.size();
+  }
+  // Further lines of the same transforms.
+  void read(const char* path) {
     std::ifstream file(path);
     for (std::string line; std::getline(file, line);) lines_.insert(line);
     sameMath_[0] = lines_.contains(mathLine<float>());
     sameMath_[1] = lines_.contains(mathLine<double>());
   }
-  std::size_t lines() const { return lines_.size(); }
+  std::size_t lines() const { return count_; }
   int differing() const { return differing_; }
 
   // Compares the lines and tells about them, in these words.
@@ -252,12 +258,14 @@ class Record {
 
  private:
   std::set<std::string> lines_;
-  bool sameMath_[2];
+  std::size_t count_ = 0;
+  bool sameMath_[2] = {};
   int differing_ = 0;
 };
 
-int check(const char* path) {
+int check(const char* path, const char* more) {
   Record record(path);
+  if (more != nullptr) record.read(more);
   const std::vector<Line> lines = linesOf(transforms());
   record.compare(lines, "functions and lengths", "results");
   const Many many;
@@ -284,7 +292,7 @@ int check(const char* path) {
 int main(int argc, char** argv) {
   const std::string command = argc > 1 ? argv[1] : "";
   if (command == "print" && argc == 2) return tests::print();
-  if (command == "check" && argc == 3) return tests::check(argv[2]);
-  std::cerr << "usage: zvxg_hashes print | check FILE\n";
+  if (command == "check" && (argc == 3 || argc == 4)) return tests::check(argv[2], argv[3]);
+  std::cerr << "usage: zvxg_hashes print | check FILE [FILE]\n";
   return 2;
 }
