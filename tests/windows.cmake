@@ -3,6 +3,9 @@
 
 link_libraries(-static -lpthread)
 
+if(NOT WINE)
+  message(FATAL_ERROR "the tests need Wine")
+endif()
 # A first run of Wine fills its directory. The others then start without questions.
 add_test(NAME Wine.Start COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} wineboot --init)
 set_tests_properties(Wine.Start PROPERTIES FIXTURES_SETUP wine)
@@ -49,3 +52,27 @@ set_target_properties(zvxg_own_core zvxg_reliability_tests PROPERTIES
 windows_test(Reliability zvxg_reliability_tests)
 set_property(TEST Reliability PROPERTY
   ENVIRONMENT "ZVXG_LIBRARY=${place}/$<TARGET_FILE_NAME:zvxg>")
+
+# ---- The library as files, and what is in the zip. Python by its path: as a target, it would be run
+# under Wine, too.
+set(interface ${PROJECT_BINARY_DIR}/tools/interface/interface.json)
+set(many)
+set(byGxx)
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  set(byGxx --by-gxx)
+endif()
+if(ZVXG_MANY)
+  set(many --many-library $<TARGET_FILE:zvxgmany> --many-archive $<TARGET_FILE:zvxgmany_static>)
+endif()
+foreach(topic Headers Symbols Stack)
+  add_test(NAME Library.${topic}
+    COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/windows_test.py
+      --library $<TARGET_FILE:zvxg> --archive $<TARGET_FILE:zvxg_static> ${many}
+      --core $<TARGET_FILE:zvxcore> --include ${PROJECT_SOURCE_DIR}/include --interface ${interface}
+      --clang "clang++;${ZVXG_CLANG_FOR_MINGW}" ${byGxx} ${topic})
+endforeach()
+add_test(NAME Consume
+  COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/consume/windows_test.py
+    --build ${PROJECT_BINARY_DIR} --wine "${CMAKE_CROSSCOMPILING_EMULATOR}"
+    "--clang=${ZVXG_CLANG_FOR_MINGW};${ZVXG_CLANG_LINKS_MINGW}")
+set_tests_properties(Consume PROPERTIES FIXTURES_REQUIRED wine)

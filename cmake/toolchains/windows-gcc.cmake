@@ -1,7 +1,5 @@
-# Windows on x86-64 by MinGW-w64's g++, with the C++ library for POSIX threads, which the tests use.
+# Windows on x86-64 by MinGW's g++.
 
-set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_SYSTEM_PROCESSOR x86_64)
+include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
-include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)

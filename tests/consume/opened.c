@@ -1,7 +1,16 @@
 /* Opens the library named by the argument at run time, lets it allocate, and prints which variant it
  * is. With OWN_MEMORY the program has its own zvxMalloc and zvxFree, and these have to be called, once
  * each. */
+#ifdef _WIN32
+#include <windows.h>
+/* What the library imports is looked for in its own directory first. */
+#define dlopen(path, flags) (void*)LoadLibraryExA(path, NULL, LOAD_WITH_ALTERED_SEARCH_PATH)
+#define dlsym(library, name) (void*)GetProcAddress((HMODULE)(library), name)
+#define dlclose(library) !FreeLibrary((HMODULE)(library))
+#define dlerror() "the library cannot be loaded"
+#else
 #include <dlfcn.h>
+#endif
 #include <stdio.h>
 #include <stdlib.h>
 #include <zvxg.h>
