@@ -215,6 +215,7 @@ std::string emitPacked(const Kernel& kernel, const Packing& packing) {
   const Graph graph = packed(kernel.graph, id.sourceSize(), packing);
   Design design = designOf(id);
   design.isLong = false;  // no longer
+  if (packing.live != 0) design.pace.live = packing.live;
   const std::string real = realOf(id);
   return filled(kPackedHead, {{"symbol", id.symbol()},
                               {"design", design.recipe.print()},

@@ -14,7 +14,7 @@
 namespace kernelgen {
 namespace {
 
-// ---- The program: operations on atoms, which are numbers or complex elements
+// ---- The program: operations on atoms, which are numbers, complex elements or registers
 
 // A use of an atom: its lanes exchanged or not, then the signs, a bit for each lane.
 struct Use {
@@ -26,23 +26,40 @@ struct Use {
 };
 
 struct Atom {
-  Op op;  // Load, Const, Add, Mul, Widen, Round
+  Op op;  // Load, Const, Add, Mul, Shuffle, Widen, Round
   Precision precision;
   bool kept = false;
   bool byScale = false;                         // of products: by the scale, else by `constants`
-  Use in[2] = {};                               // two for Add, else one
+  Use in[2] = {};                               // two for Add, and a Shuffle of two, else one
   std::vector<RoundedConstant> constants = {};  // Const and products by them
-  int element = kNoElement;                     // Load
+  std::vector<int> select = {};                 // Shuffle, as in a node
+  std::vector<int> numbers = {};                // Load: of the source, a lane each
   int level = 0;                                // operands have a lower one
 
-  int inputs() const { return isLeaf() ? 0 : op == Op::Add ? 2 : 1; }
+  int inputs() const { return isLeaf() ? 0 : in[1].atom >= 0 ? 2 : 1; }
   bool isLeaf() const { return op == Op::Load || op == Op::Const; }
+  // The first of the numbers, if the others follow it.
+  int firstNumber() const { return first(numbers); }
+
+  static int first(const std::vector<int>& numbers) {
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+      if (numbers[i] != numbers[0] + static_cast<int>(i) || numbers[i] < 0) return kNoElement;
+    }
+    return numbers.empty() ? kNoElement : numbers[0];
+  }
+};
+
+// Numbers of the destination that are not neighbours, kNoElement for what is not stored.
+struct Scattered {
+  Use use;
+  std::vector<int> numbers;
 };
 
 struct Program {
   int lanes;  // of an atom
   std::vector<Atom> atoms;
-  std::map<int, Use> outputs;  // by element
+  std::map<int, Use> outputs;  // by the first number
+  std::vector<Scattered> scattered;
 
   int allSigns() const { return (1 << lanes) - 1; }
 };
@@ -51,7 +68,10 @@ int exchanged(int signs) { return (signs & 1) << 1 | signs >> 1; }
 
 class Reader {
  public:
-  Reader(const Graph& g, int lanes) : g_(g), uses_(g.size()) { p_.lanes = lanes; }
+  Reader(const Graph& g, int lanes, bool takesRegisters)
+      : g_(g), takesRegisters_(takesRegisters), uses_(g.size()) {
+    p_.lanes = lanes;
+  }
 
   Program run() {
     for (NodeId id = 0; id < g_.size(); ++id) read(id);
@@ -65,7 +85,7 @@ class Reader {
     const auto a = [&] { return uses_[n.a]; };
     const auto leaf = [&](Atom atom) { use = {add(std::move(atom))}; };
     switch (n.op) {
-      case Op::Load: return leaf({.op = n.op, .precision = n.precision, .element = n.elements[0]});
+      case Op::Load: return leaf({.op = n.op, .precision = n.precision, .numbers = numbersOf(n)});
       case Op::Const: return leaf({.op = n.op, .precision = n.precision, .constants = n.constants});
       case Op::Scale: return;
       case Op::Add: return leaf({.op = Op::Add, .precision = n.precision, .in = {a(), uses_[n.b]}});
@@ -80,6 +100,7 @@ class Reader {
         for (int i = 0; i < n.lanes; ++i) use.signs ^= n.mask[i] << i;
         return;
       case Op::Shuffle:
+        if (takesRegisters_) return shuffle(n, use);
         use = a();
         use.swapped = !use.swapped;
         use.signs = exchanged(use.signs);
@@ -91,8 +112,34 @@ class Reader {
         use.atom =
             add({.op = n.op, .precision = n.precision, .kept = n.kept, .in = {Use{a().atom}}});
         return;
-      case Op::Store: p_.outputs[n.elements[0]] = a();
+      case Op::Store:
+        if (const int first = Atom::first(numbersOf(n)); first != kNoElement) {
+          p_.outputs[first] = a();
+        } else {
+          p_.scattered.push_back({a(), numbersOf(n)});
+        }
     }
+  }
+
+  static std::vector<int> numbersOf(const Node& n) {
+    std::vector<int> numbers;
+    for (int lane = 0; lane < n.lanes; ++lane) numbers.push_back(n.number(lane));
+    return numbers;
+  }
+
+  // Signs move along with the lanes.
+  void shuffle(const Node& n, Use& use) {
+    if (n.lanes != p_.lanes) throw std::invalid_argument("a shuffle to another width");
+    const Use &a = uses_[n.a], &b = uses_[n.b];
+    for (int i = 0; i < n.lanes; ++i) {
+      const int from = n.select[i];
+      use.signs |= (from < p_.lanes ? a.signs >> from : b.signs >> (from - p_.lanes)) << i & 1 << i;
+    }
+    Atom atom{.op = n.op, .precision = n.precision, .in = {{a.atom}}, .select = n.select};
+    if (n.b != n.a) atom.in[1] = {b.atom};
+    const auto [known, isNew] = shuffles_.try_emplace({a.atom, atom.in[1].atom, n.select}, 0);
+    if (isNew) known->second = add(std::move(atom));
+    use.atom = known->second;
   }
 
   bool isScale(NodeId id) const {
@@ -126,8 +173,10 @@ class Reader {
   }
 
   const Graph& g_;
+  const bool takesRegisters_;
   Program p_;
   std::vector<Use> uses_;
+  std::map<std::tuple<int, int, std::vector<int>>, int> shuffles_;
 };
 
 // ---- Units: operations that share a register
@@ -253,7 +302,7 @@ class Pairing {
   // What an input is: a unit in place, or neighbours in the source, or anything.
   struct Operand {
     int unit = -1;
-    int element = -1;
+    int number = -1;
     bool swapped = false;
     int signs = 0;  // of all lanes, or kMixed
   };
@@ -276,23 +325,23 @@ class Pairing {
     const Atom& first = p_.atoms[uses[0].atom];
     const int unit = home[uses[0].atom].first;
     bool inPlace = unit >= 0 && units_[unit].atoms.size() == uses.size();
-    bool inSource = first.op == Op::Load;
+    bool inSource = first.firstNumber() != kNoElement;
     for (int i = 0; i < std::ssize(uses); ++i) {
       const Atom& a = p_.atoms[uses[i].atom];
       const bool alike = uses[i].swapped == o.swapped;
       inPlace = inPlace && alike && home[uses[i].atom] == std::pair(unit, i);
-      inSource = inSource && alike && a.op == Op::Load && a.element == first.element + i;
+      inSource = inSource && alike && a.firstNumber() == first.firstNumber() + i * p_.lanes;
       if (uses[i].signs != o.signs) o.signs = kMixed;
     }
     if (inPlace) o.unit = unit;
-    if (inSource) o.element = first.element;
+    if (inSource) o.number = first.firstNumber();
     return o;
   }
 
-  using Kind = std::tuple<int, Op, Precision, bool, bool>;
+  using Kind = std::tuple<int, Op, Precision, bool, bool, int, std::vector<int>>;
   Kind kind(int u) const {
     const Atom& a = atom(u);
-    return {a.level, a.op, a.precision, a.kept, a.byScale};
+    return {a.level, a.op, a.precision, a.kept, a.byScale, a.inputs(), a.select};
   }
 
   void offer(std::priority_queue<Seed>& seeds, int u, int v) {
@@ -324,7 +373,7 @@ class Pairing {
 
   Fit fit(const Operand& a, const Operand& b) const {
     if (a.swapped != b.swapped) return kNone;
-    if (a.element >= 0 && b.element == a.element + width_) return kFits;
+    if (a.number >= 0 && b.number == a.number + width_ * p_.lanes) return kFits;
     if (a.unit < 0 || b.unit < 0) return kNone;
     if (arePaired(a.unit, b.unit)) return kFits;
     return isOpen(a.unit, b.unit) ? kGrowing : kNone;
@@ -343,7 +392,7 @@ class Pairing {
   }
 
   void add(int u, int v) {
-    const bool crossed = inputs_[u] == 2 && misfit(u, v, true) < misfit(u, v, false);
+    const bool crossed = atom(u).op == Op::Add && misfit(u, v, true) < misfit(u, v, false);
     region_[u] = v;
     region_[v] = u;
     left_[u] = true;
@@ -370,6 +419,7 @@ class Pairing {
     int partner = kFree;
     for (const User& y : others) {
       if (!isOpen(x.unit, y.unit)) continue;
+      if (x.slot != y.slot && atom(x.unit).op != Op::Add) continue;
       const double m = misfit(x.unit, y.unit, x.slot != y.slot);
       if (m < best) {
         best = m;
@@ -401,7 +451,8 @@ class Pairing {
       if (leaves) gain -= kEscape;
       for (int element : outputs_[pair.u]) {
         const auto& other = outputs_[pair.v];
-        const bool beside = std::find(other.begin(), other.end(), element + width_) != other.end();
+        const bool beside =
+            std::find(other.begin(), other.end(), element + width_ * p_.lanes) != other.end();
         gain += beside ? 0.5 : -0.25;
       }
     }
@@ -475,7 +526,8 @@ class Signs {
         }
       }
     }
-    for (auto& [element, use] : p.outputs) users_[use.atom].push_back({&use, nullptr, nullptr});
+    for (auto& [number, use] : p.outputs) users_[use.atom].push_back({&use, nullptr, nullptr});
+    for (auto& s : p.scattered) users_[s.use.atom].push_back({&s.use, nullptr, nullptr});
   }
 
   void settle() {
@@ -544,6 +596,9 @@ class Signs {
     if (atom.op != Op::Mul || atom.byScale) return;
     std::vector<User> open;
     collect(i, open);
+    for (const User& u : open) {
+      if (u.atom != nullptr && u.atom->op == Op::Shuffle) return;
+    }
     const double before = mixed(open);
     turn(open, lane);
     if (mixed(open) < before) {
@@ -564,7 +619,7 @@ class Lowering {
   Lowering(const Program& p, const Traits& traits, int sourceSize, int width)
       : p_(p),
         g_(traits),
-        elements_(sourceSize / p.lanes),
+        sourceSize_(sourceSize),
         width_(width),
         home_(p.atoms.size(), {kNoNode, 0}) {}
 
@@ -572,6 +627,10 @@ class Lowering {
     const auto level = [this](const Register& u) { return p_.atoms[u.atoms[0]].level; };
     std::stable_sort(units.begin(), units.end(),
                      [&](const Register& a, const Register& b) { return level(a) < level(b); });
+    for (int i = 0; i < std::ssize(p_.atoms); ++i) {
+      const Atom& a = p_.atoms[i];
+      if (a.op == Op::Load && a.firstNumber() == kNoElement) home_[i] = {gathered(a.numbers), 0};
+    }
     for (Register& unit : units) {
       const NodeId node = lower(unit);
       for (int i = 0; i < std::ssize(unit.atoms); ++i) home_[unit.atoms[i]] = {node, i};
@@ -602,10 +661,24 @@ class Lowering {
         }
         return g_.mul(x, constant(a.precision, std::move(constants)));
       }
+      case Op::Shuffle: return shuffled(unit);
       case Op::Widen: return g_.widen(place(unit.in[0]));
       case Op::Round: return g_.round(place(unit.in[0]), a.kept);
       default: throw std::logic_error("not an operation");
     }
+  }
+
+  // Of each atom by itself.
+  NodeId shuffled(const Register& unit) {
+    const NodeId a = place(unit.in[0]), b = unit.in[1].empty() ? a : place(unit.in[1]);
+    std::vector<int> select;
+    for (int i = 0; i < std::ssize(unit.atoms); ++i) {
+      for (int from : p_.atoms[unit.atoms[i]].select) {
+        const int ofB = from < p_.lanes ? 0 : g_[a].lanes - p_.lanes;
+        select.push_back(from + ofB + i * p_.lanes);
+      }
+    }
+    return g_.shuffle(a, b, std::move(select));
   }
 
   NodeId constant(Precision precision, std::vector<RoundedConstant> lanes) {
@@ -682,7 +755,7 @@ class Lowering {
     return uses;
   }
 
-  bool isLoad(const Use& u) const { return p_.atoms[u.atom].op == Op::Load; }
+  bool isLoad(const Use& u) const { return p_.atoms[u.atom].firstNumber() != kNoElement; }
   bool isConst(const Use& u) const { return p_.atoms[u.atom].op == Op::Const; }
 
   int laneWithin(const Use& u, int lane) const { return u.swapped ? p_.lanes - 1 - lane : lane; }
@@ -733,57 +806,56 @@ class Lowering {
   void addLoads(const Uses& uses, std::vector<Source>& list, const Put& put) {
     const int n = static_cast<int>(uses.size());
     std::vector<int> at(n, kNoElement);
-    for (int i = 0; i < n; ++i) {
-      if (isLoad(uses[i])) at[i] = p_.atoms[uses[i].atom].element;
-    }
+    for (int i = 0; i < n; ++i) at[i] = p_.atoms[uses[i].atom].firstNumber();
     const std::vector<int> inPlace = windows(at, true), any = windows(at, false);
     const bool takesAny =
         std::set(any.begin(), any.end()).size() < std::set(inPlace.begin(), inPlace.end()).size();
     const std::vector<int>& starts = takesAny ? any : inPlace;
     std::map<int, Source> runs;
     for (int i = 0; i < n; ++i) {
-      if (at[i] != kNoElement) put(runs[starts[i]], i, (at[i] - starts[i]) * p_.lanes);
+      if (at[i] != kNoElement) put(runs[starts[i]], i, at[i] - starts[i]);
     }
     for (auto& [start, source] : runs) {
       int highest = 0;
       for (int lane : source.lanes) highest = std::max(highest, lane);
-      source.loadAt = start * p_.lanes;
+      source.loadAt = start;
       source.loadLanes = highest < p_.lanes ? p_.lanes : n * p_.lanes;
-      if (start + n > elements_ && source.loadLanes > p_.lanes) {
+      if (start + source.loadLanes > sourceSize_) {
         throw std::logic_error("a load goes past the source");
       }
       list.push_back(std::move(source));
     }
   }
 
-  // Where the run starts that each element is read from; a lone one starts its own.
+  // Where the run starts that each atom is read from; a lone one starts its own.
   std::vector<int> windows(const std::vector<int>& at, bool inPlace) const {
-    const int n = static_cast<int>(at.size());
+    const int n = static_cast<int>(at.size()), size = n * p_.lanes;
     std::vector<int> starts(n, kNoElement);
     for (int i = 0; i < n; ++i) {
       if (at[i] == kNoElement || starts[i] != kNoElement) continue;
-      int start = inPlace ? at[i] - i : at[i];
+      int start = inPlace ? at[i] - i * p_.lanes : at[i];
       if (!inPlace) {
         for (int j = 0; j < n; ++j) {
-          const bool near = at[j] != kNoElement && starts[j] == kNoElement && at[i] - at[j] < n;
+          const bool near =
+              at[j] != kNoElement && starts[j] == kNoElement && at[i] - at[j] <= size - p_.lanes;
           if (near && at[j] < start) start = at[j];
         }
-        start = std::min(start, elements_ - n);
+        start = std::min(start, sourceSize_ - size);
       }
-      const bool isInside = start >= 0 && start + n <= elements_;
+      const bool isInside = start >= 0 && start + size <= sourceSize_;
       if (!isInside) {
         starts[i] = at[i];
         continue;
       }
       for (int j = i; j < n; ++j) {
         const int lane = at[j] - start;
-        const bool here = inPlace ? lane == j : lane >= 0 && lane < n;
+        const bool here = inPlace ? lane == j * p_.lanes : lane >= 0 && lane <= size - p_.lanes;
         if (at[j] != kNoElement && starts[j] == kNoElement && here) starts[j] = start;
       }
     }
-    // A run that starts at another's single element is another run.
+    // A run that starts at another's single atom is another run.
     for (int i = 0; i < n; ++i) {
-      const bool isRun = starts[i] != kNoElement && starts[i] + n <= elements_;
+      const bool isRun = starts[i] != kNoElement && starts[i] + size <= sourceSize_;
       if (!isRun) continue;
       if (std::count(starts.begin(), starts.end(), starts[i]) == 1 && !inPlace) starts[i] = at[i];
     }
@@ -876,11 +948,35 @@ class Lowering {
     return sum;
   }
 
+  // ---- Loads of numbers that are not neighbours, in pairs; kNoElement is zero
+
+  NodeId gathered(const std::vector<int>& numbers) {
+    const std::size_t count = numbers.size();
+    if (count > 2) {
+      const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(count / 2);
+      return halves(gathered({numbers.begin(), middle}), gathered({middle, numbers.end()}));
+    }
+    if (numbers == std::vector(count, kNoElement)) {
+      return constant(g_.precision(), std::vector<RoundedConstant>(count, {0, "zero"}));
+    }
+    if (Atom::first(numbers) == kNoElement)
+      throw std::invalid_argument("a load of half an element");
+    return g_.load(Unit::Real, numbers);
+  }
+
   // ---- Stores: runs of the destination, in the cheapest cut
 
   void store() {
+    for (const Scattered& s : p_.scattered) {
+      const NodeId x = withSigns({s.use});
+      for (int lane = 0; lane < p_.lanes; lane += 2) {
+        if (s.numbers[lane] == kNoElement) continue;
+        g_.store(g_.shuffle(x, x, {lane, lane + 1}), Unit::Real,
+                 {s.numbers[lane], s.numbers[lane + 1]});
+      }
+    }
     if (p_.outputs.empty()) return;
-    const int count = p_.outputs.rbegin()->first + 1;
+    const int count = p_.outputs.rbegin()->first + p_.lanes;
     std::vector<double> rest(count + 1, 0);
     std::vector<int> length(count, 0);
     for (int i = count; i-- > 0;) {
@@ -890,17 +986,17 @@ class Lowering {
       for (int n = 1; n <= width_; n *= 2) {
         const Uses uses = run(i, n);
         if (uses.empty()) break;
-        const double c = kStore + costOfPlacing(uses) + costOfSigns(uses) + rest[i + n];
+        const double c = kStore + costOfPlacing(uses) + costOfSigns(uses) + rest[i + n * p_.lanes];
         if (c < rest[i] + 1e-9) {
           rest[i] = c;
           length[i] = n;
         }
       }
     }
-    for (int i = 0; i < count; i += std::max(1, length[i])) {
+    for (int i = 0; i < count; i += std::max(1, length[i] * p_.lanes)) {
       if (length[i] == 0) continue;
       std::vector<int> numbers;
-      for (int k = 0; k < length[i] * p_.lanes; ++k) numbers.push_back(i * p_.lanes + k);
+      for (int k = 0; k < length[i] * p_.lanes; ++k) numbers.push_back(i + k);
       g_.store(withSigns(run(i, length[i])), Unit::Real, std::move(numbers));
     }
   }
@@ -909,8 +1005,8 @@ class Lowering {
 
   Uses run(int first, int n) const {
     Uses uses;
-    for (int i = first; i < first + n; ++i) {
-      const auto output = p_.outputs.find(i);
+    for (int i = 0; i < n; ++i) {
+      const auto output = p_.outputs.find(first + i * p_.lanes);
       if (output == p_.outputs.end()) return {};
       uses.push_back(output->second);
     }
@@ -919,16 +1015,31 @@ class Lowering {
 
   const Program& p_;
   Graph g_;
-  const int elements_, width_;
+  const int sourceSize_, width_;
   std::vector<std::pair<NodeId, int>> home_;  // of an atom: the register and the place in it
   std::map<Uses, NodeId> placed_;
 };
 
+// The lanes of a graph whose registers all have as many.
+int lanesOf(const Graph& graph) {
+  int lanes = 0;
+  for (NodeId id = 0; id < graph.size(); ++id) {
+    if (lanes != 0 && graph[id].lanes != lanes) {
+      throw std::invalid_argument("registers of different widths");
+    }
+    lanes = graph[id].lanes;
+  }
+  return lanes;
+}
+
 }  // namespace
 
 Graph packed(const Graph& graph, int sourceSize, const Packing& packing) {
-  Program program = Reader(apart(graph, packing.together), packing.together).run();
-  const int width = packing.lanes / packing.together;
+  const bool takesRegisters = packing.together == Packing::kRegister;
+  const int together = takesRegisters ? lanesOf(graph) : packing.together;
+  const Graph atoms = takesRegisters ? graph : apart(graph, together);
+  Program program = Reader(atoms, together, takesRegisters).run();
+  const int width = packing.lanes / together;
   std::vector<Register> units = single(program);
   for (int w = 1; w < width; w *= 2) units = Pairing(program, units, w).run();
   Signs(program, units).settle();

@@ -9,8 +9,11 @@ namespace kernelgen {
 struct Packing {
   // Of a register, in numbers.
   int lanes = 4;
-  // What stays together: 1 number, or the 2 of a complex element.
+  // What stays together: 1 number, the 2 of a complex element, or a register of the base.
+  static constexpr int kRegister = 0;
   int together = 1;
+  // What the scheduler takes for the count of values in registers, if not what it is for the base.
+  int live = 0;
   bool operator==(const Packing&) const = default;
 };
 
