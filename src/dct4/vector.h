@@ -119,10 +119,11 @@ struct Tile {
   }
 };
 
-// A buffer on the stack in which results are collected: up to 64 runs of four groups.
+// A buffer on the stack in which results are collected: up to 64 runs of two groups, half of a
+// first-level cache of 32 KB.
 template <class T>
 struct Staging {
-  static constexpr std::ptrdiff_t kRun = 4 * kGroup * kLanes<T>;  // elements
+  static constexpr std::ptrdiff_t kRun = 2 * kGroup * kLanes<T>;  // elements
   static constexpr int kRuns = 64;
 
   alignas(64) T elements[kRuns * kRun];
@@ -135,7 +136,11 @@ struct Staging {
         Simd<T>::stream(to + i, Simd<T>::load(from + i));
       }
     } else {
-      std::copy_n(from, count, to);
+      std::ptrdiff_t i = 0;
+      for (; i + kLanes<T> <= count; i += kLanes<T>) {
+        Simd<T>::storeAnywhere(to + i, Simd<T>::load(from + i));
+      }
+      for (; i < count; ++i) to[i] = from[i];
     }
   }
 };
