@@ -1,16 +1,17 @@
 #include "dct4/execute.h"
 
-#include "dct4/walk.h"
+#include "dct4/tiles.h"
 
 namespace zvxg::dct4 {
 namespace {
 
-// The sizes of an array, in bytes, at which stages begin to write in another way; a plan touches five
-// arrays and more. On Zen 4, with caches of 32 KB and 1 MB, collecting costs up to 1 % at kCollectFrom and
-// gains 8 % at twice that size. On Zen 5 it gains a fifth at once and a half there. Writing past the
-// caches pays only where the data no longer fit into them anyway.
+// The sizes of an array, in bytes, at which the order of work changes; a plan touches five arrays and
+// more. On Zen 4, with caches of 32 KB and 1 MB, collecting costs up to 1 % at kCollectFrom and gains 8 %
+// at twice that size. On Zen 5 it gains a fifth at once and a half there. From kTileFrom on, the third
+// level, 32 MB that others use too, does not keep the arrays from one stage to the next.
 constexpr std::size_t kCollectFrom = std::size_t{128} << 10;
-constexpr std::size_t kStreamFrom = std::size_t{4} << 20;
+constexpr std::size_t kTileFrom = std::size_t{2} << 20;
+constexpr std::size_t kStreamFrom = std::size_t{8} << 20;
 
 template <class T>
 struct Contiguous {
@@ -24,14 +25,17 @@ struct Contiguous {
 }  // namespace
 
 Schedule chooseSchedule(std::size_t bytes) {
-  if (bytes >= kStreamFrom) return {Writing::Streamed, Writing::Streamed};
-  return {bytes >= kCollectFrom ? Writing::Collected : Writing::Direct, Writing::Direct};
+  if (bytes < kCollectFrom) return {Writing::Direct, Writing::Direct, false};
+  if (bytes < kTileFrom) return {Writing::Collected, Writing::Direct, false};
+  return {bytes < kStreamFrom ? Writing::Collected : Writing::Streamed, Writing::Streamed, true};
 }
 
 template <class T>
 void execute(const Dct4Spec& spec, const T* src, T* dst, Schedule schedule) {
-  const Contiguous<T> ends = {src, dst};
-  Walk<T, Contiguous<T>>(ends, schedule).run(spec);
+  if (!schedule.tiles || !runInTiles(spec, src, dst, schedule)) {
+    const Contiguous<T> ends = {src, dst};
+    Walk<T, Contiguous<T>>(ends, schedule).run(spec);
+  }
   // Makes streamed lines visible to other threads before anything that the caller stores next.
   if (schedule.inner == Writing::Streamed || schedule.outer == Writing::Streamed) _mm_sfence();
 }

@@ -14,6 +14,9 @@ namespace zvxg::dct4 {
 struct Schedule {
   Writing inner;  // column transforms and all splits but the outermost
   Writing outer;  // the outermost split and the root
+  // Whether a plan with two splits or more runs in tiles. Then the outermost split writes into the
+  // caches, and the workspaces of the root and of the innermost split are used for other things.
+  bool tiles = false;
 };
 
 // The schedule for arrays of this many bytes, by measurement.

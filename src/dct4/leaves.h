@@ -23,6 +23,7 @@ struct LeafStage {
   std::ptrdiff_t radix;   // r
   std::ptrdiff_t splits;  // S
   Writing writing;
+  std::ptrdiff_t outWidth = radix * splits;  // of the rows of `out`, if these are wider than w
 };
 
 // The inputs of a group of columns.
@@ -121,7 +122,8 @@ void runLeaves(const LeafStage<T>& stage) {
   };
   const std::ptrdiff_t groupStep = std::min(kStep, r);
   if (stage.writing == Writing::Direct) {
-    for (std::ptrdiff_t col = 0; col < width; col += groupStep) run(col, stage.out + col, width);
+    for (std::ptrdiff_t col = 0; col < width; col += groupStep)
+      run(col, stage.out + col, stage.outWidth);
     return;
   }
   constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
@@ -132,7 +134,8 @@ void runLeaves(const LeafStage<T>& stage) {
       run(start + col, staging.elements + col, kRun);
     }
     for (int row = 0; row < kLength; ++row) {
-      staging.copyOut(stage.out + row * width + start, staging.run(row), count, stage.writing);
+      staging.copyOut(stage.out + row * stage.outWidth + start, staging.run(row), count,
+                      stage.writing);
     }
   }
 }

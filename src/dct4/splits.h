@@ -12,23 +12,35 @@
 
 namespace zvxg::dct4 {
 
-template <class T>
-struct SplitStage {
-  const T* in;  // rows of width `width` * q
-  T* out;       // rows of width `width`
-  const T* table;
-  std::ptrdiff_t width;
-  std::ptrdiff_t count;  // p, the values of k
-  Writing writing;
-};
-
 // The places for the outputs of one k: V[l], l < q/2, at up + l step, the conjugate of V[q-1-l] at
 // down + l step, each imaginary part `toImaginary` after its real part.
 template <class T>
 struct SplitOutputs {
   T *up, *down;
   std::ptrdiff_t step, toImaginary;
+
+  // Those of k further on, as in a workspace. There, `toImaginary` is the width of a row.
+  SplitOutputs after(std::ptrdiff_t k) const {
+    return {up + 2 * k * toImaginary, down - 2 * k * toImaginary, step, toImaginary};
+  }
 };
+
+template <class T>
+struct SplitStage {
+  const T* in;  // rows of width `width` * q
+  const T* table;
+  std::ptrdiff_t width;
+  std::ptrdiff_t count;     // p, the values of k
+  SplitOutputs<T> outputs;  // of k = 0
+  Writing writing;
+  std::ptrdiff_t first = 0, last = count;  // the values of k to work on
+};
+
+// The places of k = 0 in a workspace with rows of this width, where the first columns are `out`.
+template <class T>
+SplitOutputs<T> outputsIn(T* out, std::ptrdiff_t width, std::ptrdiff_t count) {
+  return {out, out + 2 * (2 * count - 1) * width, 4 * count * width, width};
+}
 
 template <class T>
 ZVXG_INLINE inline Complex<Vector<T>> loadPair(const T* re, const T* im) {
@@ -115,14 +127,6 @@ template <class T, int kRadix>
   }
 }
 
-// The places of the outputs of one k in the workspace.
-template <class T>
-SplitOutputs<T> outputsOf(const SplitStage<T>& stage, std::ptrdiff_t k) {
-  const std::ptrdiff_t width = stage.width;
-  return {stage.out + 2 * k * width, stage.out + 2 * (2 * stage.count - 1 - k) * width,
-          4 * stage.count * width, width};
-}
-
 // Columns first .. first + count - 1 for one k, group by group, to `out` and what follows there.
 template <class T, int kRadix>
 void splitColumns(const SplitStage<T>& stage, std::ptrdiff_t k, std::ptrdiff_t first,
@@ -138,8 +142,8 @@ void splitColumns(const SplitStage<T>& stage, std::ptrdiff_t k, std::ptrdiff_t f
 
 template <class T, int kRadix>
 void splitDirectly(const SplitStage<T>& stage) {
-  for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
-    splitColumns<T, kRadix>(stage, k, 0, stage.width, outputsOf(stage, k));
+  for (std::ptrdiff_t k = stage.first; k < stage.last; ++k) {
+    splitColumns<T, kRadix>(stage, k, 0, stage.width, stage.outputs.after(k));
   }
 }
 
@@ -148,8 +152,8 @@ template <class T, int kRadix>
 void splitLongRows(const SplitStage<T>& stage) {
   constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
   Staging<T> staging;
-  for (std::ptrdiff_t k = 0; k < stage.count; ++k) {
-    const SplitOutputs<T> out = outputsOf(stage, k);
+  for (std::ptrdiff_t k = stage.first; k < stage.last; ++k) {
+    const SplitOutputs<T> out = stage.outputs.after(k);
     for (std::ptrdiff_t start = 0; start < stage.width; start += kRun) {
       const std::ptrdiff_t count = std::min(kRun, stage.width - start);
       splitColumns<T, kRadix>(stage, k, start, count,
@@ -165,21 +169,23 @@ void splitLongRows(const SplitStage<T>& stage) {
   }
 }
 
-// Collects the rows of several k in one run, real and imaginary ones in turn.
+// Collects the rows of several k in one run, real and imaginary ones in turn. The outputs have no
+// other columns than those of the stage.
 template <class T, int kRadix>
 void splitShortRows(const SplitStage<T>& stage) {
   constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
   const std::ptrdiff_t width = stage.width, most = kRun / width;
   Staging<T> staging;
-  for (std::ptrdiff_t first = 0; first < stage.count; first += most) {
-    const std::ptrdiff_t many = std::min(most, stage.count - first);
+  for (std::ptrdiff_t first = stage.first; first < stage.last; first += most) {
+    const std::ptrdiff_t many = std::min(most, stage.last - first);
     for (std::ptrdiff_t i = 0; i < many; ++i) {
       T* const up = staging.run(0) + 2 * i * width;
       T* const down = staging.run(kRadix) + 2 * (many - 1 - i) * width;
       splitColumns<T, kRadix>(stage, first + i, 0, width, {up, down, 2 * kRun, width});
     }
     const std::ptrdiff_t count = 2 * many * width;
-    const SplitOutputs<T> out = outputsOf(stage, first), last = outputsOf(stage, first + many - 1);
+    const SplitOutputs<T> out = stage.outputs.after(first);
+    const SplitOutputs<T> last = out.after(many - 1);
     for (int l = 0; l < kRadix / 2; ++l) {
       staging.copyOut(out.up + l * out.step, staging.run(2 * l), count, stage.writing);
       staging.copyOut(last.down + l * out.step, staging.run(kRadix + 2 * l), count, stage.writing);
@@ -191,7 +197,7 @@ template <class T, int kRadix>
 void runSplit(const SplitStage<T>& stage) {
   if (stage.writing == Writing::Direct) {
     splitDirectly<T, kRadix>(stage);
-  } else if (stage.width >= Staging<T>::kRun) {
+  } else if (stage.width >= Staging<T>::kRun || stage.width < stage.outputs.toImaginary) {
     splitLongRows<T, kRadix>(stage);
   } else {
     splitShortRows<T, kRadix>(stage);

@@ -15,6 +15,11 @@ inline Writing writingTo(const void* memory, Writing wanted) {
   return wanted == Writing::Streamed && !startsLine ? Writing::Collected : wanted;
 }
 
+template <class Record>
+const Record& onlyItem(const NodeList* list) {
+  return *static_cast<const Record*>(list->item);
+}
+
 template <class T, class Ends>
 class Walk {
  public:
@@ -27,11 +32,6 @@ class Walk {
   }
 
  private:
-  template <class Record>
-  static const Record& onlyItem(const NodeList* list) {
-    return *static_cast<const Record*>(list->item);
-  }
-
   void runRootSub(const RootSub<T>& sub, T* workspace) {
     if (sub.state != 1) return;
     const auto& loop = onlyItem<RootSubLoop<T>>(sub.loopList);
@@ -68,8 +68,9 @@ class Walk {
     if (combine.state == 0 || combine.state > kSplits<T>.size()) return;
     const bool outermost = combine.stride == radix_;
     const Writing writing = outermost ? schedule_.outer : schedule_.inner;
-    kSplits<T>[combine.state - 1](
-        {in, out, combine.table, combine.stride, combine.count, writingTo(out, writing)});
+    kSplits<T>[combine.state - 1]({in, combine.table, combine.stride, combine.count,
+                                   outputsIn(out, combine.stride, combine.count),
+                                   writingTo(out, writing)});
   }
 
   void runRootCombine(const RootCombine<T>& combine, const T* workspace) {
