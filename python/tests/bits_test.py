@@ -1,10 +1,8 @@
 """Every result has the bits of a single call of the C library, however the arrays lie."""
 
-import threading
-
 import numpy as np
 import pytest
-from conftest import NORMS, random, same_bits
+from conftest import NORMS, on_threads, random, same_bits
 
 import zvxg
 
@@ -113,14 +111,5 @@ def test_threads(name, precision):
     n = 64 if "fft" in name else 8192
     x = random((16, n), precision)
     expected = getattr(zvxg, name)(x)
-    same = []
-
-    def work():
-        same.append(all(same_bits(getattr(zvxg, name)(x), expected) for _ in range(10)))
-
-    threads = [threading.Thread(target=work) for _ in range(8)]
-    for thread in threads:
-        thread.start()
-    for thread in threads:
-        thread.join()
+    same = on_threads(lambda: all(same_bits(getattr(zvxg, name)(x), expected) for _ in range(10)))
     assert same == [True] * 8

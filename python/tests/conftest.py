@@ -1,5 +1,6 @@
 """What the tests have in common: the functions of zvxg, and single calls of the C library."""
 
+import concurrent.futures
 import ctypes
 import dataclasses
 
@@ -92,6 +93,12 @@ def random(shape, dtype, seed=1):
 
 def same_bits(a, b):
     return a.dtype == b.dtype and a.shape == b.shape and a.tobytes() == b.tobytes()
+
+
+def on_threads(work):
+    """Eight at once."""
+    with concurrent.futures.ThreadPoolExecutor(8) as threads:
+        return [done.result() for done in [threads.submit(work) for _ in range(8)]]
 
 
 def pytest_generate_tests(metafunc):
