@@ -234,7 +234,7 @@ class _Chunk:
 
 
 def _overlapped(function, x, overlap, shape, dtype):
-    """The array of function(block, chunk), where blocks are longer than chunks by what they overlap.
+    """The array of function(parts, chunk): the parts are a chunk, and ends of those beside it.
 
     Of the new chunks, `shape` has those that differ: they take the place of as many axes at the end.
     """
@@ -257,7 +257,7 @@ def _overlapped(function, x, overlap, shape, dtype):
         parts = [*end_of(k - 1, block, 0), (x.name, *block, k), *end_of(k + 1, block, 1)]
         chunk = _Chunk(begins[k], begins[k + 1] - begins[k], k == count - 1)
         at = (*block, 0, k) if len(shape) == 2 else (*block[:-1], k)
-        tasks[(name, *at)] = (_joined, function, parts, chunk)
+        tasks[(name, *at)] = (function, parts, chunk)
     graph = HighLevelGraph.from_collections(name, tasks, dependencies=[x])
     return da.Array(graph, name, chunks, meta=np.empty((0,) * len(chunks), dtype))
 
@@ -267,26 +267,37 @@ def _end(block, size):
     return (block[..., :size] if size > 0 else block[..., size:]).copy()
 
 
-def _joined(function, parts, chunk):
-    return function(parts[0] if len(parts) == 1 else np.concatenate(parts, -1), chunk)
+def _joined(parts, name):
+    return _signals(parts[0] if len(parts) == 1 else np.concatenate(parts, -1), name)
 
 
-def _spectra(x, chunk, frames, pad):
+def _spectra(parts, chunk, frames, pad):
     margin = frames.window.size // 2 if pad and chunk.begin == 0 else 0
     count = frames.count(chunk.size, pad) if chunk.is_last else chunk.size // frames.hop
-    return frames.spectra(_signals(x, "stft"), -margin, count)
+    return frames.spectra(_joined(parts, "stft"), -margin, count)
 
 
-def _densities(x, chunk, frames, average):
-    x = _signals(x, "spectrogram")
-    count = frames.count(x.shape[-1], False) // average
-    return frames.density(frames.power(x, 0, count, average), average)
+def _pieces(parts, frames, average, name):
+    """A chunk, with the number of columns in it, and a piece with those that reach into the next one:
+    joining whole chunks would take half as long as the transforms."""
+    x = _signals(parts[0], name)
+    inside = frames.count(x.shape[-1], False) // average
+    yield x, inside
+    if len(parts) > 1:
+        x = np.concatenate((x[..., inside * average * frames.hop :], _signals(parts[1], name)), -1)
+        yield x, frames.count(x.shape[-1], False) // average
 
 
-def _signal(spectra, chunk, frames, pad, before):
+def _densities(parts, chunk, frames, average):
+    sums = [frames.power(x, 0, columns, average)
+            for x, columns in _pieces(parts, frames, average, "spectrogram")]
+    return frames.density(np.concatenate(sums, -1), average)
+
+
+def _signal(parts, chunk, frames, pad, before):
     n, hop, margin = frames.window.size, frames.hop, frames.window.size // 2 if pad else 0
     samples = n + (chunk.size - 1) * hop - 2 * margin if chunk.is_last else chunk.size * hop
-    spectra = _signals(spectra, "istft").astype(frames.complex_type, copy=False)
+    spectra = _joined(parts, "istft").astype(frames.complex_type, copy=False)
     return frames.signals(spectra, margin + (before * hop if chunk.begin else 0), samples)
 
 
@@ -302,17 +313,17 @@ class _Runs:
     runs: list  # (first frame, frames, sums of power)
 
 
-def _sums(x, chunk, frames):
-    x = _signals(x, "average_spectrum")
-    hop = frames.hop
-    origin = begin = chunk.begin // hop
-    end = begin + frames.count(x.shape[-1], False)
+def _sums(parts, chunk, frames):
+    begin = chunk.begin // frames.hop
     runs = []
-    while begin < end:
-        size = 1 << (end - begin).bit_length() - 1
-        size = min(size, begin & -begin) if begin else size
-        runs.append((begin, size, frames.power(x[..., (begin - origin) * hop :], 0, 1, size)))
-        begin += size
+    for x, count in _pieces(parts, frames, 1, "average_spectrum"):
+        origin, end = begin, begin + count
+        while begin < end:
+            size = 1 << (end - begin).bit_length() - 1
+            size = min(size, begin & -begin) if begin else size
+            some = x[..., (begin - origin) * frames.hop :]
+            runs.append((begin, size, frames.power(some, 0, 1, size)))
+            begin += size
     return _Runs(runs)
 
 
