@@ -35,8 +35,8 @@ def commands():
 
 def sources(part):
     """The files that are compiled for a part of the build; zvxg_objects are those of the library."""
-    names = rf"/({part}(_base)?|zvxg_kernels_\w+)\.dir/" if part == "zvxg_objects" else rf"/{part}\.dir/"
-    return [file for file, command in commands().items() if re.search(names, command)]
+    names = rf"{part}_base|zvxg_kernels_\w+|{part}" if part == "zvxg_objects" else part
+    return [file for file, command in commands().items() if re.search(rf"/({names})\.dir/", command)]
 
 
 def compiled(source, output, tree=ROOT, text=None):

@@ -7,7 +7,7 @@ import subprocess
 
 from checks import failure, started
 from copies import NotCompiled, Workshop, compiled, linked_library, sources
-from kernels import kernels_of
+from kernels import DEFINED, kernels_of
 from outcomes import ROOT, seeds
 
 COMMANDS = ("counts", "header", "entries", "long 0 1", "source 0 1")
@@ -15,8 +15,6 @@ COMMANDS = ("counts", "header", "entries", "long 0 1", "source 0 1")
 NOT_SEEN = re.compile(r"/(interpret|print|scalar|packing|variants|wide|many)\.")
 KERNELS_TRIED = 4
 COUNT = 75
-# Tests that do not ask the generator, which is the unchanged one in the test programs.
-DEFINED = "--gtest_filter=ByHand.*:Definition.*"
 
 
 class Stopped(Exception):

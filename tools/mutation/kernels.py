@@ -1,6 +1,5 @@
 """Faults in the text of the generated kernels."""
 
-import collections
 import os
 import random
 import re
@@ -8,13 +7,10 @@ import re
 import faults
 from checks import failure, symbols
 from copies import compiled, linked_library, sources
-from outcomes import MADE, Outcome, parallel, say
+from outcomes import MADE, Outcome, parallel
 
-# Tests that look at one kernel at a time; others compare two, both of which have a fault here.
-ALONE = {
-    "hashes": (),
-    "tests": ("--gtest_filter=ByHand.*:Definition.*",),
-}
+# Tests that do not ask the generator, which is the unchanged one in the test programs.
+DEFINED = "--gtest_filter=ByHand.*:Definition.*"
 
 
 def kernels_of(text):
@@ -24,8 +20,7 @@ def kernels_of(text):
 
 def kernels(options):
     """One fault in every kernel of one copy of the library, or of as many shares of the kernels as
-    have the number asked for: no kernel calls another, so the tests tell the faults apart by the
-    names of the kernels that fail."""
+    have the number asked for: no kernel calls another, so a test of one kernel finds its fault."""
     directory = f"{MADE}/kernels"
     os.makedirs(directory, exist_ok=True)
     seeded, texts = {}, {}
@@ -49,13 +44,13 @@ def kernels(options):
         return output
 
     library = linked_library(f"{directory}/libzvxg.so", parallel(make, texts))
-    found = collections.defaultdict(list)
-    for program, arguments in ALONE.items():
-        named = symbols(failure(program, library, arguments=arguments)) & set(seeded)
-        say(f"{program}: {len(named)} of {len(seeded)} kernels fail")
-        for symbol in named:
-            found[symbol].append(program)
-    for symbol in seeded.keys() - found.keys():
-        if failure("reliability", library, symbol, ("--gtest_filter=Values.*:State.R*",)):
-            found[symbol].append("reliability")
-    return [Outcome(symbol, *told, " ".join(found[symbol])) for symbol, told in seeded.items()]
+    named = symbols(failure("hashes", library))
+
+    def found(symbol):
+        ways = ["hashes"] if symbol in named else []
+        others = ("tests", DEFINED), ("reliability", "--gtest_filter=Values.*:State.R*")
+        ways += [program for program, tests in others if failure(program, library, symbol, (tests,))]
+        return " ".join(ways)
+
+    found_by = parallel(found, seeded)
+    return [Outcome(symbol, *seeded[symbol], ways) for symbol, ways in zip(seeded, found_by)]

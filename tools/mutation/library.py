@@ -61,7 +61,7 @@ class Library(Workshop):
             f"{BUILD}/tests/CMakeFiles/zvxg_tests.dir/harness.cpp.o",
             f"{BUILD}/tools/reference/libzvxg_reference.a",
             f"{BUILD}/tools/interface/libzvxg_interface.a",
-            f"{BUILD}/tools/kernelgen/libzvxg_kernel_id.a", "-lgtest_main", "-lgtest",
+            f"{BUILD}/tools/kernelgen/libzvxg_kernel_id.a", "-lzvxgmany", "-lgtest_main", "-lgtest",
         )  # fmt: skip
         return started([program], seconds=100).returncode != 0
 
