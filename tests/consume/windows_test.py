@@ -85,6 +85,18 @@ class Zip(unittest.TestCase):
                         imports = run("x86_64-w64-mingw32-objdump", "-p", program)
                         self.assertEqual("zvxgene9-6.1.dll" in imports, linking == dlls[kind])
 
+    def test_find_package(self):
+        build = os.path.join(self.scratch, "find_package")
+        examples = os.path.join(SOURCE, "examples")
+        run("cmake", "-S", HERE, "-B", build, "-G", "Ninja", f"-DEXAMPLES={examples}",
+            f"-DCMAKE_TOOLCHAIN_FILE={SOURCE}/cmake/toolchains/windows-gcc.cmake",
+            f"-Dzvxg_DIR={self.path('lib/cmake/zvxg')}", "-DCMAKE_EXE_LINKER_FLAGS=-static")
+        run("cmake", "--build", build)
+        for name in "first.c", "first.cpp":
+            for form in "zvxg", "static":
+                printed = self.start(os.path.join(build, f"{name}.{form}.exe"))
+                self.assertIn(printed, shown_beside(os.path.join(examples, name)))
+
     def test_microsofts_linker_takes_the_import_library(self):
         program, bare = (os.path.join(self.scratch, name) for name in ("bare.exe", "bare.obj"))
         run("clang", MICROSOFT, "-O2", "-c", os.path.join(HERE, "bare.c"), "-o", bare,
