@@ -1,0 +1,92 @@
+"""The release: the same bytes twice, and what packagers do with it, without a generator.
+
+usage: dist_test.py TREE [TEST...]
+"""
+
+import hashlib
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TREE = pathlib.Path(sys.argv.pop(1)).resolve()
+DIST = TREE / "build/dist"
+LIBRARY = ["-D", "ZVXG_TESTS=OFF", "-D", "ZVXG_EXAMPLES=OFF"]
+
+
+def run(*command, **options):
+    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **options)
+    if done.returncode:
+        raise AssertionError(f"{' '.join(map(str, command))} returned {done.returncode}:\n{done.stdout[-4000:]}")
+    return done.stdout
+
+
+def make():
+    run(TREE / "dev", "dist")
+    tarball, = DIST.glob("*.tar.xz")
+    return tarball
+
+
+def setUpModule():
+    global scratch, place, source, tarball
+    tarball = make()
+    scratch = tempfile.TemporaryDirectory(prefix="zvxg-dist-")
+    place = pathlib.Path(scratch.name)
+    run("tar", "-C", place, "-xf", tarball)
+    source, = place.iterdir()
+
+
+def tearDownModule():
+    scratch.cleanup()
+
+
+class Dist(unittest.TestCase):
+    def assertRight(self, build):
+        """What zvxg-bench of this build finds, and that no generator was built for it."""
+        program, = build.rglob("zvxg-bench*/zvxg-bench") if (build / "tools").exists() else [build / "zvxg-bench"]
+        self.assertIn(", 0 failures", run(program, "verify"))
+        self.assertEqual([path for name in ("kernelgen", "interface") for path in build.rglob(name)
+                          if path.is_file()], [])
+
+    def test_the_same_bytes_and_their_checksum(self):
+        first = hashlib.sha256(tarball.read_bytes()).hexdigest()
+        run("sha256sum", "--check", f"{tarball.name}.sha256", cwd=DIST)
+        make()
+        self.assertEqual(hashlib.sha256(tarball.read_bytes()).hexdigest(), first)
+
+    def test_cmake(self):
+        run("cmake", "-G", "Ninja", "-S", source, "-B", place / "cmake", *LIBRARY)
+        run("cmake", "--build", place / "cmake")
+        self.assertRight(place / "cmake")
+
+    def test_meson(self):
+        run("meson", "setup", place / "meson", source)
+        run("meson", "compile", "-C", place / "meson")
+        self.assertRight(place / "meson")
+        names = run("nm", "-D", "--defined-only", place / "meson/libzvxg.so")
+        self.assertEqual(names.count(" T "), 1193)
+
+    @unittest.skipUnless(shutil.which("x86_64-w64-mingw32-g++-posix"), "there is no compiler for Windows")
+    def test_windows(self):
+        run("cmake", "-G", "Ninja", "-S", source, "-B", place / "windows", *LIBRARY, "-D", "ZVXG_MANY=OFF",
+            "-D", "ZVXG_BENCH=OFF", "-D", "CMAKE_BUILD_TYPE=Release", "-D",
+            f"CMAKE_TOOLCHAIN_FILE={source}/cmake/toolchains/windows-gcc.cmake")
+        run("cmake", "--build", place / "windows")
+        self.assertFalse((place / "windows/host").exists())
+        library, = (place / "windows/src").glob("zvxgene9-*.dll")
+        self.assertEqual(run("x86_64-w64-mingw32-objdump", "-p", library).count("+base["), 1193)
+
+    def test_debian(self):
+        unpacked = place / "debian" / source.name
+        shutil.copytree(source, unpacked)
+        shutil.copyfile(tarball, unpacked.parent / tarball.name.replace("-", "_").replace(".tar", ".orig.tar"))
+        run("dpkg-buildpackage", "-us", "-uc", cwd=unpacked, env=os.environ | {"DEB_BUILD_OPTIONS": "noautodbgsym"})
+        changes, = unpacked.parent.glob("*.changes")
+        run("lintian", "--fail-on", "error,warning", "--suppress-tags", "initial-upload-closes-no-bugs", changes)
+
+
+if __name__ == "__main__":
+    unittest.main()
