@@ -79,6 +79,9 @@ class Site:
         if target.endswith(".svg"):
             self.write(target, slim((TREE / target).read_text(encoding="utf-8")))
             return link
+        if target.endswith(".png"):
+            self.copy(TREE / target, target)
+            return link
         sources.add(target)
         return link + ".md"
 
