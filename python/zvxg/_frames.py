@@ -88,13 +88,18 @@ class Frames:
             raise ValueError(f"{samples} samples are shorter than the window of {self.window.size}")
         return 1 + (-(-reach // self.hop) if pad else reach // self.hop)
 
-    def spectra(self, x, first, count):
-        """(.., bins, frames) of frames that begin at the samples first, first + hop .. of the last
-        axis, with zeros around it."""
-        spectra = np.empty(x.shape[:-1] + (self.bins, count), self.complex_type)
-        analyse_frames(x.reshape(-1, x.shape[-1]), (self.window * self.scale).astype(x.real.dtype),
-                       spectra.reshape(-1, self.bins, count), self.hop, first)
-        return spectra
+    def empty(self, x, count):
+        """Space for the spectra of so many frames."""
+        return np.empty(x.shape[:-1] + (self.bins, count), self.complex_type)
+
+    def spectra(self, x, first, out):
+        """Fills (.., bins, frames) of frames that begin at the samples first, first + hop .. of the
+        last axis, with zeros around it."""
+        window = (self.window * self.scale).astype(x.real.dtype)
+        for index in np.ndindex(x.shape[:-2]):  # no reshape, which might copy
+            signals, spectra = (x[index], out[index]) if x.ndim > 1 else (x[None], out[None])
+            analyse_frames(signals, window, spectra, self.hop, first)
+        return out
 
     def power(self, x, first, count, average):
         """(.., bins, columns), the sums of power over `average` frames each, by pairs."""
@@ -146,7 +151,8 @@ def stft(x, window, hop, *, axis=-1, pad=True, scaling="spectrum", fs=1.0):
     """
     x = np.moveaxis(_signals(x, "stft"), axis, -1)
     frames = Frames.of(x.dtype, window, hop, scaling, fs)
-    return frames.spectra(x, -(frames.window.size // 2) if pad else 0, frames.count(x.shape[-1], pad))
+    count = frames.count(x.shape[-1], pad)
+    return frames.spectra(x, -(frames.window.size // 2) if pad else 0, frames.empty(x, count))
 
 
 def istft(spectra, window, hop, *, length=None, pad=True, scaling="spectrum", fs=1.0, onesided=True):

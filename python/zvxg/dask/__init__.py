@@ -267,14 +267,26 @@ def _end(block, size):
     return (block[..., :size] if size > 0 else block[..., size:]).copy()
 
 
-def _joined(parts, name):
-    return _signals(parts[0] if len(parts) == 1 else np.concatenate(parts, -1), name)
-
-
 def _spectra(parts, chunk, frames, pad):
-    margin = frames.window.size // 2 if pad and chunk.begin == 0 else 0
-    count = frames.count(chunk.size, pad) if chunk.is_last else chunk.size // frames.hop
-    return frames.spectra(_joined(parts, "stft"), -margin, count)
+    """Frames in the chunk are read there, as a copy of it would be more memory beside the spectra; those
+    that reach out of it, from pieces joined of its ends."""
+    n, hop, margin = frames.window.size, frames.hop, frames.window.size // 2 if pad else 0
+    is_first = not margin or chunk.begin == 0
+    *before, x = parts[: 1 if is_first else 2]
+    after = parts[len(before) + 1 :]
+    x = _signals(x, "stft")
+    count = frames.count(chunk.size, pad) if chunk.is_last else chunk.size // hop
+    low = -(-margin // hop) if before else 0
+    high = min(count, (chunk.size - n + margin) // hop + 1) if after else count
+    spectra = frames.empty(x, count)
+    frames.spectra(x, low * hop - margin, spectra[..., low:high])
+    if before:
+        head = np.concatenate((_signals(before[0], "stft"), x[..., :n]), -1)
+        frames.spectra(head, 0, spectra[..., :low])
+    if after:
+        tail = np.concatenate((x[..., high * hop - margin :], _signals(after[0], "stft")), -1)
+        frames.spectra(tail, 0, spectra[..., high:])
+    return spectra
 
 
 def _pieces(parts, frames, average, name):
@@ -297,7 +309,8 @@ def _densities(parts, chunk, frames, average):
 def _signal(parts, chunk, frames, pad, before):
     n, hop, margin = frames.window.size, frames.hop, frames.window.size // 2 if pad else 0
     samples = n + (chunk.size - 1) * hop - 2 * margin if chunk.is_last else chunk.size * hop
-    spectra = _joined(parts, "istft").astype(frames.complex_type, copy=False)
+    spectra = parts[0] if len(parts) == 1 else np.concatenate(parts, -1)
+    spectra = _signals(spectra, "istft").astype(frames.complex_type, copy=False)
     return frames.signals(spectra, margin + (before * hop if chunk.begin else 0), samples)
 
 
