@@ -65,10 +65,7 @@ TEST_F(Channeliser, badInputIsOneLineAndLeavesNoFile) {
   writeSound("good.wav", 8000, 1, std::vector<float>(800, 0.25f));
   writeSound("fast.wav", 44100, 1, std::vector<float>(800, 0.25f));
   writeSound("out-8.wav", 8000, 1, std::vector<float>(800, 0.25f));
-  writeSound("none.wav", 8000, 1, {});
   refuses("out", "usage: channeliser PREFIX INPUT.wav...");
-  refuses("out missing.wav", "missing.wav: no such file");
-  refuses("out none.wav", "none.wav: holds no samples");
   refuses("out good.wav fast.wav", "fast.wav: 44100 samples per second are not 8000 to 16000");
   refuses("out good.wav out-8.wav", "out-8.wav: is the input itself");
   refuses("missing/out good.wav", "missing/out-8.wav: cannot be written");

@@ -80,9 +80,7 @@ TEST_F(Codec, badInputIsOneLineAndLeavesNoFile) {
        {"good.wav out.wav -1", "'-1' is no number from 0 to 1"},
        {"good.wav out.wav 0.1 100", "length 100 is no power of two"},
        {"good.wav out.wav 0.1 64.5", "BLOCK is no whole number"},
-       {"good.wav out.wav 0.1 64 hann", "'hann' is none of the windows sine and kbd"},
-       {"good.wav missing/out.wav", "missing/out.wav: cannot be written"},
-       {"good.wav ./good.wav", "./good.wav: is the input itself"}});
+       {"good.wav out.wav 0.1 64 hann", "'hann' is none of the windows sine and kbd"}});
   expectOldFileKept("codec", "good.wav out.wav", "out.wav");
 }
 

@@ -115,13 +115,10 @@ TEST_F(Photo, badInputIsOneLineAndLeavesNoFile) {
   std::ofstream("empty.png");
   std::ofstream("text.png") << "no picture\n";
   std::ofstream("torn.png", std::ios::binary) << good.substr(0, good.size() / 2);
-  std::filesystem::create_directory("directory");
   const struct {
     const char *arguments, *complaint;
   } kCases[] = {
       {"good.png", "usage: photo INPUT.png OUTPUT.png [STEP [COMPARISON.png]]"},
-      {"missing.png out.png", "missing.png: no such file"},
-      {"directory out.png", "directory: not a regular file"},
       {"empty.png out.png", "empty.png: not a readable PNG"},
       {"text.png out.png", "text.png: not a readable PNG"},
       {"torn.png out.png", "torn.png: not a readable PNG"},
