@@ -108,41 +108,11 @@ void tryLayout(Input& input) {
   }
 }
 
-// Windows of a signal into results at a stride of their own.
-template <class T>
-void tryBatch(Input& input) {
-  const std::size_t n = input.choice(12), stride = input.choice(20), hop = input.choice(20);
-  std::vector<T> x(input.choice(150)), y(input.choice(150));
-  input.fill(std::span(x));
-  const auto countOf = [&](std::size_t size, std::size_t step) {
-    std::size_t count = 0;
-    while (count * step + n <= size) ++count;
-    return count;
-  };
-  const bool refused = n == 0 || hop == 0 || stride < n ||
-                       countOf(x.size(), hop) != countOf(y.size(), stride) ||
-                       (!isLength(n) && countOf(x.size(), hop) != 0);
-  std::vector<T> expected = y;
-  for (std::size_t i = 0; !refused && i < countOf(x.size(), hop); ++i) {
-    Functions<T>::Hartley::kByLength(x.data() + i * hop, expected.data() + i * stride,
-                                     static_cast<int32_t>(n), zvxNoDiv);
-  }
-  bool threw = false;
-  try {
-    zvxg::batch(zvxg::signals(std::span<const T>(x), n, hop), zvxg::signals(y, n, stride),
-                [](auto in, auto out) { zvxg::hartley(in, out); });
-  } catch (const std::invalid_argument&) {
-    threw = true;
-  }
-  require(threw == refused, "signals and batches");
-  require(sameNumbers<T>(expected, y), "not what the C function does, signal by signal");
-}
-
 template <class T>
 void tryPrecision(Input& input) {
   using F = Functions<T>;
   using Pair = std::complex<T>;
-  switch (input.choice(7)) {
+  switch (input.choice(6)) {
     case 0:
       return tryArrays<T, Pair>(input, typename F::Forward(),
                                 [](auto in, auto out, auto flag) { zvxg::dft(in, out, flag); });
@@ -154,8 +124,7 @@ void tryPrecision(Input& input) {
                              [](auto in, auto out, auto flag) { zvxg::hartley(in, out, flag); });
     case 3: return tryLayout<Layout::Ccs, T>(input);
     case 4: return tryLayout<Layout::Pack, T>(input);
-    case 5: return tryLayout<Layout::Perm, T>(input);
-    default: return tryBatch<T>(input);
+    default: return tryLayout<Layout::Perm, T>(input);
   }
 }
 

@@ -83,38 +83,27 @@ TYPED_TEST(CompanionMdct, ClonesRunAtOnce) {
 
 // ---- Windows -----------------------------------------------------------------------------------
 
-TYPED_TEST(CompanionMdct, WindowsArePrincenBradleyAndRise) {
-  using T = TypeParam;
-  for (const std::size_t n : {2, 3, 8, 100, 1024}) {
-    for (const double alpha : {0.0, 2.0, 4.0, 40.0, 1000.0}) {
-      for (const std::vector<T>& w : {zvxg::sineWindow<T>(n), zvxg::kbdWindow<T>(n, alpha)}) {
-        ASSERT_EQ(w.size(), n);
-        EXPECT_TRUE(std::ranges::is_sorted(w));
-        for (std::size_t i = 0; i < n; ++i) {
-          EXPECT_NEAR(w[i] * w[i] + w[n - 1 - i] * w[n - 1 - i], 1, 4 * this->kEpsilon) << n;
-        }
-      }
-    }
-  }
-}
-
 TYPED_TEST(CompanionMdct, WindowsByTheirFormulas) {
   using T = TypeParam;
-  constexpr std::size_t kLength = 16;
-  const std::vector<T> sine = zvxg::sineWindow<T>(kLength);
-  for (const double alpha : {0.0, 3.0, 6.0}) {
-    const std::vector<T> kbd = zvxg::kbdWindow<T>(kLength, alpha);
-    std::vector<long double> sums;
-    for (std::size_t j = 0; j <= kLength; ++j) {
-      const long double x = 2.0L * j / kLength - 1;
-      const long double kaiser = std::cyl_bessel_il(
-          0, std::numbers::pi_v<long double> * alpha * std::sqrt(std::max(0.0L, 1 - x * x)));
-      sums.push_back((sums.empty() ? 0 : sums.back()) + kaiser);
-    }
-    for (std::size_t n = 0; n < kLength; ++n) {
-      EXPECT_NEAR(kbd[n], double(std::sqrt(sums[n] / sums[kLength])), this->kEpsilon);
-      EXPECT_NEAR(sine[n], std::sin(std::numbers::pi * (2.0 * double(n) + 1) / (4 * kLength)),
-                  this->kEpsilon);
+  for (const std::size_t length : {2, 3, 16, 100, 1024}) {
+    const std::vector<T> sine = zvxg::sineWindow<T>(length);
+    for (const double alpha : {0.0, 3.0, 40.0, 1000.0}) {
+      SCOPED_TRACE(testing::Message() << length << ", alpha " << alpha);
+      const std::vector<T> kbd = zvxg::kbdWindow<T>(length, alpha);
+      std::vector<long double> sums;
+      for (std::size_t j = 0; j <= length; ++j) {
+        const long double x = 2.0L * j / length - 1;
+        const long double kaiser = std::cyl_bessel_il(
+            0, std::numbers::pi_v<long double> * alpha * std::sqrt(std::max(0.0L, 1 - x * x)));
+        sums.push_back((sums.empty() ? 0 : sums.back()) + kaiser);
+      }
+      ASSERT_EQ(kbd.size(), length);
+      ASSERT_EQ(sine.size(), length);
+      for (std::size_t n = 0; n < length; ++n) {
+        EXPECT_NEAR(kbd[n], double(std::sqrt(sums[n] / sums[length])), this->kEpsilon);
+        EXPECT_NEAR(sine[n], std::sin(std::numbers::pi * (2.0 * double(n) + 1) / (4.0 * length)),
+                    this->kEpsilon);
+      }
     }
   }
 }

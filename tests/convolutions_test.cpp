@@ -74,19 +74,6 @@ TEST(Convolutions, RaderFactors) {
   }
 }
 
-// A witness for the test above: digits that were published with the method for p = 7.
-TEST(Convolutions, RaderFactorsOfSeven) {
-  constexpr double kPrinted[6][2] = {{-0.1666667, 0},         {0.4066889, -0.1704365},
-                                     {0.3950782, -0.1958510}, {0, -0.4409586},
-                                     {0.3950782, 0.1958510},  {-0.4066889, -0.1704365}};
-  const kernelgen::RaderNumbers numbers(7);
-  ASSERT_EQ(numbers.factors.size(), 6);
-  for (int k = 0; k < 6; ++k) {
-    EXPECT_NEAR(static_cast<double>(numbers.factors[k].re.exact), kPrinted[k][0], 0.5e-7) << k;
-    EXPECT_NEAR(static_cast<double>(numbers.factors[k].im.exact), kPrinted[k][1], 0.5e-7) << k;
-  }
-}
-
 TEST(Convolutions, ChirpFactors) {
   struct Chirp {
     long n, l;

@@ -155,21 +155,5 @@ TEST(Definition, FlagsMultiplyTheUnscaledResult) {
   });
 }
 
-// 1 over the rounded root of the length, which is not always the number nearest to 1/sqrt(N).
-TEST(Definition, FactorsOfTheRoot) {
-  const auto first = []<class T>(const char* symbol, std::vector<T> source) {
-    std::vector<T> result(source.size());
-    const Function& function = functionNamed(symbol);
-    EXPECT_EQ(function.call({asArgument(source.data()), asArgument(result.data()),
-                             asArgument(int32_t{4}), 0}),
-              0);
-    return result[0];
-  };
-  EXPECT_EQ(first("zvxgHartley_10_32f", std::vector<float>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0}),
-            0.31622776f);
-  EXPECT_EQ(first("zvxgHartley_2_64f", std::vector<double>{1, 0}), 0.7071067811865475);
-  EXPECT_EQ(first("zvxgWHT_1_64f", std::vector<double>{1, 0}), 0.7071067811865476);
-}
-
 }  // namespace
 }  // namespace tests

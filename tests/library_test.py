@@ -392,12 +392,6 @@ class MachineCode(TestCase):
                 found.add(f"{name}: {len(work)} instructions with the jumps {jumps}")
         self.expect_none(found, "entries that do more")
 
-    def test_packed_arithmetic_is_recognised(self):
-        for name in "vaddps", "vmulpd", "vhaddps", "vaddsubpd", "mulps":
-            self.assertTrue(packed_arithmetic(Instruction(0, name, "")), name)
-        for name in "vaddss", "vmulsd", "vmovaps", "vxorps", "vcvtss2sd", "vunpcklps":
-            self.assertFalse(packed_arithmetic(Instruction(0, name, "")), name)
-
     def test_foreign_instructions_are_recognised(self):
         for first, *instruction in (  # the first level that has it
             ("base", "vbroadcastss", "0x10(%rip),%ymm1"),

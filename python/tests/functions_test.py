@@ -2,7 +2,6 @@
 
 import gc
 import os
-import pathlib
 import re
 import subprocess
 import sys
@@ -181,14 +180,3 @@ def test_first_steps(tmp_path):
     table = run("bench", "--lengths", "8", "--batch", "10", "--plot", str(plot))
     assert re.search(r"^fft +complex64 +8 +10 +[\d.]+ +[\d.]+ +[\d.]+x", table, re.MULTILINE)
     assert "<svg" in plot.read_text(encoding="utf-8")
-
-
-def test_source_is_for_numpy_2():
-    """Nothing that NumPy 2 has taken away: fields of arrays and descriptors, and names."""
-    source = "".join(path.read_text(encoding="utf-8")
-                     for path in (pathlib.Path(__file__).parent.parent / "src").iterdir())
-    assert "PyUFunc_FromFuncAndDataAndSignature" in source
-    removed = r"->(elsize|alignment|subarray|fields|names|f|c_metadata|data|nd|dimensions|strides|base|descr|flags)\b" \
-              r"|PyArray_(GETITEM|SetNumericOps|GetNumericOps|CastTo|CastScalar\w*|MoveInto|Resolve\w+)\b" \
-              r"|NPY_(CHAR|NTYPES|NOTYPE|ARRAY_UPDATEIFCOPY|DEFAULT_\w+)\b|PyArray_(FromDimsAndData|FromDims)\b"
-    assert re.findall(removed, source) == []
