@@ -44,8 +44,8 @@ struct Side {
 };
 
 // Covers `count` transforms: group(k) with the groups of contiguous ones that begin at transform k,
-// bins(i, k) with whole registers of one bin that is element-major, and row(i, k, n) with what is
-// left, element i of n transforms from k on.
+// bins(i, n) with bin i of n transforms, whole registers of it, if bins are element-major, and
+// row(i, k, n) with what is left, element i of n transforms from k on.
 template <int kUnit, class T, class Group, class Bins, class Row>
 void cover(const Side<T>& side, std::ptrdiff_t count, const Group& group, const Bins& bins,
            const Row& row) {
@@ -54,10 +54,8 @@ void cover(const Side<T>& side, std::ptrdiff_t count, const Group& group, const 
     constexpr int kTransforms = kGroup<kUnit * kSize<T>>;
     for (; done + kTransforms <= count; done += kTransforms) group(done);
   } else if (side.bins && side.isElementMajor()) {
-    constexpr int kTransforms = kGroup<kSize<T>>;
-    for (; done + kTransforms <= count; done += kTransforms) {
-      for (int i = 0; i < side.elements; i += 2) bins(i, done);
-    }
+    done = count - count % kGroup<kSize<T>>;
+    for (int i = 0; i < side.elements; i += 2) bins(i, done);
   }
   if (done == count) return;
   for (int i = 0; i < side.elements; ++i) row(i, done, count - done);
@@ -87,9 +85,9 @@ void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count, 
         groupToRows<kUnit * kSize<T>>(bytes(at + k * src.dist), src.dist * kSize<T>, src.elements,
                                       bytes(rows + k * kUnit), step * kSize<T>);
       },
-      [&](int i, std::ptrdiff_t k) {
-        deinterleave<T>(bytes(at + src.offset(i) + 2 * k), bytes(rows + i * step + k),
-                        bytes(rows + (i + 1) * step + k));
+      [&](int i, std::ptrdiff_t n) {
+        deinterleave<T>(bytes(at + src.offset(i)), bytes(rows + i * step),
+                        bytes(rows + (i + 1) * step), n * kSize<T>);
       },
       [&](int i, std::ptrdiff_t k, std::ptrdiff_t n) {
         copyRow<kUnit>(at + src.offset(i) + k * src.dist, src.dist, rows + i * step + k * kUnit,
@@ -107,9 +105,9 @@ void store(const T* rows, std::ptrdiff_t step, const Side<T>& dst, std::ptrdiff_
         groupFromRows<kUnit * kSize<T>>(bytes(rows + k * kUnit), step * kSize<T>, dst.elements,
                                         bytes(at + k * dst.dist), dst.dist * kSize<T>);
       },
-      [&](int i, std::ptrdiff_t k) {
-        interleave<T>(bytes(rows + i * step + k), bytes(rows + (i + 1) * step + k),
-                      bytes(at + dst.offset(i) + 2 * k));
+      [&](int i, std::ptrdiff_t n) {
+        interleave<T>(bytes(rows + i * step), bytes(rows + (i + 1) * step),
+                      bytes(at + dst.offset(i)), n * kSize<T>);
       },
       [&](int i, std::ptrdiff_t k, std::ptrdiff_t n) {
         copyRow<kUnit>(rows + i * step + k * kUnit, kUnit, at + dst.offset(i) + k * dst.dist,
@@ -144,8 +142,7 @@ void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std:
   const std::ptrdiff_t turnBytes = std::max(src.elements, dst.elements) * turn * kSize<T>;
   const bool fromRows = src.isRows(), toRows = dst.isRows();
   const std::ptrdiff_t rest = howmany % transforms, full = howmany - rest;
-  const bool fetches =
-      howmany * (src.elements + dst.elements) * kUnit * kSize<T> > kFetchedBytes;
+  const bool fetches = howmany * (src.elements + dst.elements) * kUnit * kSize<T> > kFetchedBytes;
   const std::ptrdiff_t panelBytes = fetches ? kFetchedPanelBytes : kBlockBytes;
   const std::ptrdiff_t panel =
       fromRows && toRows && !fetches

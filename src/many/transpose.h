@@ -154,23 +154,28 @@ void groupFromRows(const Byte* rows, std::ptrdiff_t step, int elements, Byte* ds
 
 // ---- Rows of real and of imaginary parts, and rows of bins --------------------------------------
 
-// 32 bytes of each, and the bins of both.
+// Whole registers of each, and the bins of both.
 template <class T>
-void interleave(const Byte* re, const Byte* im, Byte* bins) {
-  const __m256 a = loadRow(re), b = loadRow(im);
-  const bool isSingle = sizeof(T) == 4;
-  const __m256 low = isSingle ? _mm256_unpacklo_ps(a, b) : lowPairs(a, b);
-  const __m256 high = isSingle ? _mm256_unpackhi_ps(a, b) : highPairs(a, b);
-  storeRow(bins, _mm256_permute2f128_ps(low, high, 0x20));
-  storeRow(bins + 32, _mm256_permute2f128_ps(low, high, 0x31));
+void interleave(const Byte* re, const Byte* im, Byte* bins, std::ptrdiff_t rowBytes) {
+  for (std::ptrdiff_t at = 0; at < rowBytes; at += 32) {
+    const __m256 a = loadRow(re + at), b = loadRow(im + at);
+    const bool isSingle = sizeof(T) == 4;
+    const __m256 low = isSingle ? _mm256_unpacklo_ps(a, b) : lowPairs(a, b);
+    const __m256 high = isSingle ? _mm256_unpackhi_ps(a, b) : highPairs(a, b);
+    storeRow(bins + 2 * at, _mm256_permute2f128_ps(low, high, 0x20));
+    storeRow(bins + 2 * at + 32, _mm256_permute2f128_ps(low, high, 0x31));
+  }
 }
 
 template <class T>
-void deinterleave(const Byte* bins, Byte* re, Byte* im) {
-  const __m256 a = loadHalves(bins, bins + 32), b = loadHalves(bins + 16, bins + 48);
-  const bool isSingle = sizeof(T) == 4;
-  storeRow(re, isSingle ? _mm256_shuffle_ps(a, b, 0x88) : lowPairs(a, b));
-  storeRow(im, isSingle ? _mm256_shuffle_ps(a, b, 0xdd) : highPairs(a, b));
+void deinterleave(const Byte* bins, Byte* re, Byte* im, std::ptrdiff_t rowBytes) {
+  for (std::ptrdiff_t at = 0; at < rowBytes; at += 32) {
+    const Byte* const from = bins + 2 * at;
+    const __m256 a = loadHalves(from, from + 32), b = loadHalves(from + 16, from + 48);
+    const bool isSingle = sizeof(T) == 4;
+    storeRow(re + at, isSingle ? _mm256_shuffle_ps(a, b, 0x88) : lowPairs(a, b));
+    storeRow(im + at, isSingle ? _mm256_shuffle_ps(a, b, 0xdd) : highPairs(a, b));
+  }
 }
 
 }  // namespace zvxg::many
