@@ -179,18 +179,23 @@ int32_t complexMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const T* const factor = factorOf<T, kDirection>(len, flag);
   const auto& rows = kernels.rows[inverse][place];
   const auto& beside = kernels.beside[inverse][place];
-  if (beside.transforms == 0 || arrays.srcStride != 2 || arrays.dstStride != 2) {
+  // Contiguous transforms that fill registers by themselves are fastest one by one, those of scalars
+  // in rows.
+  const bool isOfScalars = rows.transforms == kernels.lanes;
+  const bool isContiguous = arrays.srcStride == 2 && arrays.dstStride == 2;
+  if (!isContiguous || isOfScalars) {
     runRows<2>(rows, arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany, factor);
     return zvxOk;
   }
-  const std::int64_t rest = arrays.howmany % beside.transforms, full = arrays.howmany - rest;
-  if (full > 0) {
+  std::int64_t done = 0;
+  if (beside.transforms > 0 && arrays.howmany >= beside.transforms) {
+    done = arrays.howmany - arrays.howmany % beside.transforms;
     beside.run(arrays.src, arrays.srcDist, arrays.dst, arrays.dstDist, factor,
-               full / beside.transforms);
+               done / beside.transforms);
   }
-  for (std::int64_t k = full; k < arrays.howmany; ++k) {
-    singleDft(kDirection, arrays.src + k * arrays.srcDist, arrays.dst + k * arrays.dstDist, len,
-              flag);
+  for (; done < arrays.howmany; ++done) {
+    singleDft(kDirection, arrays.src + done * arrays.srcDist, arrays.dst + done * arrays.dstDist,
+              len, flag);
   }
   return zvxOk;
 }
