@@ -44,9 +44,6 @@ def stage(tree, build, place):
     run("cmake", "-G", "Ninja", "-S", place, "-B", configured, "-D", "ZVXG_TESTS=OFF", "-D", "ZVXG_EXAMPLES=OFF",
         "--log-level=WARNING")
     meson.main(place, configured, place)
-    run("cmake", "-D", f"CONFIGURED={configured}", "-D", f"OUTPUT={place}/debian",
-        "-P", place / "packaging/control.cmake")
-    shutil.rmtree(configured)
 
 
 def pack(place, date):
@@ -59,6 +56,16 @@ def pack(place, date):
     return tarball
 
 
+def debian(place, tarball, date):
+    """The source package, whose first part is the tarball."""
+    name, _, version = place.name.partition("-")
+    output = place.parent / "debian"
+    copy(tarball, output / f"{name}_{version}.orig.tar.xz")
+    run("cmake", "-D", f"CONFIGURED={place.parent}/configured", "-D", f"OUTPUT={place}/debian",
+        "-P", place / "packaging/control.cmake")
+    run("dpkg-source", "-b", place, cwd=output, env=os.environ | {"SOURCE_DATE_EPOCH": date})
+
+
 def main(tree, build, output):
     tree, build, output = (pathlib.Path(path).resolve() for path in (tree, build, output))
     version = re.search(r"^project\(zvxg VERSION (\S+)", (tree / "CMakeLists.txt").read_text(), re.M)[1]
@@ -69,8 +76,11 @@ def main(tree, build, output):
     shutil.rmtree(output, ignore_errors=True)
     place = output / f"zvxg-{version}"
     stage(tree, build, place)
-    tarball = pack(place, run("git", "-C", tree, "log", "-1", "--format=%ct").strip())
-    shutil.rmtree(place)
+    date = run("git", "-C", tree, "log", "-1", "--format=%ct").strip()
+    tarball = pack(place, date)
+    debian(place, tarball, date)
+    for scratch in place, output / "configured":
+        shutil.rmtree(scratch)
     content = tarball.read_bytes()
     sums = {name: hashlib.new(name, content).hexdigest() for name in ("sha256", "sha512")}
     (output / f"{tarball.name}.sha256").write_text(f"{sums['sha256']}  {tarball.name}\n")

@@ -80,10 +80,13 @@ class Dist(unittest.TestCase):
         self.assertEqual(run("x86_64-w64-mingw32-objdump", "-p", library).count("+base["), 1193)
 
     def test_debian(self):
+        package, = (DIST / "debian").glob("*.dsc")
         unpacked = place / "debian" / source.name
-        shutil.copytree(source, unpacked)
-        shutil.copyfile(tarball, unpacked.parent / tarball.name.replace("-", "_").replace(".tar", ".orig.tar"))
-        run("dpkg-buildpackage", "-us", "-uc", cwd=unpacked, env=os.environ | {"DEB_BUILD_OPTIONS": "noautodbgsym"})
+        unpacked.parent.mkdir()
+        run("dpkg-source", "-x", package, unpacked)
+        run("dpkg-buildpackage", "-us", "-uc", "-b", cwd=unpacked,
+            env=os.environ | {"DEB_BUILD_OPTIONS": "noautodbgsym"})
+        run("lintian", "--fail-on", "error,warning", package)
         changes, = unpacked.parent.glob("*.changes")
         run("lintian", "--fail-on", "error,warning", "--suppress-tags", "initial-upload-closes-no-bugs", changes)
 
