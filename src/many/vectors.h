@@ -63,19 +63,50 @@ ZVXG_INLINE inline V all(NumberOf<V> x) {
   return x - V{};
 }
 
-// Vectors of constants in memory, each a group again and again.
-template <class V, int kCount>
-struct Constants {
-  alignas(V) NumberOf<V> numbers[kCount][kLanes<V>];
+// Constants in memory as a kernel takes them: vectors, each a group again and again. With AVX-512 an
+// operation takes a number from memory for all lanes by itself, so that groups of one stay numbers.
+template <class V, int kGroup>
+inline constexpr bool kIsNumber = kGroup == 1 && ZVXG_VECTOR_BYTES > 32;
 
-  const V* vectors() const { return reinterpret_cast<const V*>(numbers); }
+template <class V>
+class Numbers {
+ public:
+  explicit Numbers(const NumberOf<V>* numbers) : numbers_(numbers) {}
+  ZVXG_INLINE V operator[](int place) const { return all<V>(numbers_[place]); }
+  ZVXG_INLINE void hide() { numbers_ = hidden(numbers_); }
+
+ private:
+  const NumberOf<V>* numbers_;
+};
+
+template <class V>
+class Vectors {
+ public:
+  explicit Vectors(const NumberOf<V>* numbers) : vectors_(reinterpret_cast<const V*>(numbers)) {}
+  ZVXG_INLINE V operator[](int place) const { return vectors_[place]; }
+  ZVXG_INLINE void hide() { vectors_ = hidden(vectors_); }
+
+ private:
+  const V* vectors_;
+};
+
+template <class V, int kGroup>
+using Table = std::conditional_t<kIsNumber<V, kGroup>, Numbers<V>, Vectors<V>>;
+
+template <class V, int kGroup, int kCount>
+struct Constants {
+  static constexpr int kWidth = kIsNumber<V, kGroup> ? 1 : kLanes<V>;
+
+  alignas(kWidth * sizeof(NumberOf<V>)) NumberOf<V> numbers[kCount][kWidth];
+
+  Table<V, kGroup> table() const { return Table<V, kGroup>(numbers[0]); }
 };
 
 template <class V, int kGroup, int kCount>
-constexpr Constants<V, kCount> repeated(const NumberOf<V> (&groups)[kCount][kGroup]) {
-  Constants<V, kCount> c{};
+constexpr Constants<V, kGroup, kCount> repeated(const NumberOf<V> (&groups)[kCount][kGroup]) {
+  Constants<V, kGroup, kCount> c{};
   for (int i = 0; i < kCount; ++i) {
-    for (int j = 0; j < kLanes<V>; ++j) c.numbers[i][j] = groups[i][j % kGroup];
+    for (int j = 0; j < c.kWidth; ++j) c.numbers[i][j] = groups[i][j % kGroup];
   }
   return c;
 }

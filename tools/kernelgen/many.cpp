@@ -417,7 +417,6 @@ class Printer {
       if (table.empty()) return;
       s += with(pattern, {{"table", name},
                           {"vectors", vectors},
-
                           {"names", table.names()},
                           {"rows", table.rows()}});
     };
@@ -437,11 +436,11 @@ class Printer {
     return with(kBody,
                 {{"symbol", kernel_.id.symbol() + (kernel_.isShared() ? " and its inverse" : "")},
                  {"parameters", with(frame_.parameters)},
-                 {"tableParameters", forTables(text, ", const $vectors* $table")},
+                 {"tableParameters", forTables(text, ", Table<$vectors, $group> $table")},
                  {"names", forTables(text, "  enum { $names };\n")},
                  {"start", start + with(frame_.start)},
                  {"loops", isHalf ? "2" : "1"},
-                 {"hide", forTables(text, "    $table = hidden($table);\n")},
+                 {"hide", forTables(text, "    $table.hide();\n")},
                  {"turn", with(frame_.turn, {{"vector", vector}})},
                  {"statements", text.statements},
                  {"advance", with(frame_.advance, {{"vector", vector}})}});
@@ -452,7 +451,7 @@ class Printer {
                             {"parameters", with(frame_.parameters)},
                             {"tables", forTables(text, kTable)},
                             {"arguments", frame_.arguments},
-                            {"tableArguments", forTables(text, ", k$table.vectors()")}});
+                            {"tableArguments", forTables(text, ", k$table.table()")}});
   }
 
   const ManyKernel kernel_;
