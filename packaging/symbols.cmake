@@ -2,10 +2,10 @@
 # the version in which each came, and of the libraries, for packages that are linked with them.
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   string(TOUPPER CPACK_DEBIAN_${component}_PACKAGE prefix)
-  if(NOT ${prefix}_CONTROL_EXTRA)
+  set(name ${${prefix}_NAME})
+  if(NOT EXISTS ${CMAKE_CURRENT_LIST_DIR}/${name}.symbols)
     continue()
   endif()
-  set(name ${${prefix}_NAME})
   list(GET ${prefix}_CONTROL_EXTRA 0 symbols)
   get_filename_component(place ${symbols} DIRECTORY)
   file(MAKE_DIRECTORY ${place})
