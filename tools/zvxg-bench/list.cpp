@@ -13,7 +13,9 @@ Report listCommand(const Options& options) {
   report.about = {{"library", Library(options.library).describe()}};
   report.columns = {
       {"symbol", true}, {"family", true}, {"type", true}, {"length", false}, {"layout", true}};
-  for (const std::string& name : ledgerColumns()) report.columns.push_back({name, name == "row"});
+  for (const std::string& name : ledgerColumns()) {
+    report.columns.push_back({name, name == "row" || name == "rows"});
+  }
   Section& section = report.sections.emplace_back();
   for (const Function& f : api::functions()) {
     const int n = pointsOf(f);
