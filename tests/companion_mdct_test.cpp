@@ -101,7 +101,8 @@ TYPED_TEST(CompanionMdct, WindowsByTheirFormulas) {
       ASSERT_EQ(sine.size(), length);
       for (std::size_t n = 0; n < length; ++n) {
         EXPECT_NEAR(kbd[n], double(std::sqrt(sums[n] / sums[length])), this->kEpsilon);
-        EXPECT_NEAR(sine[n], std::sin(std::numbers::pi * (2.0 * double(n) + 1) / (4.0 * length)),
+        EXPECT_NEAR(sine[n],
+                    std::sin(std::numbers::pi * (2.0 * double(n) + 1) / (4.0 * double(length))),
                     this->kEpsilon);
       }
     }
