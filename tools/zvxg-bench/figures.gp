@@ -1,14 +1,21 @@
-# Draws the pictures of docs/figures.md:  gnuplot -c figures.gp SPEED.csv MANY.csv ACCURACY.csv DIRECTORY
-# from the CSV of `zvxg-bench speed`, of the same for batches and of `zvxg-bench accuracy`.
+# Draws the pictures of docs/figures.md from the CSV files there, as figures.py has them:
+#   gnuplot -c figures.gp DIRECTORY
 
-if (ARGC != 4) {
-  print "usage: gnuplot -c figures.gp SPEED.csv MANY.csv ACCURACY.csv DIRECTORY"
+if (ARGC != 1) {
+  print "usage: gnuplot -c figures.gp DIRECTORY"
   exit status 2
 }
-speed = ARG1
-many = ARG2
-accuracy = ARG3
-directory = ARG4
+directory = ARG1
+file(name) = directory."/".name.".csv"
+speed = file("speed")
+many = file("many")
+accuracy = file("accuracy")
+# What was measured of the library and its variants.
+runs = "speed"
+do for [run in "speed_v3 speed_v4"] {
+  if (int(system("test -e ".file(run)." && echo 1 || echo 0"))) { runs = runs." ".run }
+}
+variant(run) = run eq "speed" ? "base" : run[7:8]
 
 set datafile separator ","
 set datafile columnheaders
@@ -31,31 +38,24 @@ roundoffs(family, bits) = of(family, bits, "rms") / (bits eq "32" ? 2.0**-24 : 2
 
 array names = ["complex DFT", "real DFT (CCS)", "Hartley"]
 array forwards = ["complex-forward", "real-forward-ccs", "hartley"]
-array inverses = ["complex-inverse", "real-inverse-ccs", ""]
 
 set terminal svg size 1080,680 dynamic font "sans-serif,13" background "white"
 set output directory."/speed.svg"
-set multiplot layout 2,3 title "time of FFTW / time of zvxg, by length" font ",16"
+set multiplot layout 2,3 title "time of FFTW / time of zvxg, forward, by length" font ",16"
 set xrange [0:66]
 set xtics 16
 set logscale y 2
-set yrange [0.5:8]
-set key outside top center horizontal reverse Left
+set yrange [0.5:16]
+set key outside top center horizontal reverse Left samplen 2
 do for [bits in "32 64"] {
   do for [i = 1:3] {
     set title names[i].", ".precision(bits)
     set xlabel bits eq "64" ? "length" : ""
     set ylabel i == 1 ? "ratio" : ""
-    if (inverses[i] eq "") {
-      plot 1 with lines linestyle 9 notitle, \
-           speed using "n":(of(forwards[i], bits, "ratio")) with lines linestyle 1 title "undirected"
-    } else {
-      plot 1 with lines linestyle 9 notitle, \
-           speed using "n":(of(inverses[i], bits, "ratio")) with lines linestyle 2 \
-             title "inverse", \
-           speed using "n":(of(forwards[i], bits, "ratio")) with lines linestyle 1 \
-             title "forward"
-    }
+    plot 1 with lines linestyle 9 notitle, \
+         for [k = 1:words(runs)] file(word(runs, k)) \
+           using "n":(of(forwards[i], bits, "ratio")) with lines linestyle k \
+           title variant(word(runs, k))
   }
 }
 unset multiplot

@@ -1,11 +1,13 @@
-"""Prints docs/figures.md from the CSV of `zvxg-bench speed`, of the same for batches and of
-`zvxg-bench accuracy`.
+"""Prints docs/figures.md from the CSV files of `./dev figures`: speed.csv of `zvxg-bench speed`, many.csv
+of the same for batches, accuracy.csv of `zvxg-bench accuracy`, and speed_v3.csv and speed_v4.csv of the
+variants, where there is a processor that runs them.
 
-usage: figures.py SPEED.csv MANY.csv ACCURACY.csv >docs/figures.md
+usage: figures.py DIRECTORY >docs/figures.md
 """
 
 import csv
 import math
+import pathlib
 import sys
 
 NAMES = {
@@ -27,6 +29,7 @@ LAYOUTS = {"rows": "element-major", "contiguous": "contiguous",
 PRECISIONS = {"32": "single", "64": "double"}
 BY_LENGTH = ("complex-forward", "complex-inverse", "real-forward-ccs", "real-inverse-ccs",
              "hartley")
+VARIANTS = {"v3": "v3 (AVX2)", "v4": "v4 (AVX-512)"}
 
 
 class Measurements:
@@ -92,14 +95,23 @@ def ratios_by_family(speed):
             rows = [row for row in speed.of(family, bits) if row["ratio"]]
             if not rows:
                 continue
-            ratios = [float(row["ratio"]) for row in rows]
-            least, most = (pick(rows, key=lambda row: float(row["ratio"])) for pick in (min, max))
-            mean = math.exp(sum(map(math.log, ratios)) / len(ratios))
-            below = [row["n"] for row in rows if float(row["ratio"]) < 1]
-            peers = sorted({row["peer"] for row in rows})
-            yield (name, precision, ", ".join(peers), f"{mean:.2f}",
-                   f"{float(least['ratio']):.2f} ({least['n']})",
-                   f"{float(most['ratio']):.2f} ({most['n']})", ", ".join(below) or "none")
+            most = max(rows, key=lambda row: float(row["ratio"]))
+            mean, least, below = summary(rows, "ratio")
+            yield (name, precision, peers(rows), mean, least,
+                   f"{float(most['ratio']):.2f} ({most['n']})", below)
+
+
+def ratios_of_variants(speed, variants):
+    for family, name in NAMES.items():
+        for bits, precision in PRECISIONS.items():
+            if rows := speed.of(family, bits):
+                base, *others = (summary(run.of(family, bits), "ratio") for run in (speed, *variants))
+                yield (name, precision, peers(rows), base[0],
+                       *(cell for other in others for cell in other))
+
+
+def peers(rows):
+    return ", ".join(sorted({row["peer"] for row in rows if row["ratio"]}))
 
 
 def times_by_length(speed, bits):
@@ -157,9 +169,12 @@ def overheads(speed, family):
     return [f"{sum(v) / len(v):.1f} ns on average and {max(v):.1f} ns at most" for v in values]
 
 
-def main(speed_path, many_path, accuracy_path):
-    speed, many = Measurements(speed_path), Measurements(many_path)
-    accuracy = Measurements(accuracy_path)
+def main(directory):
+    directory = pathlib.Path(directory)
+    speed, many, accuracy = (Measurements(directory / f"{name}.csv")
+                             for name in ("speed", "many", "accuracy"))
+    variants = {name: Measurements(path) for level, name in VARIANTS.items()
+                if (path := directory / f"speed_{level}.csv").exists()}
     about = speed.about
     print(f"""# Figures
 
@@ -181,6 +196,12 @@ least and the greatest ratio with their lengths, and the lengths at which the pe
 """)
     table(("transform", "precision", "peer", "mean", "least", "greatest", "below 1"),
           ratios_by_family(speed))
+    if variants:
+        print("""The same of the [variants](performance.md#variants), of which each was measured with the peers in a run
+of its own; beside them the mean of the base.
+""")
+        heads = [head for name in variants for head in (name, "least", "below 1")]
+        table(("transform", "precision", "peer", "base", *heads), ratios_of_variants(speed, variants.values()))
     single, double = overheads(speed, "entries")
     print(f"A by-length entry adds {single} in single precision,\nand {double} in double precision.\n")
     for bits, precision in PRECISIONS.items():
@@ -234,6 +255,6 @@ length, and the worst trial. Numbers: {accuracy.about["numbers"]}.
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 4:
+    if len(sys.argv) != 2:
         sys.exit(__doc__)
-    main(*sys.argv[1:])
+    main(sys.argv[1])
