@@ -45,11 +45,12 @@ delete QUESTIONS.batch.values[""]; // of errors, which have no batch
 
 /** The values that mean something for the family and the quantity; none if the question has no answer. */
 function valuesOf(name) {
-  const { show: [show], family: [family] } = choice;
+  const { show: [show], family: [family], batch } = choice;
   const all = Object.keys(QUESTIONS[name].values);
   if (name === "show" || name === "family" || name === "bits") return all;
   const of = series.filter((one) => one.family === family);
-  if (name === "variant" || name === "batch") return show === "error" ? [] : all;
+  if (name === "batch") return show === "error" ? [] : all;
+  if (name === "variant") return show === "error" || !batch.includes("single") ? [] : all;
   if (name === "peer") return show === "error" ? [] : all.filter((peer) => of.some((one) => one.peers?.[peer]));
   return all.filter((value) => of.some((one) => one[name] === value));
 }
@@ -99,12 +100,13 @@ element("choice").addEventListener("change", ({ target }) => {
 
 /** Every combination of what is chosen, with the series of it if there is one. */
 function combinations() {
-  const names = ["direction", "layout", "bits", "variant", "batch"];
+  const names = ["direction", "layout", "bits", "batch", "variant"];
   let all = [{ family: choice.family[0] }];
   for (const name of names) {
     const offered = valuesOf(name);
     const chosen = offered.length ? choice[name].filter((value) => offered.includes(value)) : [""];
-    all = all.flatMap((one) => chosen.map((value) => ({ ...one, [name]: value })));
+    const hasIt = ({ batch }) => name !== "variant" || batch === "single"; // batches have the vectors of the processor
+    all = all.flatMap((one) => (hasIt(one) ? chosen : [""]).map((value) => ({ ...one, [name]: value })));
   }
   const isError = choice.show[0] === "error";
   return all.map((one) => ({
@@ -273,6 +275,7 @@ function draw() {
   const [show] = choice.show, [family] = choice.family;
   const only = ["direction", "layout", "bits", "variant", "batch"]
     .filter((name) => valuesOf(name).length > 1 && choice[name].length === 1 && choice[name][0] !== "single")
+    .filter((name) => curves.some(({ found }) => found[name]))
     .map((name) => QUESTIONS[name].values[choice[name][0]]);
   const peers = choice.peer.filter((peer) => valuesOf("peer").includes(peer));
   const what = { time: "Nanoseconds of a call", ratio: `Time of ${peers.length === 1 ? peers[0] : "the peer"} divided by that of zvxg`, error: "Relative error, in units of roundoff" }[show];

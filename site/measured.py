@@ -6,6 +6,8 @@ A series is what was measured of one family, direction, layout, precision, varia
     bound                      the least nanoseconds that the ports allow, at the clock of the run
     peers                      by name, nanoseconds of the peer at each length
     rms, worst                 errors, which no variant and no batch changes; series of their own
+
+Batches are of no variant: libzvxgmany takes the widest vectors of the processor by itself.
 """
 
 import csv
@@ -42,6 +44,7 @@ def of_directory(directory):
 def add(series, run, variant, row):
     many = re.fullmatch("many-(rows|contiguous|to-rows)-(L1|L2|memory)-(.*)", row["family"])
     batch, family = (f"{many[1]}-{many[2]}", many[3]) if many else ("single", row["family"])
+    variant = "" if many else variant
     if family not in FAMILIES:
         return
     is_error = "rms" in row
