@@ -7,7 +7,8 @@ set(control "Source: ${CPACK_DEBIAN_PACKAGE_SOURCE}
 Section: libs
 Priority: optional
 Maintainer: ${CPACK_PACKAGE_CONTACT}
-Build-Depends: debhelper-compat (= 13), cmake, ninja-build, pkg-config
+Build-Depends: debhelper-compat (= 13), cmake, dh-sequence-numpy3, dh-sequence-python3, ninja-build,
+ pkg-config, python3-dev, python3-numpy
 Standards-Version: 4.6.2
 Rules-Requires-Root: no
 ")
@@ -25,6 +26,9 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   endif()
   if(${prefix}_PACKAGE_DEPENDS)
     string(REGEX REPLACE "\\(= [^)]*\\)" "(= \${binary:Version})" others "${${prefix}_PACKAGE_DEPENDS}")
+    # The versions of Python and NumPy are those of the build, and dh_python3 tells them.
+    string(REGEX REPLACE "python3 \\(>=.*, python3-numpy-abi[0-9]+" "\${python3:Depends}, python3-numpy"
+      others "${others}")
     string(APPEND depends ", ${others}")
   endif()
   string(REGEX REPLACE "\n" "\n " description "${${prefix}_DESCRIPTION}")
@@ -60,7 +64,8 @@ include /usr/share/dpkg/architecture.mk
 \tdh $@ --buildsystem=cmake+ninja
 
 override_dh_auto_configure:
-\tdh_auto_configure -- -DZVXG_TESTS=OFF -DZVXG_EXAMPLES=OFF
+\tdh_auto_configure -- -DZVXG_TESTS=OFF -DZVXG_EXAMPLES=OFF -DZVXG_PYTHON=ON \\
+\t  -DPython_EXECUTABLE=/usr/bin/python3
 
 override_dh_auto_test:
 \t$(build)/tools/zvxg-bench/zvxg-bench verify

@@ -42,7 +42,7 @@ def stage(tree, build, place):
     (configured / ".cmake/api/v1/query").mkdir(parents=True)
     (configured / ".cmake/api/v1/query/codemodel-v2").touch()
     run("cmake", "-G", "Ninja", "-S", place, "-B", configured, "-D", "ZVXG_TESTS=OFF", "-D", "ZVXG_EXAMPLES=OFF",
-        "--log-level=WARNING")
+        "-D", "ZVXG_PYTHON=ON", "-D", "Python_EXECUTABLE=/usr/bin/python3", "--log-level=WARNING")
     meson.main(place, configured, place)
 
 

@@ -2,8 +2,8 @@
 
 usage: meson.py SOURCE BUILD OUTPUT
 
-The sources, their options and how they are linked are stated in CMake's files only. Two libraries of one file name are in directories of
-their own, with a meson.build each.
+The sources, their options and how they are linked are stated in CMake's files only. Two libraries of one
+file name are in directories of their own, with a meson.build each. The Python package is left to pip.
 """
 
 import json
@@ -135,7 +135,7 @@ def strings(values):
 def main(source, build, output):
     made = Build(source, build)
     for target in made.targets.values():
-        if "install" in target:
+        if "install" in target and target["type"] != "MODULE_LIBRARY":
             made.of(target)
     made.texts[""] += TAIL
     made.texts.pop("outputs")
