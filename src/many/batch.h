@@ -4,22 +4,33 @@
 // transposed if they are contiguous, else gathered and scattered. So each side has its own way, and
 // what is contiguous here and element-major there takes no pass of its own.
 //
-// What does not fill a turn goes through a block of zeros.
+// What does not fill a turn goes through a block, too.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 
+#include "many/rows.h"
 #include "many/transpose.h"
 
 namespace zvxg::many {
 
-// How much of a batch stands in a block: half of a first-level cache. A turn always fits.
-inline constexpr std::ptrdiff_t kBlockBytes = 16384;
-
 template <class T>
 constexpr std::ptrdiff_t kSize = sizeof(T);
+
+// Elements of the longest transforms in rows, those of Walsh and Hadamard.
+inline constexpr int kMaxElements = 128;
+
+// Rows of a block, of a constant size each.
+template <class T, int kBytes>
+struct Block {
+  static constexpr int kRowBytes = kBytes, kStep = kBytes / sizeof(T);
+
+  T* first;
+
+  T* row(int element) const { return first + element * kStep; }
+};
 
 inline const Byte* bytes(const void* p) { return static_cast<const Byte*>(p); }
 inline Byte* bytes(void* p) { return static_cast<Byte*>(p); }
@@ -43,76 +54,129 @@ struct Side {
   T* transform(std::ptrdiff_t number) const { return at + number * dist; }
 };
 
-// Covers `count` transforms: group(k) with the groups of contiguous ones that begin at transform k,
-// bins(i, n) with bin i of n transforms, whole registers of it, if bins are element-major, and
-// row(i, k, n) with what is left, element i of n transforms from k on.
-template <int kUnit, class T, class Group, class Bins, class Row>
-void cover(const Side<T>& side, std::ptrdiff_t count, const Group& group, const Bins& bins,
-           const Row& row) {
-  std::ptrdiff_t done = 0;
-  if (side.isContiguous()) {
-    constexpr int kTransforms = kGroup<kUnit * kSize<T>>;
-    for (; done + kTransforms <= count; done += kTransforms) group(done);
-  } else if (side.bins && side.isElementMajor()) {
-    done = count - count % kGroup<kSize<T>>;
-    for (int i = 0; i < side.elements; i += 2) bins(i, done);
-  }
-  if (done == count) return;
-  for (int i = 0; i < side.elements; ++i) row(i, done, count - done);
-}
-
-// `count` numbers of kUnit reals, which are `dist` apart on either side.
+// `count` numbers of kUnit reals, `srcDist` and `dstDist` apart.
 template <int kUnit, class T>
-void copyRow(const T* src, std::ptrdiff_t srcDist, T* dst, std::ptrdiff_t dstDist,
-             std::ptrdiff_t count) {
-  if (srcDist == kUnit && dstDist == kUnit) {
-    std::memcpy(bytes(dst), bytes(src), count * kUnit * kSize<T>);
-    return;
-  }
+void copyNumbers(const T* src, std::ptrdiff_t srcDist, T* dst, std::ptrdiff_t dstDist,
+                 std::ptrdiff_t count) {
   for (std::ptrdiff_t k = 0; k < count; ++k) {
     std::memcpy(bytes(dst + k * dstDist), bytes(src + k * srcDist), kUnit * kSize<T>);
   }
 }
 
-// The transforms of a side from `first` on to rows `step` apart. Lanes behind them are left.
-template <int kUnit, class T>
-void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count, T* rows,
-          std::ptrdiff_t step) {
-  const T* const at = src.transform(first);
-  cover<kUnit>(
-      src, count,
-      [&](std::ptrdiff_t k) {
-        groupToRows<kUnit * kSize<T>>(bytes(at + k * src.dist), src.dist * kSize<T>, src.elements,
-                                      bytes(rows + k * kUnit), step * kSize<T>);
-      },
-      [&](int i, std::ptrdiff_t n) {
-        deinterleave<T>(bytes(at + src.offset(i)), bytes(rows + i * step),
-                        bytes(rows + (i + 1) * step), n * kSize<T>);
-      },
-      [&](int i, std::ptrdiff_t k, std::ptrdiff_t n) {
-        copyRow<kUnit>(at + src.offset(i) + k * src.dist, src.dist, rows + i * step + k * kUnit,
-                       kUnit, n);
-      });
+// `count` rows of some bytes each, 4 to 2 * kEnd: both ends of a row, which meet or overlap.
+template <int kEnd = 64>
+void copyRows(const Byte* src, std::ptrdiff_t srcStep, Byte* dst, std::ptrdiff_t dstStep, int count,
+              std::ptrdiff_t rowBytes) {
+  if constexpr (kEnd > 4) {
+    if (rowBytes <= kEnd) {
+      return copyRows<kEnd / 2>(src, srcStep, dst, dstStep, count, rowBytes);
+    }
+  }
+  for (int i = 0; i < count; ++i, src += srcStep, dst += dstStep) {
+    Byte first[kEnd], last[kEnd];
+    std::memcpy(first, src, kEnd);
+    std::memcpy(last, src + rowBytes - kEnd, kEnd);
+    std::memcpy(dst, first, kEnd);
+    std::memcpy(dst + rowBytes - kEnd, last, kEnd);
+  }
 }
 
-template <int kUnit, class T>
-void store(const T* rows, std::ptrdiff_t step, const Side<T>& dst, std::ptrdiff_t first,
+// Element-major bins go by whole registers. Those that do not fill one stand in some that are filled.
+template <class T>
+struct PaddedBins {
+  static constexpr int kTransforms = kGroup<kSize<T>>;
+
+  alignas(32) T bins[kMaxLength / 2 + 1][2 * kTransforms];
+};
+
+template <class T, int kRowBytes>
+void loadBins(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count,
+              const Block<T, kRowBytes>& block) {
+  using Padded = PaddedBins<T>;
+  const std::ptrdiff_t rest = count % Padded::kTransforms, whole = count - rest;
+  const T* const at = src.transform(first);
+  const auto deinterleaved = [&](int bin, const T* from, std::ptrdiff_t lane, std::ptrdiff_t n) {
+    T* const re = block.row(2 * bin) + lane;
+    deinterleave<T>(bytes(from), bytes(re), bytes(re + block.kStep), n * kSize<T>);
+  };
+  const int bins = src.elements / 2;
+  for (int i = 0; i < bins; ++i) deinterleaved(i, at + i * src.stride, 0, whole);
+  if (rest == 0) return;
+  Padded padded = {};
+  copyRows(bytes(at + whole * src.dist), src.stride * kSize<T>, bytes(padded.bins[0]),
+           sizeof(padded.bins[0]), bins, 2 * rest * kSize<T>);
+  for (int i = 0; i < bins; ++i) deinterleaved(i, padded.bins[i], whole, Padded::kTransforms);
+}
+
+template <class T, int kRowBytes>
+void storeBins(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t first,
+               std::ptrdiff_t count) {
+  using Padded = PaddedBins<T>;
+  const std::ptrdiff_t rest = count % Padded::kTransforms, whole = count - rest;
+  T* const at = dst.transform(first);
+  const auto interleaved = [&](int bin, T* to, std::ptrdiff_t lane, std::ptrdiff_t n) {
+    const T* const re = block.row(2 * bin) + lane;
+    interleave<T>(bytes(re), bytes(re + block.kStep), bytes(to), n * kSize<T>);
+  };
+  const int bins = dst.elements / 2;
+  for (int i = 0; i < bins; ++i) interleaved(i, at + i * dst.stride, 0, whole);
+  if (rest == 0) return;
+  Padded padded;
+  for (int i = 0; i < bins; ++i) interleaved(i, padded.bins[i], whole, Padded::kTransforms);
+  copyRows(bytes(padded.bins[0]), sizeof(padded.bins[0]), bytes(at + whole * dst.dist),
+           dst.stride * kSize<T>, bins, 2 * rest * kSize<T>);
+}
+
+// The transforms of a side from `first` on to rows of a block, of which `lanes` are filled: behind the
+// transforms with zeros, or with the first one again.
+template <int kUnit, class T, int kRowBytes>
+void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count,
+          std::ptrdiff_t lanes, const Block<T, kRowBytes>& block) {
+  const T* const at = src.transform(first);
+  if (src.isContiguous()) {
+    constexpr int kBytes = kUnit * kSize<T>, kTransforms = kGroup<kBytes>;
+    for (std::ptrdiff_t k = 0; k < lanes; k += kTransforms) {
+      groupToRows<kBytes, kRowBytes>(bytes(at + (k < count ? k * src.dist : 0)),
+                                     src.dist * kSize<T>, count - k, src.elements,
+                                     bytes(block.first + k * kUnit));
+    }
+    return;
+  }
+  for (int i = 0; count < lanes && i < src.elements; ++i) {
+    clearRow(bytes(block.row(i)), lanes * kUnit * kSize<T>);
+  }
+  if (src.isRows()) {
+    copyRows(bytes(at), src.stride * kSize<T>, bytes(block.first), kRowBytes, src.elements,
+             count * kUnit * kSize<T>);
+  } else if (src.isElementMajor()) {
+    loadBins(src, first, count, block);
+  } else {
+    for (int i = 0; i < src.elements; ++i) {
+      copyNumbers<kUnit>(at + src.offset(i), src.dist, block.row(i), kUnit, count);
+    }
+  }
+}
+
+template <int kUnit, class T, int kRowBytes>
+void store(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t first,
            std::ptrdiff_t count) {
   T* const at = dst.transform(first);
-  cover<kUnit>(
-      dst, count,
-      [&](std::ptrdiff_t k) {
-        groupFromRows<kUnit * kSize<T>>(bytes(rows + k * kUnit), step * kSize<T>, dst.elements,
-                                        bytes(at + k * dst.dist), dst.dist * kSize<T>);
-      },
-      [&](int i, std::ptrdiff_t n) {
-        interleave<T>(bytes(rows + i * step), bytes(rows + (i + 1) * step),
-                      bytes(at + dst.offset(i)), n * kSize<T>);
-      },
-      [&](int i, std::ptrdiff_t k, std::ptrdiff_t n) {
-        copyRow<kUnit>(rows + i * step + k * kUnit, kUnit, at + dst.offset(i) + k * dst.dist,
-                       dst.dist, n);
-      });
+  if (dst.isContiguous()) {
+    constexpr int kBytes = kUnit * kSize<T>, kTransforms = kGroup<kBytes>;
+    for (std::ptrdiff_t k = 0; k < count; k += kTransforms) {
+      groupFromRows<kBytes, kRowBytes>(bytes(block.first + k * kUnit), dst.elements,
+                                       bytes(at + k * dst.dist), dst.dist * kSize<T>, count - k);
+    }
+  } else if (dst.isRows()) {
+    copyRows(bytes(block.first), kRowBytes, bytes(at), dst.stride * kSize<T>, dst.elements,
+             count * kUnit * kSize<T>);
+  } else if (dst.isElementMajor()) {
+    storeBins(block, dst, first, count);
+  } else {
+    for (int i = 0; i < dst.elements; ++i) {
+      copyNumbers<kUnit>(block.row(i), kUnit, at + dst.offset(i), dst.dist, count);
+    }
+  }
 }
 
 // Rows are as many streams as a transform has elements, which is more than a processor follows by
@@ -137,34 +201,36 @@ void fetch(const Side<T>& side, std::ptrdiff_t first, std::ptrdiff_t count) {
 template <int kUnit, class T, class Run>
 void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std::ptrdiff_t howmany,
               const Run& run) {
-  alignas(64) T block[kBlockBytes / kSize<T>];
-  const std::ptrdiff_t turn = std::ptrdiff_t{transforms} * kUnit;  // reals of a row
-  const std::ptrdiff_t turnBytes = std::max(src.elements, dst.elements) * turn * kSize<T>;
+  constexpr int kRowBytes = 128;
+  using Rows = Block<T, kRowBytes>;
+  alignas(64) T numbers[kMaxElements * Rows::kStep];
+  const Rows block = {numbers};
   const bool fromRows = src.isRows(), toRows = dst.isRows();
   const std::ptrdiff_t rest = howmany % transforms, full = howmany - rest;
   const bool fetches = howmany * (src.elements + dst.elements) * kUnit * kSize<T> > kFetchedBytes;
-  const std::ptrdiff_t panelBytes = fetches ? kFetchedPanelBytes : kBlockBytes;
+  const std::ptrdiff_t turnBytes =
+      std::max(src.elements, dst.elements) * transforms * kUnit * kSize<T>;
   const std::ptrdiff_t panel =
-      fromRows && toRows && !fetches
-          ? full
-          : std::min(full, std::max<std::ptrdiff_t>(panelBytes / turnBytes, 1) * transforms);
+      !fromRows || !toRows ? Rows::kStep / kUnit
+      : fetches ? std::max<std::ptrdiff_t>(kFetchedPanelBytes / turnBytes, 1) * transforms
+                : full;
   for (std::ptrdiff_t first = 0; first < full; first += panel) {
-    const std::ptrdiff_t count = std::min(panel, full - first), step = count * kUnit;
+    const std::ptrdiff_t count = std::min(panel, full - first);
     if (fetches) {
       const std::ptrdiff_t next = first + count, ahead = std::min(panel, full - next);
       fetch(src, next, ahead);
       fetch(dst, next, ahead);
     }
-    if (!fromRows) load<kUnit>(src, first, count, block, step);
-    run(fromRows ? src.transform(first) : block, fromRows ? src.stride : step,
-        toRows ? dst.transform(first) : block, toRows ? dst.stride : step, count / transforms);
-    if (!toRows) store<kUnit>(block, step, dst, first, count);
+    if (!fromRows) load<kUnit>(src, first, count, count, block);
+    run(fromRows ? src.transform(first) : numbers, fromRows ? src.stride : Rows::kStep,
+        toRows ? dst.transform(first) : numbers, toRows ? dst.stride : Rows::kStep,
+        count / transforms);
+    if (!toRows) store<kUnit>(block, dst, first, count);
   }
   if (rest == 0) return;
-  std::memset(block, 0, turnBytes);
-  load<kUnit>(src, full, rest, block, turn);
-  run(block, turn, block, turn, 1);
-  store<kUnit>(block, turn, dst, full, rest);
+  load<kUnit>(src, full, rest, transforms, block);
+  run(numbers, Rows::kStep, numbers, Rows::kStep, 1);
+  store<kUnit>(block, dst, full, rest);
 }
 
 }  // namespace zvxg::many

@@ -238,9 +238,9 @@ int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
                   std::ptrdiff_t turns) {
                 kernel.run(src, srcStep, spectrumRows<kLayout>(dst, dstStep, len), factor, turns);
                 if (kHasBins<kLayout>) {
-                  const std::ptrdiff_t count = turns * kernel.transforms;
-                  std::fill_n(dst + dstStep, count, T(0));
-                  if (len % 2 == 0) std::fill_n(dst + (len + 1) * dstStep, count, T(0));
+                  const std::ptrdiff_t rowBytes = turns * kernel.transforms * kSize<T>;
+                  clearRow(bytes(dst + dstStep), rowBytes);
+                  if (len % 2 == 0) clearRow(bytes(dst + (len + 1) * dstStep), rowBytes);
                 }
               });
   return zvxOk;
@@ -274,21 +274,21 @@ auto singleWht(const double*) { return zvxgWHT_64f; }
 template <class T>
 void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
   constexpr int kPartOrder = 9;
-  constexpr std::ptrdiff_t kAtOnce = 64 / kSize<T>;
+  using Rows = Block<T, 64>;
+  constexpr std::ptrdiff_t kAtOnce = Rows::kStep;
   static constexpr T kNoFactor = 1;
   const std::ptrdiff_t turns = kAtOnce / lanes<T>();
   const auto& kernels = Machine<T>::wht();
   const int partOrder = std::min(order, kPartOrder), highOrder = order - partOrder;
   const std::ptrdiff_t part = 1 << partOrder;
-  alignas(64) T block[kAtOnce << kPartOrder];
+  alignas(64) T numbers[kAtOnce << kPartOrder];
+  const Rows block = {numbers};
   // The stages of `bits` bits of the index of rows in the block.
   const auto stages = [&](int bits, std::ptrdiff_t firstRow, std::ptrdiff_t rowStep, const T* by) {
-    T* const at = block + firstRow * kAtOnce;
+    T* const at = numbers + firstRow * kAtOnce;
     const std::ptrdiff_t step = rowStep * kAtOnce;
     kernels[static_cast<std::size_t>(bits - 1)](at, step, at, step, by, turns);
   };
-  // Lanes without a transform hold zeros.
-  std::fill_n(block, std::size(block), T(0));
   for (std::int64_t first = 0; first < arrays.howmany; first += kAtOnce) {
     const std::int64_t count = std::min<std::int64_t>(kAtOnce, arrays.howmany - first);
     const auto& [from, srcStride, srcDist, to, dstStride, dstDist, howmany] = arrays;
@@ -296,12 +296,12 @@ void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
     for (std::ptrdiff_t at = 0; at < std::ptrdiff_t{1} << order; at += part) {
       load<1>(Side<const T>{from + at * srcStride, srcStride, srcDist, static_cast<int>(part), 1,
                             false},
-              first, count, block, kAtOnce);
+              first, count, kAtOnce, block);
       for (std::ptrdiff_t i = 0; i < part; i += low) stages(lowBits, i, 1, &kNoFactor);
       for (std::ptrdiff_t i = 0; i < low; ++i) {
         stages(partOrder - lowBits, i, low, highOrder == 0 ? factor : &kNoFactor);
       }
-      store<1>(block, kAtOnce,
+      store<1>(block,
                Side<T>{to + at * dstStride, dstStride, dstDist, static_cast<int>(part), 1, false},
                first, count);
     }
@@ -309,9 +309,9 @@ void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
       const Side<T> column = {
           to + i * dstStride, part * dstStride, dstDist, 1 << highOrder, 1, false};
       load<1>(Side<const T>{column.at, column.stride, dstDist, column.elements, 1, false}, first,
-              count, block, kAtOnce);
+              count, kAtOnce, block);
       stages(highOrder, 0, 1, factor);
-      store<1>(block, kAtOnce, column, first, count);
+      store<1>(block, column, first, count);
     }
   }
 }

@@ -3,7 +3,7 @@
 //
 // A kernel works in turns. A turn takes `transforms` of them at once, the same number in every
 // turn, and has loaded all of its source before it stores anything, so that a batch in place needs
-// nothing else. The last turn is full too: what is left of a batch goes through a block of zeros.
+// nothing else. The last turn is full too: what is left of a batch goes through a block.
 // Arrays are reals, may start at any address, and a complex element is two of them.
 //
 //   rows     element i of the transforms of a turn stands side by side, one transform after the

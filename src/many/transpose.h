@@ -3,13 +3,15 @@
 // elements of 4, 8 or 16 bytes, whatever these are. Wider rows are made of several groups: with 512
 // bits there are two thirds of the shuffles, but each of them takes as long as two.
 //
-// Tiles are kWidth elements wide. The last one of a transform ends where it ends, and so may do some
-// elements twice; nothing beside the elements is read or written. Distances and steps are in bytes.
+// The last tile of a transform ends where it ends, and so may do some elements twice; nothing beside
+// the elements is read or written. Distances, steps and offsets are in bytes.
 #pragma once
 
 #include <immintrin.h>
 
 #include <cstddef>
+
+#include "frame/unroll.h"
 
 namespace zvxg::many {
 
@@ -27,8 +29,8 @@ inline __m256 loadHalves(const Byte* low, const Byte* high) {
   return _mm256_insertf128_ps(_mm256_castps128_ps256(loadHalf(low)), loadHalf(high), 1);
 }
 inline void storeHalves(Byte* low, Byte* high, __m256 v) {
-  storeHalf(low, _mm256_castps256_ps128(v));
   storeHalf(high, _mm256_extractf128_ps(v, 1));
+  storeHalf(low, _mm256_castps256_ps128(v));
 }
 
 inline __m256 lowPairs(__m256 a, __m256 b) {
@@ -38,121 +40,214 @@ inline __m256 highPairs(__m256 a, __m256 b) {
   return _mm256_castpd_ps(_mm256_unpackhi_pd(_mm256_castps_pd(a), _mm256_castps_pd(b)));
 }
 
-// ---- Tiles of a group: toRows() from transforms `dist` apart to rows `step` apart, fromRows() back
+inline __m256 lowHalves(__m256 a, __m256 b) {
+  return _mm256_insertf128_ps(a, _mm256_castps256_ps128(b), 1);
+}
+inline __m256 highHalves(__m256 a, __m256 b) { return _mm256_permute2f128_ps(a, b, 0x31); }
+
+// ---- Groups -------------------------------------------------------------------------------------
+
+// Where the transforms of a group are. If there are fewer than it has place for, the others are where
+// the first one is, and are stored before it: so it keeps what is its own.
+template <int kBytes, class B>
+struct Group {
+  B* at[kGroup<kBytes>];
+
+  ZVXG_INLINE Group(B* first, std::ptrdiff_t dist, std::ptrdiff_t count) {
+    unroll<kGroup<kBytes>>([&](auto i) ZVXG_INLINE { at[i] = first + (i < count ? i * dist : 0); });
+  }
+};
+template <int kBytes>
+using Sources = Group<kBytes, const Byte>;
+template <int kBytes>
+using Destinations = Group<kBytes, Byte>;
+
+// ---- Tiles: toRows() from transforms to rows, fromRows() back -----------------------------------
+
+// From row to row it is a constant, as the places of the transforms take all registers.
 
 template <int kBytes, int kWidth>
 struct Tile;
 
+struct Four {
+  __m256 of[4];
+};
+
 template <>
 struct Tile<4, 4> {
-  static void toRows(const Byte* src, std::ptrdiff_t dist, Byte* rows, std::ptrdiff_t step) {
-    const __m256 a = loadHalves(src, src + 4 * dist);
-    const __m256 b = loadHalves(src + dist, src + 5 * dist);
-    const __m256 c = loadHalves(src + 2 * dist, src + 6 * dist);
-    const __m256 d = loadHalves(src + 3 * dist, src + 7 * dist);
+  // Of both halves.
+  ZVXG_INLINE static Four transposed(__m256 a, __m256 b, __m256 c, __m256 d) {
     const __m256 ab0 = _mm256_unpacklo_ps(a, b), ab2 = _mm256_unpackhi_ps(a, b);
     const __m256 cd0 = _mm256_unpacklo_ps(c, d), cd2 = _mm256_unpackhi_ps(c, d);
-    storeRow(rows, lowPairs(ab0, cd0));
-    storeRow(rows + step, highPairs(ab0, cd0));
-    storeRow(rows + 2 * step, lowPairs(ab2, cd2));
-    storeRow(rows + 3 * step, highPairs(ab2, cd2));
+    return {lowPairs(ab0, cd0), highPairs(ab0, cd0), lowPairs(ab2, cd2), highPairs(ab2, cd2)};
   }
-  static void fromRows(const Byte* rows, std::ptrdiff_t step, Byte* dst, std::ptrdiff_t dist) {
-    const __m256 a = loadRow(rows), b = loadRow(rows + step);
-    const __m256 c = loadRow(rows + 2 * step), d = loadRow(rows + 3 * step);
-    const __m256 ab0 = _mm256_unpacklo_ps(a, b), ab2 = _mm256_unpackhi_ps(a, b);
-    const __m256 cd0 = _mm256_unpacklo_ps(c, d), cd2 = _mm256_unpackhi_ps(c, d);
-    storeHalves(dst, dst + 4 * dist, lowPairs(ab0, cd0));
-    storeHalves(dst + dist, dst + 5 * dist, highPairs(ab0, cd0));
-    storeHalves(dst + 2 * dist, dst + 6 * dist, lowPairs(ab2, cd2));
-    storeHalves(dst + 3 * dist, dst + 7 * dist, highPairs(ab2, cd2));
+
+  template <int kRowBytes>
+  ZVXG_INLINE static void toRows(const Sources<4>& src, std::ptrdiff_t offset, Byte* rows) {
+    const auto halves = [&](int i) ZVXG_INLINE {
+      return loadHalves(src.at[i] + offset, src.at[i + 4] + offset);
+    };
+    const auto v = transposed(halves(0), halves(1), halves(2), halves(3));
+    unroll<4>([&](auto i) ZVXG_INLINE { storeRow(rows + i * kRowBytes, v.of[i]); });
+  }
+  template <int kRowBytes>
+  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<4>& dst,
+                                   std::ptrdiff_t offset) {
+    const auto v = transposed(loadRow(rows), loadRow(rows + kRowBytes),
+                              loadRow(rows + 2 * kRowBytes), loadRow(rows + 3 * kRowBytes));
+    unroll<4>([&](auto i) ZVXG_INLINE {
+      storeHalves(dst.at[3 - i] + offset, dst.at[7 - i] + offset, v.of[3 - i]);
+    });
   }
 };
 
-// For transforms of two or three elements.
+// What is loaded in halves can be stored whole.
+template <>
+struct Tile<4, 8> {
+  template <int kRowBytes>
+  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<4>& dst,
+                                   std::ptrdiff_t offset) {
+    unroll<2>([&](auto i) ZVXG_INLINE {
+      constexpr int kHalf = 1 - i;
+      const auto halves = [&](int row) ZVXG_INLINE {
+        const Byte* const at = rows + row * kRowBytes + 16 * kHalf;
+        return loadHalves(at, at + 4 * kRowBytes);
+      };
+      const auto v = Tile<4, 4>::transposed(halves(0), halves(1), halves(2), halves(3));
+      unroll<4>([&](auto j)
+                    ZVXG_INLINE { storeRow(dst.at[4 * kHalf + 3 - j] + offset, v.of[3 - j]); });
+    });
+  }
+};
+
+// For transforms of two or three elements, and the last ones of others.
 template <>
 struct Tile<4, 2> {
-  static __m128 pairs(const Byte* low, const Byte* high) {
+  ZVXG_INLINE static __m128 pairs(const Byte* low, const Byte* high) {
     return _mm_castsi128_ps(_mm_unpacklo_epi64(_mm_loadu_si64(low), _mm_loadu_si64(high)));
   }
-  static void toRows(const Byte* src, std::ptrdiff_t dist, Byte* rows, std::ptrdiff_t step) {
-    for (int half = 0; half < 2; ++half, src += 4 * dist, rows += 16) {
-      const __m128 ab = pairs(src, src + dist), cd = pairs(src + 2 * dist, src + 3 * dist);
-      storeHalf(rows, _mm_shuffle_ps(ab, cd, 0x88));
-      storeHalf(rows + step, _mm_shuffle_ps(ab, cd, 0xdd));
-    }
+  template <int kRowBytes>
+  ZVXG_INLINE static void toRows(const Sources<4>& src, std::ptrdiff_t offset, Byte* rows) {
+    unroll<2>([&](auto half) ZVXG_INLINE {
+      const Byte* const* const at = src.at + 4 * half;
+      const __m128 ab = pairs(at[0] + offset, at[1] + offset);
+      const __m128 cd = pairs(at[2] + offset, at[3] + offset);
+      storeHalf(rows + 16 * half, _mm_shuffle_ps(ab, cd, 0x88));
+      storeHalf(rows + 16 * half + kRowBytes, _mm_shuffle_ps(ab, cd, 0xdd));
+    });
   }
-  static void fromRows(const Byte* rows, std::ptrdiff_t step, Byte* dst, std::ptrdiff_t dist) {
-    for (int half = 0; half < 2; ++half, rows += 16, dst += 4 * dist) {
-      const __m128 a = loadHalf(rows), b = loadHalf(rows + step);
+  template <int kRowBytes>
+  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<4>& dst,
+                                   std::ptrdiff_t offset) {
+    unroll<2>([&](auto i) ZVXG_INLINE {
+      constexpr int kHalf = 1 - i;
+      const __m128 a = loadHalf(rows + 16 * kHalf), b = loadHalf(rows + 16 * kHalf + kRowBytes);
       const __m128 ab = _mm_unpacklo_ps(a, b), cd = _mm_unpackhi_ps(a, b);
-      _mm_storel_pi(reinterpret_cast<__m64*>(dst), ab);
-      _mm_storeh_pi(reinterpret_cast<__m64*>(dst + dist), ab);
-      _mm_storel_pi(reinterpret_cast<__m64*>(dst + 2 * dist), cd);
-      _mm_storeh_pi(reinterpret_cast<__m64*>(dst + 3 * dist), cd);
-    }
+      const auto pair = [&](int place) ZVXG_INLINE {
+        return reinterpret_cast<__m64*>(dst.at[4 * kHalf + place] + offset);
+      };
+      _mm_storeh_pi(pair(3), cd);
+      _mm_storel_pi(pair(2), cd);
+      _mm_storeh_pi(pair(1), ab);
+      _mm_storel_pi(pair(0), ab);
+    });
   }
 };
 
 template <>
 struct Tile<8, 2> {
-  static void toRows(const Byte* src, std::ptrdiff_t dist, Byte* rows, std::ptrdiff_t step) {
-    const __m256 a = loadHalves(src, src + 2 * dist);
-    const __m256 b = loadHalves(src + dist, src + 3 * dist);
+  template <int kRowBytes>
+  ZVXG_INLINE static void toRows(const Sources<8>& src, std::ptrdiff_t offset, Byte* rows) {
+    const __m256 a = loadHalves(src.at[0] + offset, src.at[2] + offset);
+    const __m256 b = loadHalves(src.at[1] + offset, src.at[3] + offset);
     storeRow(rows, lowPairs(a, b));
-    storeRow(rows + step, highPairs(a, b));
+    storeRow(rows + kRowBytes, highPairs(a, b));
   }
-  static void fromRows(const Byte* rows, std::ptrdiff_t step, Byte* dst, std::ptrdiff_t dist) {
-    const __m256 a = loadRow(rows), b = loadRow(rows + step);
-    storeHalves(dst, dst + 2 * dist, lowPairs(a, b));
-    storeHalves(dst + dist, dst + 3 * dist, highPairs(a, b));
+  template <int kRowBytes>
+  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<8>& dst,
+                                   std::ptrdiff_t offset) {
+    const __m256 a = loadRow(rows), b = loadRow(rows + kRowBytes);
+    storeHalves(dst.at[1] + offset, dst.at[3] + offset, highPairs(a, b));
+    storeHalves(dst.at[0] + offset, dst.at[2] + offset, lowPairs(a, b));
+  }
+};
+
+template <>
+struct Tile<8, 4> {
+  template <int kRowBytes>
+  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<8>& dst,
+                                   std::ptrdiff_t offset) {
+    unroll<2>([&](auto i) ZVXG_INLINE {
+      constexpr int kHalf = 1 - i;
+      const Byte* const at = rows + 16 * kHalf;
+      const __m256 a = loadHalves(at, at + 2 * kRowBytes),
+                   b = loadHalves(at + kRowBytes, at + 3 * kRowBytes);
+      storeRow(dst.at[2 * kHalf + 1] + offset, highPairs(a, b));
+      storeRow(dst.at[2 * kHalf] + offset, lowPairs(a, b));
+    });
   }
 };
 
 template <>
 struct Tile<16, 1> {
-  static void toRows(const Byte* src, std::ptrdiff_t dist, Byte* rows, std::ptrdiff_t) {
-    storeRow(rows, loadHalves(src, src + dist));
+  template <int kRowBytes>
+  ZVXG_INLINE static void toRows(const Sources<16>& src, std::ptrdiff_t offset, Byte* rows) {
+    storeRow(rows, loadHalves(src.at[0] + offset, src.at[1] + offset));
   }
-  static void fromRows(const Byte* rows, std::ptrdiff_t, Byte* dst, std::ptrdiff_t dist) {
-    storeHalves(dst, dst + dist, loadRow(rows));
+  template <int kRowBytes>
+  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<16>& dst,
+                                   std::ptrdiff_t offset) {
+    storeHalves(dst.at[0] + offset, dst.at[1] + offset, loadRow(rows));
   }
 };
 
-// ---- Groups -------------------------------------------------------------------------------------
+template <>
+struct Tile<16, 2> {
+  template <int kRowBytes>
+  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<16>& dst,
+                                   std::ptrdiff_t offset) {
+    storeRow(dst.at[1] + offset, loadHalves(rows + 16, rows + kRowBytes + 16));
+    storeRow(dst.at[0] + offset, loadHalves(rows, rows + kRowBytes));
+  }
+};
 
-// body(tile, first element) with the tiles that cover `elements`, two at least.
-template <int kBytes, class Body>
-void inTiles(int elements, const Body& body) {
-  const auto cover = [&]<int kWidth>(Tile<kBytes, kWidth> tile) {
-    int first = 0;
-    for (; first + kWidth <= elements; first += kWidth) body(tile, first);
-    if (first < elements) body(tile, elements - kWidth);
-  };
-  if constexpr (kBytes == 4) {
-    elements < 4 ? cover(Tile<4, 2>()) : cover(Tile<4, 4>());
-  } else {
-    cover(Tile<kBytes, 16 / kBytes>());
+// body(tile, first) with the tiles that cover the elements from `first` to `last`: as wide as kWidth,
+// and narrower ones for what is left of these.
+template <int kBytes, int kWidth, class Body>
+ZVXG_INLINE inline void inTiles(std::ptrdiff_t first, std::ptrdiff_t last, const Body& body) {
+  constexpr int kNarrowest = kBytes == 4 ? 2 : 16 / kBytes;
+  for (; first + kWidth <= last; first += kWidth) body(Tile<kBytes, kWidth>(), first);
+  if constexpr (kWidth > kNarrowest) {
+    inTiles<kBytes, kWidth / 2>(first, last, body);
+  } else if (first < last) {
+    body(Tile<kBytes, kWidth>(), last - kWidth);
   }
 }
 
-template <int kBytes>
-void groupToRows(const Byte* src, std::ptrdiff_t dist, int elements, Byte* rows,
-                 std::ptrdiff_t step) {
-  inTiles<kBytes>(elements, [&](auto tile, int first) {
-    tile.toRows(src + first * kBytes, dist, rows + first * step, step);
+// The first `count` transforms of a group, `dist` apart.
+template <int kBytes, int kRowBytes>
+void groupToRows(const Byte* src, std::ptrdiff_t dist, std::ptrdiff_t count, int elements,
+                 Byte* rows) {
+  const Sources<kBytes> group(src, dist, count);
+  inTiles<kBytes, 16 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
+    tile.template toRows<kRowBytes>(group, first * kBytes, rows + first * kRowBytes);
   });
 }
 
-template <int kBytes>
-void groupFromRows(const Byte* rows, std::ptrdiff_t step, int elements, Byte* dst,
-                   std::ptrdiff_t dist) {
-  inTiles<kBytes>(elements, [&](auto tile, int first) {
-    tile.fromRows(rows + first * step, step, dst + first * kBytes, dist);
+template <int kBytes, int kRowBytes>
+void groupFromRows(const Byte* rows, int elements, Byte* dst, std::ptrdiff_t dist,
+                   std::ptrdiff_t count) {
+  const Destinations<kBytes> group(dst, dist, count);
+  inTiles<kBytes, 32 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
+    tile.template fromRows<kRowBytes>(rows + first * kRowBytes, group, first * kBytes);
   });
 }
 
 // ---- Rows of real and of imaginary parts, and rows of bins --------------------------------------
+
+inline void clearRow(Byte* row, std::ptrdiff_t rowBytes) {
+  for (std::ptrdiff_t at = 0; at < rowBytes; at += 32) storeRow(row + at, _mm256_setzero_ps());
+}
 
 // Whole registers of each, and the bins of both.
 template <class T>
@@ -162,8 +257,8 @@ void interleave(const Byte* re, const Byte* im, Byte* bins, std::ptrdiff_t rowBy
     const bool isSingle = sizeof(T) == 4;
     const __m256 low = isSingle ? _mm256_unpacklo_ps(a, b) : lowPairs(a, b);
     const __m256 high = isSingle ? _mm256_unpackhi_ps(a, b) : highPairs(a, b);
-    storeRow(bins + 2 * at, _mm256_permute2f128_ps(low, high, 0x20));
-    storeRow(bins + 2 * at + 32, _mm256_permute2f128_ps(low, high, 0x31));
+    storeRow(bins + 2 * at, lowHalves(low, high));
+    storeRow(bins + 2 * at + 32, highHalves(low, high));
   }
 }
 
