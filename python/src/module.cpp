@@ -11,9 +11,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <initializer_list>
-#include <limits>
 #include <utility>
 
+#include "arguments.h"
 #include "numpy.h"
 #include "transforms.h"
 
@@ -21,28 +21,6 @@ namespace zvxg::python {
 namespace {
 
 // ---- State of the module ------------------------------------------------------------------------
-
-enum Keyword {
-  kA,
-  kN,
-  kAxis,
-  kNorm,
-  kOut,
-  kAxes,
-  kLayout,
-  kKeywords
-};
-constexpr int kPositional = kAxes;  // those before
-constexpr const char* kKeywordNames[kKeywords] = {"a",   "n",    "axis",  "norm",
-                                                  "out", "axes", "layout"};
-
-struct State {
-  PyObject* ufuncs[kTransformCount][kNorms];
-  PyObject* keywords[kKeywords];  // interned
-  PyObject* axesKeyword;          // ("axes",)
-  PyObject* overridden;           // "__array_ufunc__"
-  PyObject* axisError;
-};
 
 State* stateOf(PyObject* module) { return static_cast<State*>(PyModule_GetState(module)); }
 
@@ -137,123 +115,6 @@ PyObject* makeUfunc(int transform, int norm) {
                                              tables.types[transform], 2, 1, 1, PyUFunc_None, name,
                                              "See the function of the same name in zvxg.", 0,
                                              t.bins == Spectrum::None ? "(n)->(n)" : "(n)->(m)");
-}
-
-// ---- Arguments ----------------------------------------------------------------------------------
-
-using Arguments = PyObject* [kKeywords];  // null where none was given, or None
-
-// Keywords of a call are interned almost always.
-int keywordOf(const State& state, PyObject* name) {
-  for (int i = 0; i < kKeywords; ++i) {
-    if (state.keywords[i] == name) return i;
-  }
-  for (int i = 0; i < kKeywords; ++i) {
-    if (PyUnicode_Compare(state.keywords[i], name) == 0) return i;
-  }
-  return kKeywords;
-}
-
-bool parse(const State& state, const char* function, bool hasLayout, PyObject* const* given,
-           Py_ssize_t positional, PyObject* names, Arguments& arguments) {
-  if (positional > kPositional) {
-    PyErr_Format(PyExc_TypeError, "%s() takes at most %d positional arguments, not %zd", function,
-                 kPositional, positional);
-    return false;
-  }
-  for (Py_ssize_t i = 0; i < positional; ++i) arguments[i] = given[i];
-  const Py_ssize_t named = names == nullptr ? 0 : PyTuple_GET_SIZE(names);
-  for (Py_ssize_t i = 0; i < named; ++i) {
-    PyObject* const name = PyTuple_GET_ITEM(names, i);
-    const int keyword = keywordOf(state, name);
-    if (keyword == kKeywords || (keyword == kLayout && !hasLayout)) {
-      PyErr_Format(PyExc_TypeError, "%s() has no argument '%U'", function, name);
-      return false;
-    }
-    if (arguments[keyword] != nullptr) {
-      PyErr_Format(PyExc_TypeError, "%s() has two values for '%U'", function, name);
-      return false;
-    }
-    arguments[keyword] = given[positional + i];
-  }
-  if (arguments[kA] == nullptr) {
-    PyErr_Format(PyExc_TypeError, "%s() needs an array", function);
-    return false;
-  }
-  for (int i = kA + 1; i < kKeywords; ++i) {
-    if (arguments[i] == Py_None) arguments[i] = nullptr;
-  }
-  return true;
-}
-
-// The place of a word in a list, which is the default where none was given.
-template <std::size_t kCount>
-int wordOf(const char* function, const char* what, PyObject* word,
-           const char* const (&words)[kCount]) {
-  if (word == nullptr) return 0;
-  if (PyUnicode_Check(word)) {
-    for (std::size_t i = 0; i < kCount; ++i) {
-      if (PyUnicode_CompareWithASCIIString(word, words[i]) == 0) return static_cast<int>(i);
-    }
-  }
-  PyErr_Format(PyExc_ValueError, "%s: %s is one of '%s', '%s' and '%s', not %R", function, what,
-               words[0], words[1], words[2], word);
-  return -1;
-}
-
-bool integerOf(PyObject* object, npy_intp& value) {
-  value = PyNumber_AsSsize_t(object, PyExc_OverflowError);
-  return value != -1 || !PyErr_Occurred();
-}
-
-bool axisOf(PyObject* object, int& axis) {
-  constexpr npy_intp kFar = std::numeric_limits<int>::max();
-  npy_intp value;
-  if (!integerOf(object, value)) return false;
-  axis = static_cast<int>(std::clamp(value, -kFar, kFar));
-  return true;
-}
-
-bool settleAxis(const State& state, int dimensions, int& axis) {
-  if (axis >= -dimensions && axis < dimensions) {
-    if (axis < 0) axis += dimensions;
-    return true;
-  }
-  const Reference arguments(Py_BuildValue("(ii)", axis, dimensions));
-  if (arguments) PyErr_SetObject(state.axisError, arguments.get());
-  return false;
-}
-
-// One of `axes`: an integer or a tuple of one.
-bool axisAt(PyObject* axes, Py_ssize_t i, int& axis) {
-  PyObject* item = PySequence_Fast_GET_ITEM(axes, i);
-  if (PyTuple_Check(item) && PyTuple_GET_SIZE(item) == 1) item = PyTuple_GET_ITEM(item, 0);
-  return axisOf(item, axis);
-}
-
-// The axis of the source and that of the result.
-struct Axes {
-  int source = -1, result = -1;
-};
-
-bool parseAxes(const char* function, const Arguments& arguments, Axes& axes) {
-  if (arguments[kAxes] == nullptr) {
-    if (arguments[kAxis] != nullptr && !axisOf(arguments[kAxis], axes.source)) return false;
-    axes.result = axes.source;
-    return true;
-  }
-  if (arguments[kAxis] != nullptr) {
-    PyErr_Format(PyExc_TypeError, "%s: give either axis or axes", function);
-    return false;
-  }
-  const Reference list(PySequence_Fast(arguments[kAxes], "axes is a pair of axes"));
-  if (!list) return false;
-  if (PySequence_Fast_GET_SIZE(list.get()) != 2) {
-    PyErr_Format(PyExc_ValueError, "%s: axes is a pair, the axis of the source and of the result",
-                 function);
-    return false;
-  }
-  return axisAt(list.get(), 0, axes.source) && axisAt(list.get(), 1, axes.result);
 }
 
 // ---- Types --------------------------------------------------------------------------------------
