@@ -58,7 +58,7 @@ class Library(Workshop):
     def fails(objects, tree):
         program = linked(
             f"{tree}/tests", *objects,
-            f"{BUILD}/tests/CMakeFiles/zvxg_tests.dir/harness.cpp.o",
+            f"{BUILD}/tests/CMakeFiles/zvxg_harness.dir/harness.cpp.o",
             f"{BUILD}/tools/reference/libzvxg_reference.a",
             f"{BUILD}/tools/interface/libzvxg_interface.a",
             f"{BUILD}/tools/kernelgen/libzvxg_kernel_id.a", "-lzvxgmany", "-lgtest_main", "-lgtest",
