@@ -19,9 +19,6 @@ namespace zvxg::many {
 template <class T>
 constexpr std::ptrdiff_t kSize = sizeof(T);
 
-// Elements of the longest transforms in rows, those of Walsh and Hadamard.
-inline constexpr int kMaxElements = 128;
-
 // Rows of a block, of a constant size each.
 template <class T, int kBytes>
 struct Block {
@@ -134,12 +131,8 @@ void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count,
           std::ptrdiff_t lanes, const Block<T, kRowBytes>& block) {
   const T* const at = src.transform(first);
   if (src.isContiguous()) {
-    constexpr int kBytes = kUnit * kSize<T>, kTransforms = kGroup<kBytes>;
-    for (std::ptrdiff_t k = 0; k < lanes; k += kTransforms) {
-      groupToRows<kBytes, kRowBytes>(bytes(at + (k < count ? k * src.dist : 0)),
-                                     src.dist * kSize<T>, count - k, src.elements,
-                                     bytes(block.first + k * kUnit));
-    }
+    contiguousToRows<kUnit * kSize<T>, kRowBytes>(bytes(at), src.dist * kSize<T>, count,
+                                                  src.elements, lanes, bytes(block.first));
     return;
   }
   for (int i = 0; count < lanes && i < src.elements; ++i) {
@@ -162,11 +155,8 @@ void store(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t 
            std::ptrdiff_t count) {
   T* const at = dst.transform(first);
   if (dst.isContiguous()) {
-    constexpr int kBytes = kUnit * kSize<T>, kTransforms = kGroup<kBytes>;
-    for (std::ptrdiff_t k = 0; k < count; k += kTransforms) {
-      groupFromRows<kBytes, kRowBytes>(bytes(block.first + k * kUnit), dst.elements,
-                                       bytes(at + k * dst.dist), dst.dist * kSize<T>, count - k);
-    }
+    contiguousFromRows<kUnit * kSize<T>, kRowBytes>(bytes(block.first), dst.elements, bytes(at),
+                                                    dst.dist * kSize<T>, count);
   } else if (dst.isRows()) {
     copyRows(bytes(block.first), kRowBytes, bytes(at), dst.stride * kSize<T>, dst.elements,
              count * kUnit * kSize<T>);
@@ -198,12 +188,11 @@ void fetch(const Side<T>& side, std::ptrdiff_t first, std::ptrdiff_t count) {
 
 // run(src, srcStep, dst, dstStep, turns) does turns of `transforms` each, from rows to rows, which
 // may be the same. Rows of a side that has none of its own are in a block.
-template <int kUnit, class T, class Run>
-void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std::ptrdiff_t howmany,
-              const Run& run) {
-  constexpr int kRowBytes = 128;
+template <int kUnit, int kElements, int kRowBytes, class T, class Run>
+void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
+                  std::ptrdiff_t howmany, const Run& run) {
   using Rows = Block<T, kRowBytes>;
-  alignas(64) T numbers[kMaxElements * Rows::kStep];
+  alignas(64) T numbers[kElements * Rows::kStep];
   const Rows block = {numbers};
   const bool fromRows = src.isRows(), toRows = dst.isRows();
   const std::ptrdiff_t rest = howmany % transforms, full = howmany - rest;
@@ -231,6 +220,19 @@ void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std:
   load<kUnit>(src, full, rest, transforms, block);
   run(numbers, Rows::kStep, numbers, Rows::kStep, 1);
   store<kUnit>(block, dst, full, rest);
+}
+
+// A block shares the first-level cache with the arrays. One for short transforms takes many turns, as
+// a panel costs as much as some of these.
+template <int kUnit, class T, class Run>
+void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std::ptrdiff_t howmany,
+              const Run& run) {
+  constexpr int kFew = 18, kMost = 128;  // 16 samples are 9 bins; the orders of a kernel end with 7
+  if (std::max(src.elements, dst.elements) <= kFew) {
+    runWithBlock<kUnit, kFew, 512>(src, dst, transforms, howmany, run);
+  } else {
+    runWithBlock<kUnit, kMost, 128>(src, dst, transforms, howmany, run);
+  }
 }
 
 }  // namespace zvxg::many

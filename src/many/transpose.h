@@ -105,6 +105,12 @@ struct Tile<4, 4> {
 template <>
 struct Tile<4, 8> {
   template <int kRowBytes>
+  ZVXG_INLINE static void toRows(const Sources<4>& src, std::ptrdiff_t offset, Byte* rows) {
+    using Half = Tile<4, 4>;
+    Half::toRows<kRowBytes>(src, offset, rows);
+    Half::toRows<kRowBytes>(src, offset + 16, rows + 4 * kRowBytes);
+  }
+  template <int kRowBytes>
   ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<4>& dst,
                                    std::ptrdiff_t offset) {
     unroll<2>([&](auto i) ZVXG_INLINE {
@@ -175,6 +181,12 @@ struct Tile<8, 2> {
 template <>
 struct Tile<8, 4> {
   template <int kRowBytes>
+  ZVXG_INLINE static void toRows(const Sources<8>& src, std::ptrdiff_t offset, Byte* rows) {
+    using Half = Tile<8, 2>;
+    Half::toRows<kRowBytes>(src, offset, rows);
+    Half::toRows<kRowBytes>(src, offset + 16, rows + 2 * kRowBytes);
+  }
+  template <int kRowBytes>
   ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<8>& dst,
                                    std::ptrdiff_t offset) {
     unroll<2>([&](auto i) ZVXG_INLINE {
@@ -204,6 +216,12 @@ struct Tile<16, 1> {
 template <>
 struct Tile<16, 2> {
   template <int kRowBytes>
+  ZVXG_INLINE static void toRows(const Sources<16>& src, std::ptrdiff_t offset, Byte* rows) {
+    using Half = Tile<16, 1>;
+    Half::toRows<kRowBytes>(src, offset, rows);
+    Half::toRows<kRowBytes>(src, offset + 16, rows + 1 * kRowBytes);
+  }
+  template <int kRowBytes>
   ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<16>& dst,
                                    std::ptrdiff_t offset) {
     storeRow(dst.at[1] + offset, loadHalves(rows + 16, rows + kRowBytes + 16));
@@ -224,23 +242,28 @@ ZVXG_INLINE inline void inTiles(std::ptrdiff_t first, std::ptrdiff_t last, const
   }
 }
 
-// The first `count` transforms of a group, `dist` apart.
+// `count` transforms, `dist` apart, to rows of which as many lanes are filled: with the first one again
+// behind the last.
 template <int kBytes, int kRowBytes>
-void groupToRows(const Byte* src, std::ptrdiff_t dist, std::ptrdiff_t count, int elements,
-                 Byte* rows) {
-  const Sources<kBytes> group(src, dist, count);
-  inTiles<kBytes, 16 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
-    tile.template toRows<kRowBytes>(group, first * kBytes, rows + first * kRowBytes);
-  });
+void contiguousToRows(const Byte* src, std::ptrdiff_t dist, std::ptrdiff_t count, int elements,
+                      std::ptrdiff_t lanes, Byte* rows) {
+  for (std::ptrdiff_t k = 0; k < lanes; k += kGroup<kBytes>, rows += 32) {
+    const Sources<kBytes> group(k < count ? src + k * dist : src, dist, count - k);
+    inTiles<kBytes, 32 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
+      tile.template toRows<kRowBytes>(group, first * kBytes, rows + first * kRowBytes);
+    });
+  }
 }
 
 template <int kBytes, int kRowBytes>
-void groupFromRows(const Byte* rows, int elements, Byte* dst, std::ptrdiff_t dist,
-                   std::ptrdiff_t count) {
-  const Destinations<kBytes> group(dst, dist, count);
-  inTiles<kBytes, 32 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
-    tile.template fromRows<kRowBytes>(rows + first * kRowBytes, group, first * kBytes);
-  });
+void contiguousFromRows(const Byte* rows, int elements, Byte* dst, std::ptrdiff_t dist,
+                        std::ptrdiff_t count) {
+  for (std::ptrdiff_t k = 0; k < count; k += kGroup<kBytes>, rows += 32) {
+    const Destinations<kBytes> group(dst + k * dist, dist, count - k);
+    inTiles<kBytes, 32 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
+      tile.template fromRows<kRowBytes>(rows + first * kRowBytes, group, first * kBytes);
+    });
+  }
 }
 
 // ---- Rows of real and of imaginary parts, and rows of bins --------------------------------------
