@@ -15,6 +15,10 @@ function(shared_library library)
     LINKER:-z,relro,-z,now,-z,noexecstack,-z,text)
 endfunction()
 
+# stands_alone(PROGRAM)  It needs the libraries of the compiler, which every system has.
+function(stands_alone program)
+endfunction()
+
 # archive(LIBRARY)
 function(archive library)
 endfunction()

@@ -29,6 +29,12 @@ function(shared_library library)
   target_link_options(${library} PRIVATE -nostartfiles -static-libgcc LINKER:--no-insert-timestamp)
 endfunction()
 
+# stands_alone(PROGRAM)  It needs no DLL but those of the library.
+function(stands_alone program)
+  target_link_options(${program} PRIVATE -static)
+  target_link_libraries(${program} PRIVATE pthread)
+endfunction()
+
 # archive(LIBRARY)
 function(archive library)
   target_compile_definitions(${library} INTERFACE ZVXG_STATIC)

@@ -26,9 +26,13 @@ HMODULE moduleOf(const void* address) {
 }  // namespace
 
 void* openLibrary(const std::string& path) {
-  // What the library imports is looked for in its own directory first.
-  HMODULE const library = LoadLibraryExW(std::filesystem::absolute(path).c_str(), nullptr,
-                                         LOAD_WITH_ALTERED_SEARCH_PATH);
+  // What the library imports is looked for in its own directory first. The system looks for a name
+  // without a directory.
+  const std::filesystem::path file = path;
+  HMODULE const library = file.has_parent_path()
+                              ? LoadLibraryExW(std::filesystem::absolute(file).c_str(), nullptr,
+                                               LOAD_WITH_ALTERED_SEARCH_PATH)
+                              : LoadLibraryW(file.c_str());
   if (library == nullptr) {
     throw std::runtime_error(path + " cannot be loaded: error " + std::to_string(GetLastError()));
   }

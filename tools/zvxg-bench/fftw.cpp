@@ -1,21 +1,29 @@
 #include "fftw.h"
 
-#include <dlfcn.h>
-
 #include <optional>
-#include <string>
+
+#include "loader.h"
+#include "system.h"
 
 namespace bench {
 namespace {
 
+void* openIfPresent(const std::string& file) {
+  try {
+    return api::openLibrary(file);
+  } catch (const std::runtime_error&) {
+    return nullptr;
+  }
+}
+
 template <class T>
 std::optional<Fftw<T>> load() {
-  void* const library = dlopen(Fftw<T>::kFile, RTLD_NOW | RTLD_LOCAL);
+  void* const library = openIfPresent(Fftw<T>::file());
   if (!library) return {};
   bool complete = true;
   const auto find = [&](const char* name, auto& pointer) {
     const std::string symbol = std::string(sizeof(T) == 4 ? "fftwf_" : "fftw_") + name;
-    void* const address = dlsym(library, symbol.c_str());
+    void* const address = api::findSymbol(library, symbol);
     pointer = reinterpret_cast<std::remove_reference_t<decltype(pointer)>>(address);
     complete = complete && address;
   };
@@ -43,6 +51,11 @@ const std::optional<Fftw<T>>& loaded() {
 }
 
 }  // namespace
+
+template <class T>
+std::string Fftw<T>::file() {
+  return libraryFile(sizeof(T) == 4 ? "fftw3f" : "fftw3", 3);
+}
 
 template <class T>
 bool Fftw<T>::isPresent() {

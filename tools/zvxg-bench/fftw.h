@@ -6,6 +6,7 @@
 #include <climits>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -56,8 +57,7 @@ struct Fftw {
   void (*free)(void* block);
   const char* version;
 
-  static constexpr const char* kFile = sizeof(T) == 4 ? "libfftw3f.so.3" : "libfftw3.so.3";
-
+  static std::string file();
   // Whether the library of this precision is on this machine.
   static bool isPresent();
   // Its functions. Call this only if the library is present.

@@ -1,9 +1,11 @@
 // zvxg-bench: lists, measures and verifies the functions of the library.
 
+#include <cpuid.h>
+
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <exception>
-#include <fstream>
 
 #include "commands.h"
 #include "functions.h"
@@ -11,13 +13,24 @@
 namespace bench {
 namespace {
 
-// The first value of a key in /proc/cpuinfo.
-std::string cpuInfo(const std::string& key) {
-  std::ifstream file("/proc/cpuinfo");
-  for (std::string line; std::getline(file, line);) {
-    if (line.rfind(key + "\t", 0) == 0) return line.substr(line.find(':') + 2);
+// As the processor tells it by itself. Numbers that do not fit their first place have another.
+std::string describeProcessor() {
+  constexpr unsigned kNames = 0x80000002;
+  unsigned words[12] = {}, signature = 0, other;
+  for (unsigned i = 0; i < 3; ++i) {
+    unsigned* const at = words + 4 * i;
+    __get_cpuid(kNames + i, at, at + 1, at + 2, at + 3);
   }
-  return "unknown";
+  char name[sizeof words + 1] = {};
+  std::memcpy(name, words, sizeof words);
+  __get_cpuid(1, &signature, &other, &other, &other);
+  unsigned family = signature >> 8 & 15, model = signature >> 4 & 15;
+  if (family >= 6) model += (signature >> 16 & 15) << 4;
+  if (family == 15) family += signature >> 20 & 255;
+  std::string text = name;
+  text.erase(0, text.find_first_not_of(' '));
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text + ", family " + std::to_string(family) + ", model " + std::to_string(model);
 }
 
 Report run(const Options& options, int argc, char** argv) {
@@ -34,8 +47,7 @@ About describeMachine(const std::string& library) {
   const std::time_t now = std::time(nullptr);
   std::strftime(date, sizeof date, "%Y-%m-%d %H:%M UTC", std::gmtime(&now));
   return {{"date", date},
-          {"cpu", cpuInfo("model name") + ", family " + cpuInfo("cpu family") + ", model " +
-                      cpuInfo("model")},
+          {"cpu", describeProcessor()},
           {"library", library},
           {"built with", ZVXG_COMPILER}};
 }

@@ -138,8 +138,8 @@ std::string print(const Report& report, Format format) {
 void requireWritable(const std::string& path) {
   const std::filesystem::path file = path, directory = file.parent_path();
   const bool replaces = isReplaceable(file);
-  const char* const asked = !replaces ? file.c_str() : directory.empty() ? "." : directory.c_str();
-  if (std::filesystem::is_directory(file) || access(asked, W_OK) != 0) {
+  const std::filesystem::path asked = !replaces ? file : directory.empty() ? "." : directory;
+  if (std::filesystem::is_directory(file) || access(asked.string().c_str(), W_OK) != 0) {
     throw std::runtime_error("cannot write " + path);
   }
 }

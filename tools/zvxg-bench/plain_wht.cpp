@@ -23,16 +23,25 @@ template <class T>
   for (int i = 0; i < n; ++i) dst[i] *= factor;
 }
 
-}  // namespace
-
-[[gnu::target_clones("avx2", "default")]] void plainWht(const float* src, float* dst, int order,
-                                                        float factor) {
+template <class T>
+[[gnu::target("avx2")]] void transformByAvx2(const T* src, T* dst, int order, T factor) {
   transform(src, dst, order, factor);
 }
 
-[[gnu::target_clones("avx2", "default")]] void plainWht(const double* src, double* dst, int order,
-                                                        double factor) {
-  transform(src, dst, order, factor);
+template <class T>
+void transformByWhatThereIs(const T* src, T* dst, int order, T factor) {
+  const auto call = __builtin_cpu_supports("avx2") ? transformByAvx2<T> : transform<T>;
+  call(src, dst, order, factor);
+}
+
+}  // namespace
+
+void plainWht(const float* src, float* dst, int order, float factor) {
+  transformByWhatThereIs(src, dst, order, factor);
+}
+
+void plainWht(const double* src, double* dst, int order, double factor) {
+  transformByWhatThereIs(src, dst, order, factor);
 }
 
 }  // namespace bench

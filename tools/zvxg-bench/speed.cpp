@@ -4,10 +4,6 @@
 // smallest time of all workers. In a worker the placement of code and data in memory and the choice
 // of FFTW plans are fixed, and neither side should be judged by unlucky ones.
 
-#include <sched.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <stdexcept>
@@ -18,27 +14,10 @@
 #include "many_cases.h"
 #include "measure.h"
 #include "results.h"
+#include "system.h"
 
 namespace bench {
 namespace {
-
-int lastAllowedCore() {
-  cpu_set_t set;
-  if (sched_getaffinity(0, sizeof set, &set) != 0) throw std::runtime_error("no affinity mask");
-  int core = CPU_SETSIZE - 1;
-  while (core > 0 && !CPU_ISSET(core, &set)) --core;
-  return core;
-}
-
-// Keeps this process and the workers it starts on one core.
-void pinToCore(int core) {
-  cpu_set_t set;
-  CPU_ZERO(&set);
-  CPU_SET(core, &set);
-  if (sched_setaffinity(0, sizeof set, &set) != 0) {
-    throw UsageError("cannot run on core " + std::to_string(core));
-  }
-}
 
 // Prints "<index> <ours> <clock> <peer>..." per case for the driver.
 void work(const std::vector<Case>& cases, const Options& options) {
@@ -54,30 +33,18 @@ void work(const std::vector<Case>& cases, const Options& options) {
 // Runs this program with the same arguments as a worker and adds what it measured.
 void collectFromWorker(int argc, char** argv, std::vector<Result>& results,
                        const std::string& title, Progress& progress) {
-  std::vector<char*> arguments(argv, argv + argc);
-  char workerOption[] = "--worker";
-  arguments.push_back(workerOption);
-  arguments.push_back(nullptr);
-  int ends[2];
-  const pid_t child = pipe(ends) == 0 ? fork() : -1;
-  if (child < 0) throw std::runtime_error("cannot start a worker process");
-  if (child == 0) {
-    dup2(ends[1], STDOUT_FILENO);
-    close(ends[0]);
-    close(ends[1]);
-    execv("/proc/self/exe", arguments.data());
-    _exit(127);
-  }
-  close(ends[1]);
-  FILE* const lines = fdopen(ends[0], "r");
+  std::vector<std::string> arguments(argv, argv + argc);
+  arguments.push_back("--worker");
+  const Worker worker = startWorker(std::move(arguments));
   std::size_t index, received = 0;
   double oursNs, clockGhz;
   while (received < results.size() &&
-         std::fscanf(lines, "%zu %lf %lf", &index, &oursNs, &clockGhz) == 3 && index == received) {
+         std::fscanf(worker.output, "%zu %lf %lf", &index, &oursNs, &clockGhz) == 3 &&
+         index == received) {
     Result& result = results[received];
     const bool complete =
         std::all_of(result.peerNs.begin(), result.peerNs.end(), [&](std::vector<double>& ofPeer) {
-          return std::fscanf(lines, "%lf", &ofPeer.emplace_back()) == 1;
+          return std::fscanf(worker.output, "%lf", &ofPeer.emplace_back()) == 1;
         });
     if (!complete) break;
     result.oursNs.push_back(oursNs);
@@ -86,10 +53,7 @@ void collectFromWorker(int argc, char** argv, std::vector<Result>& results,
     progress.show(title + ", case " + std::to_string(received) + " of " +
                   std::to_string(results.size()));
   }
-  std::fclose(lines);
-  int status;
-  waitpid(child, &status, 0);
-  if (status != 0 || received != results.size()) {
+  if (!endWorker(worker) || received != results.size()) {
     throw std::runtime_error("a worker failed" + (received < results.size()
                                                       ? " at " + results[received].subject.symbol
                                                       : std::string()));
@@ -108,8 +72,7 @@ double boundOf(const Case& subject) {
 
 template <class T>
 std::string describeFftw() {
-  return Fftw<T>::isPresent() ? Fftw<T>::get().version
-                              : std::string("no ") + Fftw<T>::kFile + ", so no peers";
+  return Fftw<T>::isPresent() ? Fftw<T>::get().version : "no " + Fftw<T>::file() + ", so no peers";
 }
 
 About describeRun(const Options& options, const std::string& library, int core) {
@@ -155,7 +118,7 @@ Report speedCommand(const Options& options, int argc, char** argv) {
     if (at != toBeat.end()) result.ratioToBeat = at->second;
   }
   const int core = options.core < 0 ? lastAllowedCore() : options.core;
-  pinToCore(core);
+  if (!pinToCore(core)) throw UsageError("cannot run on core " + std::to_string(core));
   {
     Progress progress;
     for (int process = 1; process <= options.processes; ++process) {

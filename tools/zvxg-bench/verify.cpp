@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -19,6 +18,7 @@
 #include "aligned.h"
 #include "commands.h"
 #include "functions.h"
+#include "system.h"
 #include "transforms.h"
 #include "zvxg_many.h"
 
@@ -44,7 +44,7 @@ char running[64];
 void tellCrash(int) {
   for (const char* text :
        {"\nzvxg-bench: the process crashed in ", static_cast<const char*>(running), "\n"}) {
-    if (write(STDERR_FILENO, text, std::strlen(text)) < 0) break;
+    if (write(STDERR_FILENO, text, static_cast<unsigned>(std::strlen(text))) < 0) break;
   }
   _exit(1);
 }
@@ -417,7 +417,7 @@ Report verifyCommand(const Options& options) {
     for (const Function& function : *list) all.push_back(&function);
   }
   std::vector<Tally> tallies;
-  for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE}) std::signal(crash, tellCrash);
+  onCrash(tellCrash);
   {
     Progress progress;
     for (const Function* const address : all) {
