@@ -19,6 +19,9 @@ endfunction()
 # ---- The bits of all results, of functions found by name in the DLL.
 set(hashes ${CMAKE_CURRENT_SOURCE_DIR}/hashes)
 test_program(zvxg_hashes reliability/hashes.cpp)
+if(ZVXG_MANY)
+  hashes_of_many(zvxg_hashes)
+endif()
 windows_test(Bits.AsRecorded zvxg_hashes check ${hashes}.csv ${hashes}_x87.csv)
 
 # ---- Definitions and sizes.
@@ -36,22 +39,41 @@ set(place ${CMAKE_CURRENT_BINARY_DIR}/own_core)
 add_library(zvxg_own_core SHARED pages.cpp reliability/allocator.cpp)
 target_compile_features(zvxg_own_core PRIVATE cxx_std_20)
 target_compile_options(zvxg_own_core PRIVATE ${ZVXG_WARNINGS})
-set_target_properties(zvxg_own_core PROPERTIES PREFIX "" OUTPUT_NAME zvxcore)
-add_custom_target(zvxg_with_own_core
-  COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_FILE:zvxg> ${place} DEPENDS zvxg VERBATIM)
+set_target_properties(zvxg_own_core PROPERTIES
+  PREFIX "" OUTPUT_NAME zvxcore RUNTIME_OUTPUT_DIRECTORY ${place})
+# with_own_core(PROGRAM LIBRARY)  a program of this kind, which opens a copy of the library
+function(with_own_core program library)
+  if(NOT TARGET ${library}_with_own_core)
+    add_custom_target(${library}_with_own_core
+      COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_FILE:${library}> ${place}
+      DEPENDS ${library} VERBATIM)
+  endif()
+  add_dependencies(${program} ${library}_with_own_core)
+  target_link_libraries(${program} PRIVATE zvxg_own_core)
+  set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${place})
+endfunction()
 test_program(zvxg_reliability_tests
   reliability/allocation_test.cpp
   reliability/contract_test.cpp
   reliability/memory_test.cpp
   reliability/observe.cpp
   reliability/state_test.cpp)
-target_link_libraries(zvxg_reliability_tests PRIVATE zvxg_own_core)
-add_dependencies(zvxg_reliability_tests zvxg_with_own_core)
-set_target_properties(zvxg_own_core zvxg_reliability_tests PROPERTIES
-  RUNTIME_OUTPUT_DIRECTORY ${place})
+with_own_core(zvxg_reliability_tests zvxg)
 windows_test(Reliability zvxg_reliability_tests)
-set_property(TEST Reliability PROPERTY
-  ENVIRONMENT "ZVXG_LIBRARY=${place}/$<TARGET_FILE_NAME:zvxg>")
+if(ZVXG_MANY)
+  test_program(zvxg_many_tests many_test.cpp reliability/observe.cpp)
+  target_compile_definitions(zvxg_many_tests PRIVATE
+    ZVXG_MANY_FILE="${place}/$<TARGET_FILE_NAME:zvxgmany>")
+  with_own_core(zvxg_many_tests zvxg)
+  with_own_core(zvxg_many_tests zvxgmany)
+  windows_test(Many zvxg_many_tests)
+endif()
+foreach(test Reliability Many)
+  if(TEST ${test})
+    set_property(TEST ${test} PROPERTY
+      ENVIRONMENT "ZVXG_LIBRARY=${place}/$<TARGET_FILE_NAME:zvxg>")
+  endif()
+endforeach()
 
 # ---- The library as files, and what is in the zip. Python by its path: as a target, it would be run
 # under Wine, too.

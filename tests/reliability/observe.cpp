@@ -1,5 +1,11 @@
 #include "observe.h"
 
+#include <xmmintrin.h>
+
+#include <algorithm>
+
+#include "../pages.h"
+
 // How a function gets its ten arguments, which are at %rsi. On Windows four are in registers and have a
 // place on the stack all the same; and two more registers are the caller's.
 #ifdef _WIN32
@@ -102,3 +108,31 @@ callObserved:
   .endr
   ret
 )");
+
+namespace tests {
+
+void expectKept(const void* function, const Arguments& arguments, std::uint32_t mxcsr,
+                std::uint16_t x87, std::uint64_t shift, std::uint32_t raised,
+                std::int32_t* status) {
+  Observation seen = {};
+  std::int32_t returned = 1;
+  const Fault fault = faultOf(
+      [&] { returned = callObserved(function, arguments.data(), mxcsr, x87, &seen, shift); });
+  _mm_setcsr(kMasked);
+  ASSERT_EQ(fault.signal, 0) << "at " << fault.address;
+  ASSERT_EQ(seen.mxcsr & ~raised, mxcsr & ~raised)
+      << "control word, or an exception beside inexact";
+  ASSERT_EQ(seen.x87Control, x87);
+  ASSERT_EQ(seen.x87Tags, 0xffff) << "registers of the x87 in use";
+  ASSERT_TRUE(std::equal(std::begin(kKeptRegisters), std::end(kKeptRegisters), seen.kept))
+      << "one of rbx, rbp, r12 to r15, rdi, rsi: " << testing::PrintToString(seen.kept);
+  for (std::size_t half = 0; half < 2 * kKeptVectors; ++half) {
+    ASSERT_EQ(seen.vectors[half], vectorBefore(6 + half / 2)) << "xmm" << 6 + half / 2;
+  }
+  ASSERT_EQ(seen.flags & kDirectionFlag, 0u);
+  ASSERT_EQ(std::ranges::count(seen.upperHalves, 0u), std::size(seen.upperHalves))
+      << "upper halves of the vector registers in use";
+  if (status != nullptr) *status = returned;
+}
+
+}  // namespace tests

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "../harness.h"
+
 namespace tests {
 
 struct Observation {
@@ -43,5 +45,16 @@ inline constexpr std::uint64_t kDirectionFlag = 0x400;
 extern "C" __attribute__((sysv_abi)) std::int32_t callObserved(
     const void* function, const std::uint64_t* arguments, std::uint32_t mxcsr,
     std::uint16_t x87Control, Observation* seen, std::uint64_t shift);
+
+// Control words of the usual kind, and exceptions, of which nearly every call raises the inexact one.
+inline constexpr std::uint32_t kMasked = 0x1f80;  // no exception traps
+inline constexpr std::uint32_t kInexact = 0x20, kAnyException = 0x3f;
+inline constexpr std::uint16_t kX87Extended = 0x037f;
+
+// Expects of such a call that all is as it was, but for `raised` exceptions. Those that are not masked
+// trap, so that one is a fault of this call, and not only a bit that is set.
+void expectKept(const void* function, const Arguments& arguments, std::uint32_t mxcsr = kMasked,
+                std::uint16_t x87 = kX87Extended, std::uint64_t shift = 0,
+                std::uint32_t raised = kInexact, std::int32_t* status = nullptr);
 
 }  // namespace tests

@@ -5,42 +5,15 @@
 
 #include <filesystem>
 
-#include "../harness.h"
-#include "../pages.h"
 #include "loader.h"
 #include "observe.h"
 
 namespace tests {
 namespace {
 
-constexpr std::uint32_t kMasked = 0x1f80;    // no exception traps
-constexpr std::uint32_t kTrapping = 0x1000;  // all but the inexact one do
-constexpr std::uint32_t kInexact = 0x20;
+constexpr std::uint32_t kTrapping = 0x1000;                 // all exceptions but the inexact one
 constexpr std::uint32_t kOtherModes = kMasked | 0xe040;     // to zero, FTZ and DAZ
 constexpr std::uint16_t kX87[] = {0x037f, 0x027f, 0x0c7f};  // extended, double, cut to single
-
-// A call under these control words, after which all is as it was. Exceptions that are not masked
-// trap, so that one is a fault of this call, and not only a bit that is set.
-void expectKept(const void* function, const Arguments& arguments, std::uint32_t mxcsr,
-                std::uint16_t x87, std::uint64_t shift = 0) {
-  Observation seen = {};
-  std::int32_t status = 1;
-  const Fault fault =
-      faultOf([&] { status = callObserved(function, arguments.data(), mxcsr, x87, &seen, shift); });
-  _mm_setcsr(kMasked);
-  ASSERT_EQ(fault.signal, 0);
-  ASSERT_EQ(seen.mxcsr & ~kInexact, mxcsr) << "control word, or an exception beside inexact";
-  ASSERT_EQ(seen.x87Control, x87);
-  ASSERT_EQ(seen.x87Tags, 0xffff) << "registers of the x87 in use";
-  ASSERT_TRUE(std::equal(std::begin(kKeptRegisters), std::end(kKeptRegisters), seen.kept))
-      << "one of rbx, rbp, r12 to r15, rdi, rsi: " << testing::PrintToString(seen.kept);
-  for (std::size_t half = 0; half < 2 * kKeptVectors; ++half) {
-    ASSERT_EQ(seen.vectors[half], vectorBefore(6 + half / 2)) << "xmm" << 6 + half / 2;
-  }
-  ASSERT_EQ(seen.flags & kDirectionFlag, 0u);
-  ASSERT_EQ(std::ranges::count(seen.upperHalves, 0u), std::size(seen.upperHalves))
-      << "upper halves of the vector registers in use";
-}
 
 TEST(State, ACallKeepsAllThatIsTheCallers) {
   Random random = makeRandom();
