@@ -1,8 +1,12 @@
 # A zip of everything that is installed; `cpack` in the build directory. Beside what cmake/install.cmake
 # has, that is the import libraries for Microsoft's linker.
 
-install(FILES $<TARGET_PROPERTY:zvxg,ZVXG_LIB> $<TARGET_PROPERTY:zvxcore,ZVXG_LIB>
-  DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+foreach(library zvxg zvxgmany zvxcore)
+  if(TARGET ${library})
+    install(FILES $<TARGET_PROPERTY:${library},ZVXG_LIB>
+      DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+  endif()
+endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION . COMPONENT documentation)
 
 set(CPACK_GENERATOR ZIP)

@@ -50,15 +50,21 @@ class Zip(unittest.TestCase):
     def path(self, *parts):
         return os.path.join(self.tree, *parts)
 
-    def start(self, program):
-        return run(*options.wine.split(";"), program, WINEPATH=self.path("bin"))
+    def start(self, program, *arguments):
+        return run(*options.wine.split(";"), program, *arguments, WINEPATH=self.path("bin"))
 
-    def test_it_has_what_every_user_needs(self):
-        wanted = {"LICENSE", "include/zvxg.h", "include/zvxg.hpp", "lib/cmake/zvxg/zvxg-config.cmake",
-                  "bin/zvxgene9-6.1.dll", "bin/zvxcore.dll", "share/doc/zvxg/docs/windows.md"}
-        for library in "zvxg", "zvxcore":
-            wanted |= {f"lib/lib{library}.dll.a", f"lib/lib{library}.a", f"lib/{library}.lib"}
-        self.assertLessEqual(wanted, set(self.names))
+    def test_it_has_what_the_document_lists(self):
+        with open(os.path.join(SOURCE, "docs", "windows.md"), encoding="utf-8") as file:
+            table = re.search(r"^\| File .*?\n\n", file.read(), re.MULTILINE | re.DOTALL)[0]
+        listed = [name for line in table.splitlines() if line
+                  for name in re.findall(r"`(.+?)`", line.split("|")[1])]
+        self.assertGreater(len(listed), 15)
+        directories = tuple(name for name in listed if name.endswith("/"))
+        files = {name for name in self.names if name and not name.endswith("/")}
+        self.assertEqual({name for name in files if not name.startswith(directories)},
+                         set(listed) - set(directories))
+        for directory in directories:
+            self.assertTrue(any(name.startswith(directory) for name in files), directory)
 
     def test_it_knows_no_place_of_the_build(self):
         for name in filter(os.path.isfile, map(self.path, self.names)):
@@ -85,6 +91,20 @@ class Zip(unittest.TestCase):
                         imports = run("x86_64-w64-mingw32-objdump", "-p", program)
                         self.assertEqual("zvxgene9-6.1.dll" in imports, linking == dlls[kind])
 
+    def test_many_at_once(self):
+        # The program finds out by itself whether its results are right.
+        libraries = ["-lzvxgmany", "-lzvxg", "-lzvxcore"]
+        source = os.path.join(HERE, "many.c")
+        for compiler in MINGW[".c"], [CLANG[".c"], *options.clang.split(";")]:
+            for linking in libraries, ["-DZVXG_STATIC", "-static", *libraries]:
+                with self.subTest(f"{compiler[0]} {linking}"):
+                    program = os.path.join(self.scratch, "many.exe")
+                    run(*compiler, STANDARD[".c"], source, "-o", program,
+                        f"-I{self.path('include')}", f"-L{self.path('lib')}", *linking)
+                    self.start(program)
+                    imports = run("x86_64-w64-mingw32-objdump", "-p", program)
+                    self.assertEqual("zvxgmany-6.1.dll" in imports, linking == libraries)
+
     def test_find_package(self):
         build = os.path.join(self.scratch, "find_package")
         examples = os.path.join(SOURCE, "examples")
@@ -96,13 +116,15 @@ class Zip(unittest.TestCase):
             for form in "zvxg", "static":
                 printed = self.start(os.path.join(build, f"{name}.{form}.exe"))
                 self.assertIn(printed, shown_beside(os.path.join(examples, name)))
+        for form in "many", "many_static":
+            self.start(os.path.join(build, f"many.c.{form}.exe"))
 
     def test_microsofts_linker_takes_the_import_library(self):
         program, bare = (os.path.join(self.scratch, name) for name in ("bare.exe", "bare.obj"))
         run("clang", MICROSOFT, "-O2", "-c", os.path.join(HERE, "bare.c"), "-o", bare,
             f"-I{self.path('include')}")
         run("lld-link", "/subsystem:console", "/nodefaultlib", f"/out:{program}", bare,
-            self.path("lib/zvxg.lib"))
+            self.path("lib/zvxg.lib"), self.path("lib/zvxgmany.lib"))
         self.start(program)
 
     def test_loading_at_run_time(self):
@@ -111,6 +133,22 @@ class Zip(unittest.TestCase):
             f"-I{self.path('include')}")
         library = "Z:" + self.path("bin/zvxgene9-6.1.dll").replace("/", "\\")
         self.assertEqual(run(*options.wine.split(";"), program, library), "e9\n")
+
+    def bench(self, *arguments):
+        return self.start(self.path("bin/zvxg-bench.exe"), *arguments)
+
+    def test_the_program_verifies_the_libraries(self):
+        self.assertRegex(self.bench("verify"), r"total: 1193 functions and 24 of libzvxgmany, "
+                                               r"\d+ checks, 0 failures\n\Z")
+
+    def test_the_program_measures_in_other_processes(self):
+        printed = os.path.join(self.scratch, "speed file.csv")
+        self.bench("speed", "--processes", "2", "--ms", "1", "--csv",
+                   "Z:" + printed.replace("/", "\\"), "complex-CToC_12_")
+        with open(printed, encoding="utf-8") as file:
+            text = file.read()
+        self.assertIn("no libfftw3f-3.dll", text)
+        self.assertEqual(len(re.findall(r"^complex", text, re.MULTILINE)), 4)
 
 
 if __name__ == "__main__":
