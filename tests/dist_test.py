@@ -58,9 +58,9 @@ class Dist(unittest.TestCase):
         self.assertEqual(hashlib.sha256(tarball.read_bytes()).hexdigest(), first)
 
     def test_cmake(self):
-        run("cmake", "-G", "Ninja", "-S", source, "-B", place / "cmake", *LIBRARY)
-        run("cmake", "--build", place / "cmake")
-        self.assertRight(place / "cmake")
+        run("cmake", "--preset", "release", *LIBRARY, cwd=source)
+        run("cmake", "--build", "--preset", "release", cwd=source)
+        self.assertRight(source / "build/release")
 
     def test_meson(self):
         run("meson", "setup", place / "meson", source)
@@ -71,12 +71,10 @@ class Dist(unittest.TestCase):
 
     @unittest.skipUnless(shutil.which("x86_64-w64-mingw32-g++-posix"), "there is no compiler for Windows")
     def test_windows(self):
-        run("cmake", "-G", "Ninja", "-S", source, "-B", place / "windows", *LIBRARY, "-D", "ZVXG_MANY=OFF",
-            "-D", "ZVXG_BENCH=OFF", "-D", "CMAKE_BUILD_TYPE=Release", "-D",
-            f"CMAKE_TOOLCHAIN_FILE={source}/cmake/toolchains/windows-gcc.cmake")
-        run("cmake", "--build", place / "windows")
-        self.assertFalse((place / "windows/host").exists())
-        library, = (place / "windows/src").glob("zvxgene9-*.dll")
+        run("cmake", "--preset", "windows", *LIBRARY, cwd=source)
+        run("cmake", "--build", "--preset", "windows", cwd=source)
+        self.assertFalse((source / "build/windows/host").exists())
+        library, = (source / "build/windows/src").glob("zvxgene9-*.dll")
         self.assertEqual(run("x86_64-w64-mingw32-objdump", "-p", library).count("+base["), 1193)
 
     def test_debian(self):
