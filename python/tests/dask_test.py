@@ -85,7 +85,6 @@ MATRIX = da.ones((100, 64), chunks=(10, 64))
 @pytest.mark.parametrize("exception, message, call", [
     (ValueError, r"axis 0 is in 10 chunks.*x.rechunk\(\{0: -1\}\)", lambda: zd.fft(MATRIX, axis=0)),
     (ValueError, "length 65; the lengths are 2 to 64", lambda: zd.fft(da.ones(65))),
-    (TypeError, "has to be real", lambda: zd.rfft(da.ones(8, dtype="F"))),
     (IndexError, "2 axes", lambda: zd.fft(MATRIX, axis=2)),
     (ValueError, "compute_chunk_sizes", lambda: zd.fft(MATRIX[MATRIX[:, 0] > 0], axis=0)),
     (ValueError, "chunks of 100 samples.*multiples of 16.*chunks of 96",
@@ -94,7 +93,6 @@ MATRIX = da.ones((100, 64), chunks=(10, 64))
      lambda: zd.stft(da.ones(1000, chunks=32), 64, 16)),
     (ValueError, "multiples of 48", lambda: zd.spectrogram(da.ones(1000, chunks=160), 64, 16, average=3)),
     (ValueError, "average is 0", lambda: zd.spectrogram(da.ones(1000), 64, 16, average=0)),
-    (ValueError, "shorter than the window", lambda: zd.average_spectrum(da.ones(40), 64, 16)),
     (TypeError, "arrays of float16", lambda: zd.stft(da.ones(1000, dtype="e"), 64, 16)),
     (ValueError, "chunks of 1 frames", lambda: zd.istft(da.ones((33, 9), chunks=(33, 1)), 64, 16)),
     (ValueError, "bins are in 3 chunks", lambda: zd.istft(da.ones((33, 9), chunks=(11, 9)), 64, 16)),
@@ -104,14 +102,12 @@ def test_refused_without_computing(exception, message, call):
         call()
 
 
-@pytest.mark.parametrize("name", ["stft", "spectrogram", "average_spectrum"])
-def test_graph_is_linear(name):
-    def tasks(chunks):
+@pytest.mark.parametrize("name, most", [("stft", 4), ("spectrogram", 4), ("average_spectrum", 2.1)])
+def test_graph_is_linear(name, most):
+    for chunks in 32, 128:
         sound = da.random.random(chunks * 2**12, chunks=2**12).astype("f4")
-        return len(dask.optimize(getattr(zd, name)(sound, 64, 16))[0].__dask_graph__())
-
-    assert tasks(64) <= 5.5 * 64
-    assert tasks(128) - tasks(64) <= 1.1 * (tasks(64) - tasks(32)) * 2
+        (lazy,) = dask.optimize(getattr(zd, name)(sound, 64, 16))
+        assert len(lazy.__dask_graph__()) <= most * chunks
 
 
 def test_processes(client):

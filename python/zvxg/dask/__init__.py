@@ -13,6 +13,7 @@ name of a dimension. docs/dask.md is the manual.
 import dataclasses
 import functools
 import math
+import operator
 import sys
 
 import dask.array as da
@@ -132,7 +133,8 @@ def average_spectrum(x, window, hop, *, axis=-1, fs=None, split_every=None):
     """zvxg.average_spectrum on a Dask array: (.., bins).
 
     Chunks are those that stft() takes. Their sums of power are added by a tree of tasks, each with
-    `split_every` of them (as in dask.array.sum), so that memory is bounded by the chunks being read.
+    `split_every` of them (16; otherwise as in dask.array.sum). A chunk becomes sums in the task that
+    makes it, if nothing else takes it, so that memory is bounded by the chunks being read.
     """
     if _is_labelled(x):
         from . import _xarray
@@ -140,11 +142,12 @@ def average_spectrum(x, window, hop, *, axis=-1, fs=None, split_every=None):
         return _xarray.average_spectrum(x, window, hop, axis, fs, split_every)
     x, frames = _prepare(x, window, hop, axis, "psd", fs, "average_spectrum")
     total = frames.count(x.shape[-1], False)
-    sums = _overlapped(functools.partial(_sums, frames=frames), x, (0, frames.window.size - hop),
+    sums = _overlapped(functools.partial(_sums, frames=frames), x, (0, 0),
                        ((frames.bins,), (1,) * x.numblocks[-1]), np.dtype(object))
     return da.reduction(sums, _unchanged, functools.partial(_density, frames=frames, total=total),
-                        combine=_merged, axis=x.ndim, concatenate=False, split_every=split_every,
-                        dtype=frames.window.dtype, meta=np.empty((0,) * x.ndim, frames.window.dtype))
+                        combine=functools.partial(_joined, frames=frames), axis=x.ndim,
+                        concatenate=False, split_every=split_every or 16, dtype=frames.window.dtype,
+                        meta=np.empty((0,) * x.ndim, frames.window.dtype))
 
 
 def istft(spectra, window, hop, *, length=None, pad=True, scaling="spectrum", fs=None, onesided=True):
@@ -221,7 +224,7 @@ def _whole_chunks(x, unit, least, last, name, what):
 
 # ---- Chunks that reach into their neighbours ----------------------------------------------------------
 #
-# One task for each chunk, and one for each end that a neighbour takes from it. da.map_overlap() would
+# One task for each chunk, and one for those of its ends that neighbours take. da.map_overlap() would
 # have eight for each chunk: it cannot tell a block where it stands without tasks that do, and these
 # keep the overlap and the function from being one.
 
@@ -239,18 +242,17 @@ def _overlapped(function, x, overlap, shape, dtype):
     Of the new chunks, `shape` has those that differ: they take the place of as many axes at the end.
     """
     token = dask.base.tokenize(function, x, overlap)
-    name, *ends = (f"{what}-{token}" for what in (function.func.__name__.strip("_"), "tail", "head"))
+    name, ends = (f"{what}-{token}" for what in (function.func.__name__.strip("_"), "ends"))
     begins = np.cumsum([0, *x.chunks[-1]]).tolist()
     count = x.numblocks[-1]
     tasks = {}
 
     def end_of(k, block, which):
-        size = overlap[which]
-        if size == 0 or not 0 <= k < count:
+        if overlap[which] == 0 or not 0 <= k < count:
             return []
-        key = (ends[which], *block, k)
-        tasks[key] = (_end, (x.name, *block, k), size if which else -size)
-        return [key]
+        key = (ends, *block, k)
+        tasks[key] = (_ends, (x.name, *block, k), overlap)
+        return [(operator.getitem, key, which)]
 
     chunks = (*x.chunks[:-1], *shape) if len(shape) == 2 else (*x.chunks[:-2], *shape)
     for *block, k in np.ndindex(x.numblocks):
@@ -262,9 +264,11 @@ def _overlapped(function, x, overlap, shape, dtype):
     return da.Array(graph, name, chunks, meta=np.empty((0,) * len(chunks), dtype))
 
 
-def _end(block, size):
-    # A copy, as a view would keep the block in memory.
-    return (block[..., :size] if size > 0 else block[..., size:]).copy()
+def _ends(block, overlap):
+    """What the next chunk takes, and what the one before takes. Copies, as a view would keep the block in
+    memory."""
+    before, after = overlap
+    return block[..., block.shape[-1] - before :].copy(), block[..., :after].copy()
 
 
 def _spectra(parts, chunk, frames, pad):
@@ -289,20 +293,16 @@ def _spectra(parts, chunk, frames, pad):
     return spectra
 
 
-def _pieces(parts, frames, average, name):
-    """A chunk, with the number of columns in it, and a piece with those that reach into the next one:
-    joining whole chunks would take half as long as the transforms."""
-    x = _signals(parts[0], name)
-    inside = frames.count(x.shape[-1], False) // average
-    yield x, inside
-    if len(parts) > 1:
-        x = np.concatenate((x[..., inside * average * frames.hop :], _signals(parts[1], name)), -1)
-        yield x, frames.count(x.shape[-1], False) // average
-
-
 def _densities(parts, chunk, frames, average):
-    sums = [frames.power(x, 0, columns, average)
-            for x, columns in _pieces(parts, frames, average, "spectrogram")]
+    """Columns in the chunk, and those that reach into the next one from a piece joined of both: joining
+    whole chunks would take half as long as the transforms."""
+    x = _signals(parts[0], "spectrogram")
+    inside = frames.count(x.shape[-1], False) // average
+    sums = [frames.power(x, 0, inside, average)]
+    if len(parts) > 1:
+        x = np.concatenate((x[..., inside * average * frames.hop :],
+                            _signals(parts[1], "spectrogram")), -1)
+        sums.append(frames.power(x, 0, frames.count(x.shape[-1], False) // average, average))
     return frames.density(np.concatenate(sums, -1), average)
 
 
@@ -318,45 +318,67 @@ def _signal(parts, chunk, frames, pad, before):
 #
 # Frames are added by pairs that are aligned in the whole signal, as PairwiseSum in src/frames.cpp adds
 # them. A chunk gives the sums of the longest aligned runs of 2^k frames in it, and neighbours join
-# runs to longer ones. So the bits do not depend on chunks.
+# runs to longer ones. So the bits do not depend on chunks. Frames that reach from a chunk into the next
+# one are added when the two are joined: until then no chunk needs another.
 
 
 @dataclasses.dataclass(frozen=True, eq=False)
-class _Runs:
+class _Sums:
     runs: list  # (first frame, frames, sums of power)
+    head: np.ndarray  # samples that frames of the chunk before reach
+    tail: np.ndarray  # those from the first frame on that reaches out of the chunk
 
 
 def _sums(parts, chunk, frames):
-    begin = chunk.begin // frames.hop
-    runs = []
-    for x, count in _pieces(parts, frames, 1, "average_spectrum"):
-        origin, end = begin, begin + count
-        while begin < end:
-            size = 1 << (end - begin).bit_length() - 1
-            size = min(size, begin & -begin) if begin else size
-            some = x[..., (begin - origin) * frames.hop :]
-            runs.append((begin, size, frames.power(some, 0, 1, size)))
-            begin += size
-    return _Runs(runs)
+    x = _signals(parts[0], "average_spectrum")
+    count = frames.count(x.shape[-1], False)
+    return _Sums(_runs(x, chunk.begin // frames.hop, count, frames),
+                 x[..., : frames.window.size - frames.hop].copy(), x[..., count * frames.hop :].copy())
+
+
+def _runs(x, begin, count, frames):
+    """Of so many frames in `x`, the first of which is the frame `begin` of the whole signal."""
+    runs, origin, end = [], begin, begin + count
+    while begin < end:
+        size = 1 << (end - begin).bit_length() - 1
+        size = min(size, begin & -begin) if begin else size
+        some = x[..., (begin - origin) * frames.hop :]
+        runs.append((begin, size, frames.power(some, 0, 1, size)))
+        begin += size
+    return runs
 
 
 def _unchanged(block, axis, keepdims):
     return block
 
 
-def _merged(blocks, axis, keepdims):
-    runs = []
-    for begin, size, sums in (run for block in _flat(blocks) for run in block.runs):
-        while runs and runs[-1][1] == size and runs[-1][0] % (2 * size) == 0:
-            begin, _, before = runs.pop()
+def _joined(blocks, axis, keepdims, frames):
+    whole = None
+    for block in _flat(blocks):
+        runs = block.runs
+        if whole is not None:
+            begin, size, _ = whole.runs[-1]
+            border = np.concatenate((whole.tail, block.head), -1)
+            border = _runs(border, begin + size, whole.tail.shape[-1] // frames.hop, frames)
+            runs = _longer(whole.runs + border + runs)
+        whole = _Sums(runs, (whole or block).head, block.tail)
+    return whole
+
+
+def _longer(runs):
+    """Neighbours joined to aligned runs."""
+    joined = []
+    for begin, size, sums in runs:
+        while joined and joined[-1][1] == size and joined[-1][0] % (2 * size) == 0:
+            begin, _, before = joined.pop()
             sums = before + sums
             size *= 2
-        runs.append((begin, size, sums))
-    return _Runs(runs)
+        joined.append((begin, size, sums))
+    return joined
 
 
 def _density(blocks, axis, keepdims, frames, total):
-    sums = [run[2] for run in _merged(blocks, axis, keepdims).runs]
+    sums = [run[2] for run in _joined(blocks, axis, keepdims, frames).runs]
     return frames.density(functools.reduce(np.add, reversed(sums)), total)[..., 0]
 
 
