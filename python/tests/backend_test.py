@@ -116,11 +116,3 @@ def test_threads(way, served):
 
     on_threads(work)
     assert len(served) == 160
-
-
-def test_a_context_holds_for_its_thread(backend, served):
-    with fft.set_backend(backend):
-        on_threads(lambda: fft.fft(np.zeros(8)))
-        assert served == []
-        fft.fft(np.zeros(8))
-        assert served == ["fft"]
