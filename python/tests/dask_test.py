@@ -120,6 +120,15 @@ def test_processes(client):
         check(getattr(zd, name)(da.from_array(signals, (10, 64))), getattr(zvxg, name)(signals), client)
 
 
+def test_bench():
+    table = subprocess.run(
+        [sys.executable, "-m", "zvxg.dask", "bench", "--program", "average_spectrum", "--gigabytes", "0.13",
+         "--workers", "2"], check=True, text=True, stdout=subprocess.PIPE).stdout
+    lines = re.findall(r"^  (one process|2 processes|2 workers|scipy.signal in them) +\d+ +\d+ +\d", table,
+                       re.MULTILINE)
+    assert len(lines) == 4, table
+
+
 def slowly(block):
     time.sleep(0.05)
     return block

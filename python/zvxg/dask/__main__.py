@@ -10,7 +10,6 @@ import contextlib
 import os
 import signal
 import sys
-import tempfile
 
 import numpy as np
 
@@ -28,7 +27,15 @@ def positive(kind):
 def parser():
     parser = argparse.ArgumentParser(prog="python3 -m zvxg.dask", description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
-    commands = parser.add_subparsers(dest="command", metavar="longterm", required=True)
+    commands = parser.add_subparsers(dest="command", metavar="COMMAND", required=True)
+    bench = commands.add_parser("bench", help="throughput of workers, of processes without Dask, and of "
+                                "SciPy in workers")
+    bench.add_argument("--program", dest="programs", choices=["average_spectrum", "stft"],
+                       action="append", help="one of them; both")
+    bench.add_argument("--gigabytes", type=positive(float), default=2, help="of sound; 2")
+    bench.add_argument("--workers", metavar="N", type=positive(int), default=os.cpu_count(),
+                       help="processes; one for each processor")
+    bench.add_argument("--memory", metavar="SIZE", default="1GB", help="limit of each of them; 1GB")
     command = commands.add_parser("longterm", help="long-term spectra of recordings")
     add = command.add_argument
     add("files", metavar="FILE", nargs="+", help="WAV, FLAC and what else libsndfile reads; their "
@@ -51,10 +58,14 @@ def parser():
 
 
 def main():
-    from .longterm import Settings, run
-
     options = parser()
     given = options.parse_args()
+    if given.command == "bench":
+        from . import bench
+
+        return bench.main(given)
+    from .longterm import Settings, run
+
     hop = given.hop or given.window // 2
     if not 2 <= given.window <= 64 or not 1 <= hop <= given.window or given.channel < 0:
         options.error("--window takes 2 to 64, --hop 1 to the window, and --channel 0 or more")
@@ -65,14 +76,14 @@ def main():
     signal.signal(signal.SIGTERM, signal.default_int_handler)
     import distributed
 
+    from ._cluster import local_cluster
+
     try:
         with contextlib.ExitStack() as stack:
             address = given.scheduler
             if address is None:
-                place = stack.enter_context(tempfile.TemporaryDirectory(prefix="zvxg-dask-"))
-                address = stack.enter_context(distributed.LocalCluster(
-                    given.workers, threads_per_worker=1, memory_limit=given.memory,
-                    local_directory=place, dashboard_address=":0"))
+                address = stack.enter_context(
+                    local_cluster(given.workers, given.memory, dashboard_address=":0"))
             client = stack.enter_context(distributed.Client(address))
             return 1 if run(given.files, given.out, settings, client, given.start) else 0
     except KeyboardInterrupt:
