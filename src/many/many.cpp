@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "many/batch.h"
+#include "many/contiguous.h"
 #include "many/dct4_strided.h"
 #include "many/lanes.h"
 #include "many/level.h"
@@ -20,12 +21,6 @@ enum class Direction {
   Forward,
   Inverse,
   None
-};
-
-enum class Layout {
-  Ccs,
-  Pack,
-  Perm
 };
 
 // ---- The machine --------------------------------------------------------------------------------
@@ -43,6 +38,7 @@ struct Machine<float> {
   static const auto& kernels() { return ofLevel(avx::kSingle, avx512::kSingle); }
   static const auto& wht() { return ofLevel(avx::kWhtSingle, avx512::kWhtSingle); }
   static const auto& dct4() { return ofLevel(avx::kDct4Single, avx512::kDct4Single); }
+  static const auto& contiguous() { return avx::kContiguousSingle; }
 };
 
 template <>
@@ -50,6 +46,7 @@ struct Machine<double> {
   static const auto& kernels() { return ofLevel(avx::kDouble, avx512::kDouble); }
   static const auto& wht() { return ofLevel(avx::kWhtDouble, avx512::kWhtDouble); }
   static const auto& dct4() { return ofLevel(avx::kDct4Double, avx512::kDct4Double); }
+  static const auto& contiguous() { return avx::kContiguousDouble; }
 };
 
 template <class T>
@@ -88,6 +85,12 @@ struct Arrays {
 
   bool isNull() const { return howmany > 0 && (src == nullptr || dst == nullptr); }
   bool isContiguous() const { return srcStride == 1 && dstStride == 1; }
+
+  void skip(std::int64_t transforms) {
+    src += transforms * srcDist;
+    dst += transforms * dstDist;
+    howmany -= transforms;
+  }
 
   Side<const T> source(int elements, int unit = 1, bool bins = false) const {
     return {src, srcStride, srcDist, elements, unit, bins};
@@ -158,6 +161,18 @@ void runRows(const Kernel<Run<T>>& kernel, const Side<const T>& src, const Side<
           std::ptrdiff_t turns) { kernel.run(from, fromStep, to, toStep, factor, turns); });
 }
 
+// Of short contiguous transforms, whole turns; the others are left.
+template <class T>
+Arrays<T> runContiguous(const ContiguousRuns<T>& runs, int32_t len, const T* factor,
+                        Arrays<T> arrays) {
+  if (len > kMaxContiguous) return arrays;
+  const std::int64_t turns = arrays.howmany / kGroup<kSize<T>>;
+  runs[static_cast<std::size_t>(len - kMinLength)](arrays.src, arrays.srcDist, arrays.dst,
+                                                   arrays.dstDist, factor, turns);
+  arrays.skip(turns * kGroup<kSize<T>>);
+  return arrays;
+}
+
 int32_t singleDft(Direction direction, const float* src, float* dst, int32_t len, int32_t flag) {
   const auto call = direction == Direction::Inverse ? zvxgDFTInv_CToC_32fc : zvxgDFTFwd_CToC_32fc;
   return call(reinterpret_cast<const Complex32*>(src), reinterpret_cast<Complex32*>(dst), len,
@@ -204,13 +219,22 @@ template <class T>
 int32_t hartleyMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const int32_t status = checkOfLength(len, arrays, flag);
   if (status != zvxOk) return status;
-  runRows<1>(Machine<T>::kernels().hartley[len - kMinLength], arrays.source(len),
-             arrays.destination(len), arrays.howmany, factorOf<T, Direction::None>(len, flag));
+  const T* const factor = factorOf<T, Direction::None>(len, flag);
+  Arrays<T> left = arrays;
+  if (arrays.isContiguous()) {
+    left = runContiguous(Machine<T>::contiguous().hartley, len, factor, arrays);
+  }
+  runRows<1>(Machine<T>::kernels().hartley[len - kMinLength], left.source(len),
+             left.destination(len), left.howmany, factor);
   return zvxOk;
 }
 
 template <Layout kLayout>
 constexpr bool kHasBins = kLayout == Layout::Ccs;
+
+// Of a contiguous spectrum, in reals.
+template <Layout kLayout>
+constexpr std::ptrdiff_t kContiguousStride = kHasBins<kLayout> ? 2 : 1;
 
 template <Layout kLayout>
 int spectrumSize(int32_t len) {
@@ -231,9 +255,13 @@ int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   if (status != zvxOk) return status;
   const auto& kernel = Machine<T>::kernels().toSpectrum[len - kMinLength];
   const T* const factor = factorOf<T, Direction::Forward>(len, flag);
-  runBatch<1>(arrays.source(len),
-              arrays.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>),
-              kernel.transforms, arrays.howmany,
+  Arrays<T> left = arrays;
+  if (arrays.srcStride == 1 && arrays.dstStride == kContiguousStride<kLayout>) {
+    left = runContiguous(Machine<T>::contiguous().toSpectrum[static_cast<int>(kLayout)], len,
+                         factor, arrays);
+  }
+  runBatch<1>(left.source(len), left.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>),
+              kernel.transforms, left.howmany,
               [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
                   std::ptrdiff_t turns) {
                 kernel.run(src, srcStep, spectrumRows<kLayout>(dst, dstStep, len), factor, turns);
@@ -252,8 +280,13 @@ int32_t toSamplesMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   if (status != zvxOk) return status;
   const auto& kernel = Machine<T>::kernels().toSamples[len - kMinLength];
   const T* const factor = factorOf<T, Direction::Inverse>(len, flag);
-  runBatch<1>(arrays.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>),
-              arrays.destination(len), kernel.transforms, arrays.howmany,
+  Arrays<T> left = arrays;
+  if (arrays.srcStride == kContiguousStride<kLayout> && arrays.dstStride == 1) {
+    left = runContiguous(Machine<T>::contiguous().toSamples[static_cast<int>(kLayout)], len, factor,
+                         arrays);
+  }
+  runBatch<1>(left.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>), left.destination(len),
+              kernel.transforms, left.howmany,
               [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
                   std::ptrdiff_t turns) {
                 kernel.run(spectrumRows<kLayout>(src, srcStep, len), dst, dstStep, factor, turns);

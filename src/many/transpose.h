@@ -62,9 +62,37 @@ using Sources = Group<kBytes, const Byte>;
 template <int kBytes>
 using Destinations = Group<kBytes, Byte>;
 
-// ---- Tiles: toRows() from transforms to rows, fromRows() back -----------------------------------
+// ---- Rows ---------------------------------------------------------------------------------------
 
-// From row to row it is a constant, as the places of the transforms take all registers.
+// In a block: kStep bytes apart, a constant, as the places of the transforms take all registers.
+template <int kStep>
+struct RowsInBlock {
+  Byte* first;
+
+  ZVXG_INLINE RowsInBlock from(std::ptrdiff_t row) const { return {first + row * kStep}; }
+  ZVXG_INLINE void set(int row, __m256 v) const { storeRow(first + row * kStep, v); }
+  ZVXG_INLINE __m256 get(int row) const { return loadRow(first + row * kStep); }
+  // The low or the high halves of two rows.
+  template <int kHalf>
+  ZVXG_INLINE __m256 halves(int low, int high) const {
+    const Byte* const at = first + 16 * kHalf;
+    return loadHalves(at + low * kStep, at + high * kStep);
+  }
+};
+
+struct RowsInRegisters {
+  __m256* first;
+
+  ZVXG_INLINE RowsInRegisters from(std::ptrdiff_t row) const { return {first + row}; }
+  ZVXG_INLINE void set(int row, __m256 v) const { first[row] = v; }
+  ZVXG_INLINE __m256 get(int row) const { return first[row]; }
+  template <int kHalf>
+  ZVXG_INLINE __m256 halves(int low, int high) const {
+    return kHalf == 0 ? lowHalves(first[low], first[high]) : highHalves(first[low], first[high]);
+  }
+};
+
+// ---- Tiles: load() from transforms to rows, store() back ----------------------------------------
 
 template <int kBytes, int kWidth>
 struct Tile;
@@ -82,46 +110,20 @@ struct Tile<4, 4> {
     return {lowPairs(ab0, cd0), highPairs(ab0, cd0), lowPairs(ab2, cd2), highPairs(ab2, cd2)};
   }
 
-  template <int kRowBytes>
-  ZVXG_INLINE static void toRows(const Sources<4>& src, std::ptrdiff_t offset, Byte* rows) {
+  template <class Rows>
+  ZVXG_INLINE static void load(const Sources<4>& src, std::ptrdiff_t offset, const Rows& rows) {
     const auto halves = [&](int i) ZVXG_INLINE {
       return loadHalves(src.at[i] + offset, src.at[i + 4] + offset);
     };
     const auto v = transposed(halves(0), halves(1), halves(2), halves(3));
-    unroll<4>([&](auto i) ZVXG_INLINE { storeRow(rows + i * kRowBytes, v.of[i]); });
+    unroll<4>([&](auto i) ZVXG_INLINE { rows.set(i, v.of[i]); });
   }
-  template <int kRowBytes>
-  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<4>& dst,
-                                   std::ptrdiff_t offset) {
-    const auto v = transposed(loadRow(rows), loadRow(rows + kRowBytes),
-                              loadRow(rows + 2 * kRowBytes), loadRow(rows + 3 * kRowBytes));
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<4>& dst,
+                                std::ptrdiff_t offset) {
+    const auto v = transposed(rows.get(0), rows.get(1), rows.get(2), rows.get(3));
     unroll<4>([&](auto i) ZVXG_INLINE {
       storeHalves(dst.at[3 - i] + offset, dst.at[7 - i] + offset, v.of[3 - i]);
-    });
-  }
-};
-
-// What is loaded in halves can be stored whole.
-template <>
-struct Tile<4, 8> {
-  template <int kRowBytes>
-  ZVXG_INLINE static void toRows(const Sources<4>& src, std::ptrdiff_t offset, Byte* rows) {
-    using Half = Tile<4, 4>;
-    Half::toRows<kRowBytes>(src, offset, rows);
-    Half::toRows<kRowBytes>(src, offset + 16, rows + 4 * kRowBytes);
-  }
-  template <int kRowBytes>
-  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<4>& dst,
-                                   std::ptrdiff_t offset) {
-    unroll<2>([&](auto i) ZVXG_INLINE {
-      constexpr int kHalf = 1 - i;
-      const auto halves = [&](int row) ZVXG_INLINE {
-        const Byte* const at = rows + row * kRowBytes + 16 * kHalf;
-        return loadHalves(at, at + 4 * kRowBytes);
-      };
-      const auto v = Tile<4, 4>::transposed(halves(0), halves(1), halves(2), halves(3));
-      unroll<4>([&](auto j)
-                    ZVXG_INLINE { storeRow(dst.at[4 * kHalf + 3 - j] + offset, v.of[3 - j]); });
     });
   }
 };
@@ -129,71 +131,103 @@ struct Tile<4, 8> {
 // For transforms of two or three elements, and the last ones of others.
 template <>
 struct Tile<4, 2> {
-  ZVXG_INLINE static __m128 pairs(const Byte* low, const Byte* high) {
-    return _mm_castsi128_ps(_mm_unpacklo_epi64(_mm_loadu_si64(low), _mm_loadu_si64(high)));
+  template <class Rows>
+  ZVXG_INLINE static void load(const Sources<4>& src, std::ptrdiff_t offset, const Rows& rows) {
+    const auto pairs = [&](int i) ZVXG_INLINE {
+      return _mm_castsi128_ps(_mm_unpacklo_epi64(_mm_loadu_si64(src.at[i] + offset),
+                                                 _mm_loadu_si64(src.at[i + 1] + offset)));
+    };
+    const auto halves = [&](int i) ZVXG_INLINE {
+      return _mm256_insertf128_ps(_mm256_castps128_ps256(pairs(i)), pairs(i + 4), 1);
+    };
+    const __m256 ab = halves(0), cd = halves(2);
+    rows.set(0, _mm256_shuffle_ps(ab, cd, 0x88));
+    rows.set(1, _mm256_shuffle_ps(ab, cd, 0xdd));
   }
-  template <int kRowBytes>
-  ZVXG_INLINE static void toRows(const Sources<4>& src, std::ptrdiff_t offset, Byte* rows) {
-    unroll<2>([&](auto half) ZVXG_INLINE {
-      const Byte* const* const at = src.at + 4 * half;
-      const __m128 ab = pairs(at[0] + offset, at[1] + offset);
-      const __m128 cd = pairs(at[2] + offset, at[3] + offset);
-      storeHalf(rows + 16 * half, _mm_shuffle_ps(ab, cd, 0x88));
-      storeHalf(rows + 16 * half + kRowBytes, _mm_shuffle_ps(ab, cd, 0xdd));
-    });
-  }
-  template <int kRowBytes>
-  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<4>& dst,
-                                   std::ptrdiff_t offset) {
-    unroll<2>([&](auto i) ZVXG_INLINE {
-      constexpr int kHalf = 1 - i;
-      const __m128 a = loadHalf(rows + 16 * kHalf), b = loadHalf(rows + 16 * kHalf + kRowBytes);
-      const __m128 ab = _mm_unpacklo_ps(a, b), cd = _mm_unpackhi_ps(a, b);
-      const auto pair = [&](int place) ZVXG_INLINE {
-        return reinterpret_cast<__m64*>(dst.at[4 * kHalf + place] + offset);
-      };
-      _mm_storeh_pi(pair(3), cd);
-      _mm_storel_pi(pair(2), cd);
-      _mm_storeh_pi(pair(1), ab);
-      _mm_storel_pi(pair(0), ab);
-    });
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<4>& dst,
+                                std::ptrdiff_t offset) {
+    const __m256 a = rows.get(0), b = rows.get(1);
+    const __m256 ab = _mm256_unpacklo_ps(a, b), cd = _mm256_unpackhi_ps(a, b);
+    const auto pairs = [&](int i, __m128 v) ZVXG_INLINE {
+      _mm_storeh_pi(reinterpret_cast<__m64*>(dst.at[i + 1] + offset), v);
+      _mm_storel_pi(reinterpret_cast<__m64*>(dst.at[i] + offset), v);
+    };
+    pairs(6, _mm256_extractf128_ps(cd, 1));
+    pairs(4, _mm256_extractf128_ps(ab, 1));
+    pairs(2, _mm256_castps256_ps128(cd));
+    pairs(0, _mm256_castps256_ps128(ab));
   }
 };
 
 template <>
 struct Tile<8, 2> {
-  template <int kRowBytes>
-  ZVXG_INLINE static void toRows(const Sources<8>& src, std::ptrdiff_t offset, Byte* rows) {
+  template <class Rows>
+  ZVXG_INLINE static void load(const Sources<8>& src, std::ptrdiff_t offset, const Rows& rows) {
     const __m256 a = loadHalves(src.at[0] + offset, src.at[2] + offset);
     const __m256 b = loadHalves(src.at[1] + offset, src.at[3] + offset);
-    storeRow(rows, lowPairs(a, b));
-    storeRow(rows + kRowBytes, highPairs(a, b));
+    rows.set(0, lowPairs(a, b));
+    rows.set(1, highPairs(a, b));
   }
-  template <int kRowBytes>
-  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<8>& dst,
-                                   std::ptrdiff_t offset) {
-    const __m256 a = loadRow(rows), b = loadRow(rows + kRowBytes);
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<8>& dst,
+                                std::ptrdiff_t offset) {
+    const __m256 a = rows.get(0), b = rows.get(1);
     storeHalves(dst.at[1] + offset, dst.at[3] + offset, highPairs(a, b));
     storeHalves(dst.at[0] + offset, dst.at[2] + offset, lowPairs(a, b));
   }
 };
 
 template <>
-struct Tile<8, 4> {
-  template <int kRowBytes>
-  ZVXG_INLINE static void toRows(const Sources<8>& src, std::ptrdiff_t offset, Byte* rows) {
-    using Half = Tile<8, 2>;
-    Half::toRows<kRowBytes>(src, offset, rows);
-    Half::toRows<kRowBytes>(src, offset + 16, rows + 2 * kRowBytes);
+struct Tile<16, 1> {
+  template <class Rows>
+  ZVXG_INLINE static void load(const Sources<16>& src, std::ptrdiff_t offset, const Rows& rows) {
+    rows.set(0, loadHalves(src.at[0] + offset, src.at[1] + offset));
   }
-  template <int kRowBytes>
-  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<8>& dst,
-                                   std::ptrdiff_t offset) {
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<16>& dst,
+                                std::ptrdiff_t offset) {
+    storeHalves(dst.at[0] + offset, dst.at[1] + offset, rows.get(0));
+  }
+};
+
+// Wide tiles load as two narrow ones. Where halves of rows are joined first, what is stored is whole
+// registers.
+template <int kBytes, int kWidth>
+struct WideTile {
+  template <class Rows>
+  ZVXG_INLINE static void load(const Sources<kBytes>& src, std::ptrdiff_t offset,
+                               const Rows& rows) {
+    using Narrow = Tile<kBytes, kWidth / 2>;
+    Narrow::load(src, offset, rows);
+    Narrow::load(src, offset + 16, rows.from(kWidth / 2));
+  }
+};
+
+template <>
+struct Tile<4, 8> : WideTile<4, 8> {
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<4>& dst,
+                                std::ptrdiff_t offset) {
     unroll<2>([&](auto i) ZVXG_INLINE {
       constexpr int kHalf = 1 - i;
-      const Byte* const at = rows + 16 * kHalf;
-      const __m256 a = loadHalves(at, at + 2 * kRowBytes),
-                   b = loadHalves(at + kRowBytes, at + 3 * kRowBytes);
+      const auto halves = [&](int row)
+                              ZVXG_INLINE { return rows.template halves<kHalf>(row, row + 4); };
+      const auto v = Tile<4, 4>::transposed(halves(0), halves(1), halves(2), halves(3));
+      unroll<4>([&](auto j)
+                    ZVXG_INLINE { storeRow(dst.at[4 * kHalf + 3 - j] + offset, v.of[3 - j]); });
+    });
+  }
+};
+
+template <>
+struct Tile<8, 4> : WideTile<8, 4> {
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<8>& dst,
+                                std::ptrdiff_t offset) {
+    unroll<2>([&](auto i) ZVXG_INLINE {
+      constexpr int kHalf = 1 - i;
+      const __m256 a = rows.template halves<kHalf>(0, 2), b = rows.template halves<kHalf>(1, 3);
       storeRow(dst.at[2 * kHalf + 1] + offset, highPairs(a, b));
       storeRow(dst.at[2 * kHalf] + offset, lowPairs(a, b));
     });
@@ -201,41 +235,26 @@ struct Tile<8, 4> {
 };
 
 template <>
-struct Tile<16, 1> {
-  template <int kRowBytes>
-  ZVXG_INLINE static void toRows(const Sources<16>& src, std::ptrdiff_t offset, Byte* rows) {
-    storeRow(rows, loadHalves(src.at[0] + offset, src.at[1] + offset));
-  }
-  template <int kRowBytes>
-  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<16>& dst,
-                                   std::ptrdiff_t offset) {
-    storeHalves(dst.at[0] + offset, dst.at[1] + offset, loadRow(rows));
+struct Tile<16, 2> : WideTile<16, 2> {
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<16>& dst,
+                                std::ptrdiff_t offset) {
+    storeRow(dst.at[1] + offset, rows.template halves<1>(0, 1));
+    storeRow(dst.at[0] + offset, rows.template halves<0>(0, 1));
   }
 };
 
-template <>
-struct Tile<16, 2> {
-  template <int kRowBytes>
-  ZVXG_INLINE static void toRows(const Sources<16>& src, std::ptrdiff_t offset, Byte* rows) {
-    using Half = Tile<16, 1>;
-    Half::toRows<kRowBytes>(src, offset, rows);
-    Half::toRows<kRowBytes>(src, offset + 16, rows + 1 * kRowBytes);
-  }
-  template <int kRowBytes>
-  ZVXG_INLINE static void fromRows(const Byte* rows, const Destinations<16>& dst,
-                                   std::ptrdiff_t offset) {
-    storeRow(dst.at[1] + offset, loadHalves(rows + 16, rows + kRowBytes + 16));
-    storeRow(dst.at[0] + offset, loadHalves(rows, rows + kRowBytes));
-  }
-};
+// ---- Contiguous transforms ----------------------------------------------------------------------
+
+template <int kBytes>
+inline constexpr int kNarrowest = kBytes == 4 ? 2 : 16 / kBytes;
 
 // body(tile, first) with the tiles that cover the elements from `first` to `last`: as wide as kWidth,
 // and narrower ones for what is left of these.
-template <int kBytes, int kWidth, class Body>
+template <int kBytes, int kWidth = 32 / kBytes, class Body>
 ZVXG_INLINE inline void inTiles(std::ptrdiff_t first, std::ptrdiff_t last, const Body& body) {
-  constexpr int kNarrowest = kBytes == 4 ? 2 : 16 / kBytes;
   for (; first + kWidth <= last; first += kWidth) body(Tile<kBytes, kWidth>(), first);
-  if constexpr (kWidth > kNarrowest) {
+  if constexpr (kWidth > kNarrowest<kBytes>) {
     inTiles<kBytes, kWidth / 2>(first, last, body);
   } else if (first < last) {
     body(Tile<kBytes, kWidth>(), last - kWidth);
@@ -246,22 +265,24 @@ ZVXG_INLINE inline void inTiles(std::ptrdiff_t first, std::ptrdiff_t last, const
 // behind the last.
 template <int kBytes, int kRowBytes>
 void contiguousToRows(const Byte* src, std::ptrdiff_t dist, std::ptrdiff_t count, int elements,
-                      std::ptrdiff_t lanes, Byte* rows) {
-  for (std::ptrdiff_t k = 0; k < lanes; k += kGroup<kBytes>, rows += 32) {
+                      std::ptrdiff_t lanes, Byte* block) {
+  for (std::ptrdiff_t k = 0; k < lanes; k += kGroup<kBytes>, block += 32) {
     const Sources<kBytes> group(k < count ? src + k * dist : src, dist, count - k);
-    inTiles<kBytes, 32 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
-      tile.template toRows<kRowBytes>(group, first * kBytes, rows + first * kRowBytes);
+    const RowsInBlock<kRowBytes> rows = {block};
+    inTiles<kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
+      tile.load(group, first * kBytes, rows.from(first));
     });
   }
 }
 
 template <int kBytes, int kRowBytes>
-void contiguousFromRows(const Byte* rows, int elements, Byte* dst, std::ptrdiff_t dist,
+void contiguousFromRows(Byte* block, int elements, Byte* dst, std::ptrdiff_t dist,
                         std::ptrdiff_t count) {
-  for (std::ptrdiff_t k = 0; k < count; k += kGroup<kBytes>, rows += 32) {
+  for (std::ptrdiff_t k = 0; k < count; k += kGroup<kBytes>, block += 32) {
     const Destinations<kBytes> group(dst + k * dist, dist, count - k);
-    inTiles<kBytes, 32 / kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
-      tile.template fromRows<kRowBytes>(rows + first * kRowBytes, group, first * kBytes);
+    const RowsInBlock<kRowBytes> rows = {block};
+    inTiles<kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
+      tile.store(rows.from(first), group, first * kBytes);
     });
   }
 }

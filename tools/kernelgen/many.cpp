@@ -32,7 +32,7 @@ $text
 constexpr const char* kBody = R"(
 // $symbol: $reading
 namespace {
-[[gnu::noinline]] void $body($parameters$tableParameters) {
+$template[[gnu::noinline]] void $body($parameters$tableParameters) {
 $names$start  for (turns *= $loops; turns > 0; --turns) {
 $hide$turn$statements$advance  }
 }
@@ -40,8 +40,8 @@ $hide$turn$statements$advance  }
 )";
 
 constexpr const char* kFunction = R"(
-void $name($parameters) {
-$tables  $body($arguments$tableArguments);
+$result $name($parameters) {
+$tables  $body$layout($arguments$tableArguments);
 }
 )";
 
@@ -72,6 +72,26 @@ namespace ZVXG_MACHINE {
 $tables
 }  // namespace ZVXG_MACHINE
 }  // namespace zvxg::many
+)";
+
+// Kernels on contiguous transforms, and their tables.
+constexpr const char* kContiguousFile =
+    R"(// Made by kernelgen from its tables; changes belong there.
+#include "many/contiguous.h"
+#include "many/tiles.h"
+
+namespace zvxg::many::ZVXG_MACHINE {
+static_assert(kMaxContiguous == $longest);
+$text$tables
+}  // namespace zvxg::many::ZVXG_MACHINE
+)";
+
+constexpr const char* kContiguousKernels = R"(
+constinit const ContiguousKernels<$real> $name = {
+    {$toSpectrum},
+    {$toSamples},
+    $hartley,
+};
 )";
 
 constexpr const char* kKernels = R"(
@@ -117,6 +137,29 @@ constexpr Frame kBeside = {kRows.parameters, kRows.arguments, "",
     dst += y.kTransforms * dstStep;
 )"};
 
+// Contiguous transforms, `srcStep` and `dstStep` apart, which registers hold at once.
+constexpr Frame kContiguous = {kRows.parameters, kRows.arguments, "",
+                               R"(    const Tiles<$vector, $length> x(src, srcStep);
+    Tiles<$vector, $length> y;
+)",
+                               R"(    y.write(dst, dstStep);
+    src += kLanes<$vector> * srcStep;
+    dst += kLanes<$vector> * dstStep;
+)"};
+
+constexpr Frame kContiguousToSpectrum = {kRows.parameters, kRows.arguments, "",
+                                         R"(    const Tiles<$vector, $length> x(src, srcStep);
+    SpectrumTiles<$vector, $length, kLayout> y;
+)",
+                                         kContiguous.advance};
+
+constexpr Frame kContiguousToSamples = {
+    kRows.parameters, kRows.arguments, "",
+    R"(    const SpectrumTiles<$vector, $length, kLayout> x(src, srcStep);
+    Tiles<$vector, $length> y;
+)",
+    kContiguous.advance};
+
 constexpr Frame kToSpectrum = {
     "const $real* src, std::ptrdiff_t srcStep, const SpectrumRows<$real>& dst, "
     "const $real* factor, std::ptrdiff_t turns",
@@ -144,7 +187,8 @@ constexpr Frame kToSamples = {
 enum class Reading {
   Elements,
   Scalars,
-  Beside
+  Beside,
+  Contiguous
 };
 
 struct ManyKernel {
@@ -152,7 +196,9 @@ struct ManyKernel {
   KernelId id;
   Reading reading;
 
-  bool isShared() const { return reading != Reading::Scalars; }
+  bool isShared() const { return reading == Reading::Elements || reading == Reading::Beside; }
+  // Of spectra, what is contiguous has another text for each layout.
+  bool hasLayouts() const { return reading == Reading::Contiguous && id.family == Family::Real; }
 };
 
 KernelId inverseOf(KernelId id) {
@@ -167,11 +213,15 @@ Reading readingOf(const KernelId& id) {
   return isScalar || recipe.step() == Step::Chirp ? Reading::Scalars : Reading::Elements;
 }
 
+// Pack has places for all that is not always zero.
+bool isOfLayouts(const KernelId& id) {
+  return id.layout != Layout::Ccs && id.layout != Layout::Perm;
+}
+
 std::vector<ManyKernel> manyKernels() {
   std::vector<ManyKernel> list;
   for (const KernelId& id : kernelList()) {
-    // Pack has places for all that is not always zero.
-    if (id.layout == Layout::Ccs || id.layout == Layout::Perm) continue;
+    if (!isOfLayouts(id)) continue;
     const ManyKernel kernel{id, readingOf(id)};
     if (kernel.isShared() && id.direction == Direction::Inverse) continue;
     list.push_back(kernel);
@@ -180,13 +230,28 @@ std::vector<ManyKernel> manyKernels() {
   return list;
 }
 
+std::vector<ManyKernel> contiguousKernels(int longest) {
+  std::vector<ManyKernel> list;
+  for (const KernelId& id : kernelList()) {
+    const bool isReal = id.family != Family::Complex;
+    if (isReal && isOfLayouts(id) && id.length <= longest)
+      list.push_back({id, Reading::Contiguous});
+  }
+  return list;
+}
+
 const Frame& frameOf(const ManyKernel& kernel) {
+  if (kernel.reading == Reading::Contiguous) {
+    if (kernel.id.family == Family::Hartley) return kContiguous;
+    return kernel.id.direction == Direction::Forward ? kContiguousToSpectrum : kContiguousToSamples;
+  }
   switch (kernel.id.family) {
     case Family::Complex:
       switch (kernel.reading) {
         case Reading::Elements: return kRows;
         case Reading::Scalars: return kPartRows;
         case Reading::Beside: return kBeside;
+        case Reading::Contiguous: break;
       }
       break;
     case Family::Real: return kernel.id.direction == Direction::Forward ? kToSpectrum : kToSamples;
@@ -200,6 +265,7 @@ std::string printed(Reading reading) {
     case Reading::Elements: return "elements";
     case Reading::Scalars: return "scalars";
     case Reading::Beside: return "beside";
+    case Reading::Contiguous: return "contiguous";
   }
   throw std::logic_error("no name of a reading");
 }
@@ -208,6 +274,7 @@ std::string nameOf(const KernelId& id, Reading reading) {
   const std::string symbol = id.symbol();
   const std::string end = std::to_string(id.length) + symbol.substr(symbol.rfind('_'));
   const bool forward = id.direction == Direction::Forward;
+  if (reading == Reading::Contiguous) return "contiguous" + nameOf(id, Reading::Scalars);
   switch (id.family) {
     case Family::Complex:
       return (forward ? "forward" : "inverse") +
@@ -258,7 +325,8 @@ Graph graphOf(const KernelId& id, Reading reading) {
   switch (reading) {
     case Reading::Elements:
       return apart(graphAtWidth(id, id.precision == Precision::Single ? 64 : 128), 2);
-    case Reading::Scalars: return scalarised(makeKernel(id).graph);
+    case Reading::Scalars:
+    case Reading::Contiguous: return scalarised(makeKernel(id).graph);
     case Reading::Beside: return withWholeLoads(graphAtWidth(id, 128), id.length);
   }
   throw std::logic_error("no graph of a reading");
@@ -276,7 +344,8 @@ Graph checkedGraph(const KernelId& id, Reading reading) {
 int groupOf(const KernelId& id, Reading reading) {
   switch (reading) {
     case Reading::Elements: return 2;
-    case Reading::Scalars: return 1;
+    case Reading::Scalars:
+    case Reading::Contiguous: return 1;
     case Reading::Beside:
       return std::max(designOf(id).width, 128) / (id.precision == Precision::Single ? 32 : 64);
   }
@@ -320,6 +389,10 @@ Text textOf(const KernelId& id, Reading reading) {
   const Graph graph = checkedGraph(id, reading);
   Text text;
   text.widths = widthsOf(graph);
+  // Tiles are of whole registers.
+  if (reading == Reading::Contiguous && text.widths == Widths::HalfOfSingles) {
+    text.widths = Widths::TwoOfDoubles;
+  }
   Design design = designOf(id);
   design.pace = kPace;
   design.isLong = false;
@@ -359,6 +432,9 @@ class Printer {
                {"length", std::to_string(id.length)},
                {"group", std::to_string(group_)},
                {"body", nameOf(id, kernel.reading) + "Body"},
+               {"template", kernel.hasLayouts() ? "template <Layout kLayout>\n" : ""},
+               {"result", kernel.hasLayouts() ? "template <Layout kLayout>\nvoid" : "void"},
+               {"layout", kernel.hasLayouts() ? "<kLayout>" : ""},
                {"reading", printed(kernel.reading)}};
   }
 
@@ -508,6 +584,38 @@ std::string emitManyTables(int longest) {
                           {"hartley", table(Family::Hartley, kForward, Layout::None, false)}});
   }
   return filled(kTables, {{"declarations", declarations}, {"tables", tables}});
+}
+
+std::string emitContiguous(int longest) {
+  static constexpr char kCcs[] = "<Layout::Ccs>", kPack[] = "<Layout::Pack>",
+                        kPerm[] = "<Layout::Perm>";
+  std::string text, tables;
+  for (const ManyKernel& kernel : contiguousKernels(longest)) text += Printer(kernel).print();
+  for (const Precision p : {Precision::Single, Precision::Double}) {
+    const auto runs = [&](Family family, Direction d, const char* layout) {
+      std::vector<std::string> names;
+      for (int n = kMinLength; n <= longest; ++n) {
+        const KernelId id{family, d, n, p, family == Family::Real ? Layout::Pack : Layout::None};
+        // Without a bin of half the length, Perm is Pack.
+        const bool isPack = n % 2 != 0 && layout == kPerm;
+        names.push_back(nameOf(id, Reading::Contiguous) + (isPack ? kPack : layout));
+      }
+      return "{" + listed(names) + "}";
+    };
+    const auto spectra = [&](Direction d) {
+      return listed({runs(Family::Real, d, kCcs), runs(Family::Real, d, kPack),
+                     runs(Family::Real, d, kPerm)});
+    };
+    const bool single = p == Precision::Single;
+    tables +=
+        filled(kContiguousKernels, {{"real", single ? "float" : "double"},
+                                    {"name", single ? "kContiguousSingle" : "kContiguousDouble"},
+                                    {"toSpectrum", spectra(Direction::Forward)},
+                                    {"toSamples", spectra(Direction::Inverse)},
+                                    {"hartley", runs(Family::Hartley, Direction::Forward, "")}});
+  }
+  return filled(kContiguousFile,
+                {{"longest", std::to_string(longest)}, {"text", text}, {"tables", tables}});
 }
 
 ManyCounts rowCounts(const KernelId& id) { return countsOf(id, readingOf(id)); }

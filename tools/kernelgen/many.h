@@ -7,6 +7,7 @@
 //   scalars    the same of each number: for graphs of scalars, and where the parts of an element are
 //              in different registers
 //   beside     a register holds what it does in the graph, once for each of several transforms
+//   contiguous scalars of real transforms that are transposed as they are loaded and stored
 #pragma once
 
 #include <optional>
@@ -33,5 +34,8 @@ std::string emitMany(int first, int last, int part, int parts);
 // The file of the tables of them all. Up to the longest, kernels are those of the machine that it is
 // compiled for; beyond, they are those of AVX.
 std::string emitManyTables(int longest);
+
+// The file of the kernels on contiguous real transforms, up to the longest length, and of their tables.
+std::string emitContiguous(int longest);
 
 }  // namespace kernelgen
