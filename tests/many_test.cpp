@@ -163,7 +163,7 @@ class Places {
 template <class T>
 std::vector<T> someNumbers(Random& random, std::size_t count) {
   static const std::vector<T> kStock = [&] {
-    std::vector<T> stock = numbersWithZeros<T>(random, 1 << 20);
+    std::vector<T> stock = numbersWithZeros<T>(random, 6 << 20);
     for (std::size_t i = 0; i < stock.size(); i += 1 + random() % 4000) {
       stock[i] =
           i % 2 == 0 ? std::numeric_limits<T>::infinity() : std::numeric_limits<T>::quiet_NaN();
@@ -232,6 +232,8 @@ std::string text(const Batch& b) {
 template <class T>
 class Memory {
  public:
+  explicit Memory(std::size_t bytes = 1 << 23) : pages_{GuardedPages(bytes), GuardedPages(bytes)} {}
+
   T* place(int which, std::size_t count, int placement) {
     if (placement < 2) return pages_[which].place<T>(count, placement == 0);
     // An odd address, as far as the last page allows.
@@ -240,7 +242,7 @@ class Memory {
   static constexpr int kPlacements = 3;
 
  private:
-  GuardedPages pages_[2] = {GuardedPages(1 << 23), GuardedPages(1 << 23)};
+  GuardedPages pages_[2];
 };
 
 // Whether the batch does to arrays at this placement what the single calls do.
@@ -282,6 +284,7 @@ ZVXG_LAYOUT(kContiguous, {1, n});
 ZVXG_LAYOUT(kApart, {1, n + 3});
 ZVXG_LAYOUT(kElementMajor, {h, 1});
 ZVXG_LAYOUT(kColumns, {h + 5, 1});
+ZVXG_LAYOUT(kPagesApart, {1024, 1});
 ZVXG_LAYOUT(kGeneral, {3, 3 * n + 2});
 ZVXG_LAYOUT(kInterleaved, {2 * h + 1, 2});
 ZVXG_LAYOUT(kBackwards, {-1, -n});
@@ -353,6 +356,45 @@ void expectBits(const Library& library, bool inPlace) {
 TEST_P(Many, HasTheBitsOfTheSingleCall) { expectBits(library_, false); }
 
 TEST_P(Many, ReplacesItsSources) { expectBits(library_, true); }
+
+// Rows that pass through a large block: of batches beyond the caches, and rows whole pages apart. At
+// some lengths, as the single calls take their time.
+TEST_P(Many, HasTheBitsInLargeBlocks) {
+  constexpr std::ptrdiff_t kBytes = 34 << 20;  // of both sides
+  Random random = makeRandom();
+  std::tuple<Memory<float>, Memory<double>> memories(kBytes, kBytes);
+  forEachMany(library_, [&]<class T>(const Transform<T>& transform, T) {
+    if (transform.length() > 128) return;
+    const Shape from = transform.source(), to = transform.destination();
+    const auto holdsFor = [&](std::initializer_list<Sides> layouts, std::ptrdiff_t howmany,
+                              bool inPlace) {
+      const Sides& sides = layouts.begin()[random() % layouts.size()];
+      const Batch b = makeBatch(transform, sides, howmany, kUnscaled);
+      const auto placement = static_cast<int>(random() % Memory<T>::kPlacements);
+      return holds(transform, b, inPlace, std::get<Memory<T>>(memories), placement, random);
+    };
+    if (random() % 90 == 0) {
+      const std::ptrdiff_t each = sizeof(T) * (from.elements * from.parts + to.elements * to.parts);
+      ASSERT_TRUE(holdsFor({{kElementMajor, kElementMajor},
+                            {kContiguous, kColumns},
+                            {kUpwards, kElementMajor},
+                            {kElementMajor, kContiguous},
+                            {kConstant, kColumns},
+                            {kColumns, kUpwards}},
+                           kBytes / each + random() % 70, false));
+    }
+    if (random() % 20 != 0) return;
+    const std::ptrdiff_t howmany = random() % 1024 + 1;
+    ASSERT_TRUE(holdsFor({{kPagesApart, kPagesApart},
+                          {kPagesApart, kColumns},
+                          {kElementMajor, kPagesApart},
+                          {kPagesApart, kApart},
+                          {kApart, kPagesApart}},
+                         howmany, false));
+    if (from.parts != to.parts) return;
+    ASSERT_TRUE(holdsFor({{kPagesApart, kPagesApart}}, howmany, true));
+  });
+}
 
 // ---- The contract -------------------------------------------------------------------------------
 

@@ -4,11 +4,12 @@
 // transposed if they are contiguous, else gathered and scattered. So each side has its own way, and
 // what is contiguous here and element-major there takes no pass of its own.
 //
-// What does not fill a turn goes through a block, too.
+// So do rows that the caches serve badly, and what does not fill a turn.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "many/rows.h"
@@ -32,6 +33,9 @@ struct Block {
 inline const Byte* bytes(const void* p) { return static_cast<const Byte*>(p); }
 inline Byte* bytes(void* p) { return static_cast<Byte*>(p); }
 
+constexpr std::ptrdiff_t kLine = 64, kPage = 4096;
+constexpr int kWays = 8;
+
 // One array of a batch, as reals. In a block, the elements of its transforms are rows of `unit` reals
 // for each transform. Of `bins`, real and imaginary parts are elements of their own.
 template <class T>
@@ -48,6 +52,11 @@ struct Side {
   bool isContiguous() const { return stride == pair(); }
   bool isElementMajor() const { return dist == pair(); }
   bool isRows() const { return isElementMajor() && !bins; }
+  // Rows whole pages apart share a few places of a first-level cache, and drive each other out before
+  // the next turn.
+  bool areCrowded() const {
+    return elements > kWays && isElementMajor() && stride * kSize<T> % kPage == 0;
+  }
   T* transform(std::ptrdiff_t number) const { return at + number * dist; }
 };
 
@@ -60,10 +69,14 @@ void copyNumbers(const T* src, std::ptrdiff_t srcDist, T* dst, std::ptrdiff_t ds
   }
 }
 
-// `count` rows of some bytes each, 4 to 2 * kEnd: both ends of a row, which meet or overlap.
+// `count` rows of some bytes each, from 4 on. Short ones by both ends of a row, which meet or overlap.
 template <int kEnd = 64>
 void copyRows(const Byte* src, std::ptrdiff_t srcStep, Byte* dst, std::ptrdiff_t dstStep, int count,
               std::ptrdiff_t rowBytes) {
+  if (rowBytes > 2 * kEnd) {
+    for (int i = 0; i < count; ++i) std::memcpy(dst + i * dstStep, src + i * srcStep, rowBytes);
+    return;
+  }
   if constexpr (kEnd > 4) {
     if (rowBytes <= kEnd) {
       return copyRows<kEnd / 2>(src, srcStep, dst, dstStep, count, rowBytes);
@@ -169,20 +182,25 @@ void store(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t 
   }
 }
 
-// Rows are as many streams as a transform has elements, which is more than a processor follows by
-// itself: once a batch leaves the caches, its rows are fetched ahead of their use. Within the caches
-// that would only cost time.
-inline constexpr std::ptrdiff_t kFetchedBytes = 1 << 20;  // half of a usual second-level cache
-inline constexpr std::ptrdiff_t kFetchedPanelBytes = 8192;
+// Copies to memory. Its lines are not read first, and do not stay in the caches.
+inline void stream(const Byte* from, std::ptrdiff_t count, Byte* to) {
+  const std::ptrdiff_t head = -reinterpret_cast<std::intptr_t>(to) & (kLine - 1);
+  std::ptrdiff_t at = std::min(head, count);
+  std::memcpy(to, from, at);
+  for (; at + kLine <= count; at += kLine) {
+    const __m256 low = loadRow(from + at), high = loadRow(from + at + kLine / 2);
+    _mm256_stream_ps(reinterpret_cast<float*>(to + at), low);
+    _mm256_stream_ps(reinterpret_cast<float*>(to + at + kLine / 2), high);
+  }
+  std::memcpy(to + at, from + at, count - at);
+}
 
-// Fetches the rows of transforms from `first` on.
-template <class T>
-void fetch(const Side<T>& side, std::ptrdiff_t first, std::ptrdiff_t count) {
-  if (!side.isElementMajor()) return;
-  const std::ptrdiff_t rowBytes = count * side.pair() * kSize<T>;
-  for (int i = 0; i < side.elements; i += side.bins ? 2 : 1) {
-    const Byte* const row = bytes(side.transform(first) + side.offset(i));
-    for (std::ptrdiff_t at = 0; at < rowBytes; at += 64) __builtin_prefetch(row + at);
+template <int kUnit, class T, int kRowBytes>
+void streamRows(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t first,
+                std::ptrdiff_t count) {
+  for (int i = 0; i < dst.elements; ++i) {
+    stream(bytes(block.row(i)), count * kUnit * kSize<T>,
+           bytes(dst.transform(first) + dst.offset(i)));
   }
 }
 
@@ -190,32 +208,29 @@ void fetch(const Side<T>& side, std::ptrdiff_t first, std::ptrdiff_t count) {
 // may be the same. Rows of a side that has none of its own are in a block.
 template <int kUnit, int kElements, int kRowBytes, class T, class Run>
 void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
-                  std::ptrdiff_t howmany, const Run& run) {
+                  std::ptrdiff_t howmany, bool streams, const Run& run) {
   using Rows = Block<T, kRowBytes>;
   alignas(64) T numbers[kElements * Rows::kStep];
   const Rows block = {numbers};
-  const bool fromRows = src.isRows(), toRows = dst.isRows();
+  constexpr bool kIsLarge = kRowBytes > 512;
+  const bool fromRows = src.isRows() && !(kIsLarge && src.areCrowded());
+  const bool toRows = dst.isRows() && !(kIsLarge && dst.areCrowded()) && !streams;
   const std::ptrdiff_t rest = howmany % transforms, full = howmany - rest;
-  const bool fetches = howmany * (src.elements + dst.elements) * kUnit * kSize<T> > kFetchedBytes;
-  const std::ptrdiff_t turnBytes =
-      std::max(src.elements, dst.elements) * transforms * kUnit * kSize<T>;
   const std::ptrdiff_t panel =
-      !fromRows || !toRows ? Rows::kStep / kUnit
-      : fetches ? std::max<std::ptrdiff_t>(kFetchedPanelBytes / turnBytes, 1) * transforms
-                : full;
+      fromRows && toRows ? full : Rows::kStep / kUnit / transforms * transforms;
   for (std::ptrdiff_t first = 0; first < full; first += panel) {
     const std::ptrdiff_t count = std::min(panel, full - first);
-    if (fetches) {
-      const std::ptrdiff_t next = first + count, ahead = std::min(panel, full - next);
-      fetch(src, next, ahead);
-      fetch(dst, next, ahead);
-    }
     if (!fromRows) load<kUnit>(src, first, count, count, block);
     run(fromRows ? src.transform(first) : numbers, fromRows ? src.stride : Rows::kStep,
         toRows ? dst.transform(first) : numbers, toRows ? dst.stride : Rows::kStep,
         count / transforms);
-    if (!toRows) store<kUnit>(block, dst, first, count);
+    if (streams) {
+      streamRows<kUnit>(block, dst, first, count);
+    } else if (!toRows) {
+      store<kUnit>(block, dst, first, count);
+    }
   }
+  if (streams) _mm_sfence();
   if (rest == 0) return;
   load<kUnit>(src, full, rest, transforms, block);
   run(numbers, Rows::kStep, numbers, Rows::kStep, 1);
@@ -224,14 +239,28 @@ void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
 
 // A block shares the first-level cache with the arrays. One for short transforms takes many turns, as
 // a panel costs as much as some of these.
+//
+// The rows of a batch that outgrows the caches are more streams than a processor follows by itself. Its
+// block has runs of many lines, in the second-level cache, which go to memory as whole lines, but in
+// place, where the lines were just read. Crowded rows of a batch in the second-level cache have the
+// same block, and there are crowded no more, as each is an odd number of lines.
 template <int kUnit, class T, class Run>
 void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std::ptrdiff_t howmany,
               const Run& run) {
   constexpr int kFew = 18, kMost = 128;  // 16 samples are 9 bins; the orders of a kernel end with 7
-  if (std::max(src.elements, dst.elements) <= kFew) {
-    runWithBlock<kUnit, kFew, 512>(src, dst, transforms, howmany, run);
+  constexpr int kLarge = kMaxLength + 2, kRun = 15 * kLine;
+  constexpr std::ptrdiff_t kNearBytes = 1 << 21, kCachedBytes = 1 << 25;
+  const int elements = std::max(src.elements, dst.elements);
+  const std::ptrdiff_t batchBytes = howmany * (src.elements + dst.elements) * kUnit * kSize<T>;
+  const bool outgrows = batchBytes > kCachedBytes;
+  const bool crowded = (src.areCrowded() || dst.areCrowded()) && batchBytes <= kNearBytes;
+  if (elements <= kLarge && (outgrows || crowded)) {
+    const bool streams = outgrows && dst.isRows() && src.at != dst.at;
+    runWithBlock<kUnit, kLarge, kRun>(src, dst, transforms, howmany, streams, run);
+  } else if (elements <= kFew) {
+    runWithBlock<kUnit, kFew, 512>(src, dst, transforms, howmany, false, run);
   } else {
-    runWithBlock<kUnit, kMost, 128>(src, dst, transforms, howmany, run);
+    runWithBlock<kUnit, kMost, 128>(src, dst, transforms, howmany, false, run);
   }
 }
 
