@@ -19,6 +19,12 @@
 namespace fuzz {
 
 using api::kFlags;
+using tests::Exact;
+
+inline const api::Exports& exports() {
+  static const api::Exports kExports(api::linkedFunctions());
+  return kExports;
+}
 
 inline void require(bool holds, const char* what) {
   if (holds) return;

@@ -12,14 +12,8 @@ using api::asArgument;
 using api::Function;
 using api::Role;
 using api::Transform;
-using tests::Exact;
 
 constexpr int32_t kLongestPlan = 1 << 12;
-
-const api::Exports& exports() {
-  static const api::Exports kExports(api::linkedFunctions());
-  return kExports;
-}
 
 const std::vector<Transform>& fuzzed() {
   static const std::vector<Transform> kFuzzed = [] {
