@@ -2,8 +2,10 @@
 # straight-line code, the generator, and the companion header in the program of its tests.
 
 get_target_property(written zvxg_objects SOURCES)
-get_target_property(ofLevel zvxg_objects_${ZVXG_LEVEL} SOURCES)
-list(APPEND written ${ofLevel})
+foreach(target zvxg_objects_${ZVXG_LEVEL} zvxg_kernels_dct4_base_for_base)
+  get_target_property(others ${target} SOURCES)
+  list(APPEND written ${others})
+endforeach()
 list(FILTER written EXCLUDE REGEX "^/")
 list(TRANSFORM written PREPEND ${PROJECT_SOURCE_DIR}/src/)
 # Tests call the library on threads, and a count that two of them raise at once may go astray.

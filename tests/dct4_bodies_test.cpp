@@ -1,5 +1,5 @@
 // The bodies of a plan's stages by themselves, also those that no accepted length reaches, against
-// the formulas in long double; and every way of writing against the direct one.
+// the formulas in long double; and every way of writing and the wider vectors against the direct one.
 
 #include <numbers>
 
@@ -26,16 +26,19 @@ std::shared_ptr<T[]> aligned(const std::vector<T>& numbers) {
 
 template <class T>
 struct Dct4Bodies : testing::Test {
-  // Runs the stage with each way of writing; the results of all have to be `expected`.
-  template <class Run>
-  void expectAll(const std::vector<long double>& expected, const Run& run) {
+  // Runs the kernels of a stage with each way of writing; the results of all have to be `expected`.
+  template <class Kernel, class Run>
+  void expectAll(const std::vector<long double>& expected, std::initializer_list<Kernel> kernels,
+                 const Run& run) {
     std::vector<T> direct;
-    for (const Writing writing : kWritings) {
-      const auto out = aligned(std::vector<T>(expected.size(), poison<T>()));
-      run(out.get(), writing);
-      const std::vector<T> numbers(out.get(), out.get() + expected.size());
-      if (writing == Writing::Direct) direct = numbers;
-      EXPECT_TRUE(sameNumbers(direct, numbers)) << static_cast<int>(writing);
+    for (const Kernel kernel : kernels) {
+      for (const Writing writing : kWritings) {
+        const auto out = aligned(std::vector<T>(expected.size(), poison<T>()));
+        run(kernel, out.get(), writing);
+        const std::vector<T> numbers(out.get(), out.get() + expected.size());
+        if (direct.empty()) direct = numbers;
+        EXPECT_TRUE(sameNumbers(direct, numbers)) << static_cast<int>(writing);
+      }
     }
     EXPECT_LE(relativeError(expected, direct), sizeof(T) == 4 ? 4e-7 : 8e-16);
   }
@@ -47,7 +50,7 @@ TYPED_TEST_SUITE(Dct4Bodies, Precisions);
 TYPED_TEST(Dct4Bodies, Leaves) {
   using T = TypeParam;
   for (int state = 1; state <= 6; ++state) {
-    for (const int r : {kLanes<T>, 4 * kLanes<T>}) {
+    for (const int r : {kLanes<Narrow<T>>, 4 * kLanes<Narrow<T>>}) {
       for (const int splits : {1, 2, 8}) {
         const int length = 1 << state, half = length / 2, width = r * splits, n = width * length;
         SCOPED_TRACE(testing::Message() << length << " points, r " << r << ", splits " << splits);
@@ -65,8 +68,10 @@ TYPED_TEST(Dct4Bodies, Leaves) {
             }
           }
         }
-        this->expectAll(expected, [&](T* out, Writing writing) {
-          kLeaves<T>[state - 1]({source.get(), out, n, r, splits, writing});
+        const auto narrow = kLeaves<Narrow<T>>[state - 1];
+        const auto wide = r % kLanes<Simd<T, 64>> == 0 ? kLeaves<Simd<T, 64>>[state - 1] : narrow;
+        this->expectAll(expected, {narrow, wide}, [&](auto kernel, T* out, Writing writing) {
+          kernel({source.get(), out, n, r, splits, writing});
         });
       }
     }
@@ -76,11 +81,11 @@ TYPED_TEST(Dct4Bodies, Leaves) {
 TYPED_TEST(Dct4Bodies, Splits) {
   using T = TypeParam;
   for (int state = 1; state <= 5; ++state) {
-    for (const int width : {kLanes<T>, 4 * kLanes<T>, 32 * kLanes<T>}) {
+    for (const int width : {kLanes<Narrow<T>>, 4 * kLanes<Narrow<T>>, 32 * kLanes<Narrow<T>>}) {
       for (const int p : {1, 2, 8}) {
         const int q = 1 << state, half = q * p, n = 2 * half * width;
         SCOPED_TRACE(testing::Message() << "radix " << q << ", width " << width << ", p " << p);
-        const auto table = aligned(std::vector<T>(p * 2 * (q - 1) * kLanes<T>));
+        const auto table = aligned(std::vector<T>(p * 2 * (q - 1) * kLanes<Narrow<T>>));
         PhaseSource<T> source = {};
         source.evaluate = evaluatePhase<T>;
         source.length = 2 * half;
@@ -107,9 +112,11 @@ TYPED_TEST(Dct4Bodies, Splits) {
             expected[width * (2 * k + 1) + col] += re * std::sin(angle) + im * std::cos(angle);
           }
         }
-        this->expectAll(expected, [&](T* out, Writing writing) {
-          kSplits<T>[state - 1](
-              {in.get(), table.get(), width, p, outputsIn<T>(out, width, p), writing});
+        const auto narrow = kSplits<Narrow<T>>[state - 1];
+        const auto wide =
+            width % kLanes<Simd<T, 64>> == 0 ? kSplits<Simd<T, 64>>[state - 1] : narrow;
+        this->expectAll(expected, {narrow, wide}, [&](auto kernel, T* out, Writing writing) {
+          kernel({in.get(), table.get(), width, p, outputsIn<T>(out, width, p), writing});
         });
       }
     }
@@ -120,7 +127,7 @@ TYPED_TEST(Dct4Bodies, Roots) {
   using T = TypeParam;
   for (int state = 1; state <= 6; ++state) {
     for (const int blocks : {1, 2, 4, 16}) {
-      const int r = 1 << (state - 1), m = blocks * kLanes<T>, n = 2 * m * r;
+      const int r = 1 << (state - 1), m = blocks * kLanes<Narrow<T>>, n = 2 * m * r;
       SCOPED_TRACE(testing::Message() << "radix " << r << ", blocks " << blocks);
       const auto table = aligned(std::vector<T>(n));
       RotationSource<T> source = {};
@@ -149,8 +156,10 @@ TYPED_TEST(Dct4Bodies, Roots) {
           expected[2 * m * l + 2 * m - 1 - k] += re * std::cos(down) - im * std::sin(down);
         }
       }
-      this->expectAll(expected, [&](T* out, Writing writing) {
-        kRoots<T>[state - 1]({in.get(), out, table.get(), n, 2 * n - 1, 2 * m, blocks, writing});
+      const auto narrow = kRoots<Narrow<T>>[state - 1];
+      const auto wide = blocks % 2 == 0 ? kRoots<Simd<T, 64>>[state - 1] : narrow;
+      this->expectAll(expected, {narrow, wide}, [&](auto kernel, T* out, Writing writing) {
+        kernel({in.get(), out, table.get(), n, 2 * n - 1, 2 * m, blocks, writing});
       });
     }
   }

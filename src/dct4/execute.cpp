@@ -18,8 +18,8 @@ struct Contiguous {
   const T* src;
   T* dst;
 
-  void runLeaves(uint32_t state, const LeafStage<T>& stage) const { kLeaves<T>[state - 1](stage); }
-  void runRoot(uint32_t state, const RootStage<T>& stage) const { kRoots<T>[state - 1](stage); }
+  void runLeaves(uint32_t state, const LeafStage<T>& stage) const { dct4::runLeaves(state, stage); }
+  void runRoot(uint32_t state, const RootStage<T>& stage) const { dct4::runRoot(state, stage); }
 };
 
 }  // namespace

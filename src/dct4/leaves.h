@@ -27,15 +27,16 @@ struct LeafStage {
 };
 
 // The inputs of a group of columns.
-template <class T>
+template <class S>
 struct LeafInputs {
+  using T = Number<S>;
   const T* ascending;
   const T* descending;  // first column of y[-1]
   std::ptrdiff_t step;  // from y[Q] to y[Q+1], and from y[-1] to y[-2]
 
-  ZVXG_INLINE inline Vector<T> operator()(int q, int g) const {
-    return q >= 0 ? Simd<T>::loadAnywhere(ascending + q * step + g * kLanes<T>)
-                  : Simd<T>::loadDescending(descending + (-q - 1) * step - g * kLanes<T>);
+  ZVXG_INLINE inline Vector<S> operator()(int q, int g) const {
+    return q >= 0 ? S::loadAnywhere(ascending + q * step + g * kLanes<S>)
+                  : S::loadDescending(descending + (-q - 1) * step - g * kLanes<S>);
   }
 };
 
@@ -58,30 +59,32 @@ template <class T, int kLength, int kRadix>
 constexpr auto kSplitTurns = SplitTurns<T, kLength, kRadix>::make();
 
 // Stores the real part, and the imaginary part at a distance.
-template <class T>
-ZVXG_INLINE inline void storePair(T* re, std::ptrdiff_t distance, Complex<Vector<T>> z) {
-  Simd<T>::store(re, z.re);
-  Simd<T>::store(re + distance, z.im);
+template <class S>
+ZVXG_INLINE inline void storePair(Number<S>* re, std::ptrdiff_t distance, Complex<Vector<S>> z) {
+  S::store(re, z.re);
+  S::store(re + distance, z.im);
 }
 
 // A group of column transforms. `out` is the place of W[0], `width` the distance of rows there.
-template <class T, int kLength>
-void leafGroup(const LeafInputs<T>& in, T* out, std::ptrdiff_t width, int vectors) {
-  using V = Vector<T>;
+template <class S, int kLength>
+void leafGroup(const LeafInputs<S>& in, Number<S>* out, std::ptrdiff_t width, int vectors) {
+  using T = Number<S>;
+  using V = Vector<S>;
   if constexpr (kLength <= 16) {
     for (int g = 0; g < vectors; ++g) {
       std::array<V, kLength> z;
       unroll<kLength>([&](auto i) ZVXG_INLINE { z[i] = in(i - kLength / 2, g); });
       const auto w = oddTransform(z);
-      unroll<kLength / 2>(
-          [&](auto k) ZVXG_INLINE { storePair(out + 2 * k * width + g * kLanes<T>, width, w[k]); });
+      unroll<kLength / 2>([&](auto k) ZVXG_INLINE {
+        storePair<S>(out + 2 * k * width + g * kLanes<S>, width, w[k]);
+      });
     }
   } else {
     // By a split over transforms of length 16.
     constexpr int kRadix = kLength / 16;
-    Tile<T, kRadix * 8> tile;
+    Tile<S, kRadix * 8> tile;
     for (int t = 0; t < kRadix; ++t) {
-      const LeafInputs<T> part = {in.ascending + t * in.step,
+      const LeafInputs<S> part = {in.ascending + t * in.step,
                                   in.descending + (kRadix - 1 - t) * in.step, kRadix * in.step};
       for (int g = 0; g < vectors; ++g) {
         std::array<V, 16> z;
@@ -104,21 +107,23 @@ void leafGroup(const LeafInputs<T>& in, T* out, std::ptrdiff_t width, int vector
           a[t] = rotated(tile.get(8 * t + k, g), turns.cos[k][t], turns.sin[k][t]);
         });
         const auto v = dftFolded(a);
-        unroll<kRadix>([&](auto l) ZVXG_INLINE { storePair(row[l] + g * kLanes<T>, width, v[l]); });
+        unroll<kRadix>([&](auto l)
+                           ZVXG_INLINE { storePair<S>(row[l] + g * kLanes<S>, width, v[l]); });
       }
     }
   }
 }
 
-template <class T, int kLength>
-void runLeaves(const LeafStage<T>& stage) {
+template <class S, int kLength>
+void runLeaves(const LeafStage<Number<S>>& stage) {
+  using T = Number<S>;
   const std::ptrdiff_t r = stage.radix, width = r * stage.splits, step = 2 * width;
-  constexpr std::ptrdiff_t kStep = kGroup * kLanes<T>;
+  constexpr std::ptrdiff_t kStep = kGroup<S> * kLanes<S>;
   const auto run = [&](std::ptrdiff_t col, T* out, std::ptrdiff_t outWidth) {
     const std::ptrdiff_t c = col % r, first = 2 * (col - c) + c;
-    const LeafInputs<T> in = {
+    const LeafInputs<S> in = {
         stage.src + first, stage.src + stage.length - 1 - first - (kLength / 2 - 1) * step, step};
-    leafGroup<T, kLength>(in, out, outWidth, static_cast<int>(std::min(kStep, r - c) / kLanes<T>));
+    leafGroup<S, kLength>(in, out, outWidth, static_cast<int>(std::min(kStep, r - c) / kLanes<S>));
   };
   const std::ptrdiff_t groupStep = std::min(kStep, r);
   if (stage.writing == Writing::Direct) {
@@ -126,8 +131,8 @@ void runLeaves(const LeafStage<T>& stage) {
       run(col, stage.out + col, stage.outWidth);
     return;
   }
-  constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
-  Staging<T> staging;
+  constexpr std::ptrdiff_t kRun = Staging<S>::kRun;
+  Staging<S> staging;
   for (std::ptrdiff_t start = 0; start < width; start += kRun) {
     const std::ptrdiff_t count = std::min(kRun, width - start);
     for (std::ptrdiff_t col = 0; col < count; col += groupStep) {
@@ -141,10 +146,16 @@ void runLeaves(const LeafStage<T>& stage) {
 }
 
 // By `state` - 1 of the record.
-template <class T>
+template <class S>
 constexpr auto kLeaves = []<int... i>(std::integer_sequence<int, i...>) {
-  return std::array{runLeaves<T, 2 << i>...};
+  return std::array{runLeaves<S, 2 << i>...};
 }
 (std::make_integer_sequence<int, kLastLeafState>());
+
+template <class T>
+void runLeaves(uint32_t state, const LeafStage<T>& stage) {
+  const bool fits = stage.radix % kLanes<Wide<T>> == 0;
+  (fits ? kLeaves<Wide<T>> : kLeaves<Narrow<T>>)[state - 1](stage);
+}
 
 }  // namespace zvxg::dct4

@@ -28,17 +28,18 @@ constexpr std::array<int, r> kRotationPlace = [] {
   return places;
 }();
 
-// Loads and rotates columns c .. c + 3 of a block, or as many as there are.
-template <class T, int r, int c>
-ZVXG_INLINE inline void loadRotated(const T* block, const T* table, Complex<Vector<T>> (&z)[4]) {
-  static_assert(kLanes<T> == kTableLanes<T>, "a wider vector would take several blocks");
+// Loads and rotates columns c .. c + 3 of the blocks of a vector, or as many as there are.
+template <class S, int r, int c>
+ZVXG_INLINE inline void loadRotated(const Number<S>* block, const Number<S>* table,
+                                    Complex<Vector<S>> (&z)[4]) {
+  using T = Number<S>;
   constexpr int kColumns = r < 4 ? r : 4;
-  Vector<T> re[4], im[4];
+  Vector<S> re[4], im[4];
   if constexpr (r >= 4) {
-    Simd<T>::loadColumns(block + c, 2 * r, re);
-    Simd<T>::loadColumns(block + r + c, 2 * r, im);
+    loadColumns<S>(block + c, 2 * r, re);
+    loadColumns<S>(block + r + c, 2 * r, im);
   } else {
-    for (int lane = 0; lane < kTableLanes<T>; ++lane) {
+    for (int lane = 0; lane < kLanes<S>; ++lane) {
       for (int i = 0; i < kColumns; ++i) {
         re[i][lane] = block[2 * r * lane + i];
         im[i][lane] = block[2 * r * lane + r + i];
@@ -47,44 +48,47 @@ ZVXG_INLINE inline void loadRotated(const T* block, const T* table, Complex<Vect
   }
   unroll<kColumns>([&](auto i) ZVXG_INLINE {
     const T* const pair = table + 2 * kRotationPlace<r>[c + i] * kTableLanes<T>;
-    z[i] = rotated(Complex<Vector<T>>{re[i], im[i]}, Simd<T>::load(pair),
-                   Simd<T>::load(pair + kTableLanes<T>));
+    constexpr std::ptrdiff_t kBlock = 2 * r * kTableLanes<T>;
+    z[i] = rotated(Complex<Vector<S>>{re[i], im[i]}, S::loadBlocks(pair, kBlock),
+                   S::loadBlocks(pair + kTableLanes<T>, kBlock));
   });
 }
 
 // The places for the outputs of a group of blocks: l from up + l step on, ascending, and the
 // mirrored one from down + l step on, descending.
-template <class T>
+template <class S>
 struct RootOutputs {
+  using T = Number<S>;
   T *up, *down;
   std::ptrdiff_t step;
 
   // The outputs q = kRadix (i - kCount / 2) + t, i < kCount: l = q, or the mirrored l = -q - 1.
   template <int kRadix, std::size_t kCount>
-  ZVXG_INLINE inline void put(int t, int g, const std::array<Vector<T>, kCount>& y) const {
+  ZVXG_INLINE inline void put(int t, int g, const std::array<Vector<S>, kCount>& y) const {
     constexpr int kHalf = kCount / 2;
-    T* const firstUp = up + t * step + g * kLanes<T>;
-    T* const firstDown = down + (kRadix - 1 - t) * step - (g + 1) * kLanes<T> + 1;
+    T* const firstUp = up + t * step + g * kLanes<S>;
+    T* const firstDown = down + (kRadix - 1 - t) * step - (g + 1) * kLanes<S> + 1;
     unroll<kHalf>([&](auto i) ZVXG_INLINE {
-      Simd<T>::storeAnywhere(firstUp + i * kRadix * step, y[kHalf + i]);
-      Simd<T>::storeAnywhere(firstDown + i * kRadix * step, Simd<T>::reversed(y[kHalf - 1 - i]));
+      S::storeAnywhere(firstUp + i * kRadix * step, y[kHalf + i]);
+      S::storeAnywhere(firstDown + i * kRadix * step, S::reversed(y[kHalf - 1 - i]));
     });
   }
 };
 
-template <class T, int r>
-void rootGroup(const RootStage<T>& stage, const RootOutputs<T>& out, std::ptrdiff_t block,
+template <class S, int r>
+void rootGroup(const RootStage<Number<S>>& stage, const RootOutputs<S>& out, std::ptrdiff_t first,
                int vectors) {
-  using V = Vector<T>;
-  constexpr std::ptrdiff_t kBlock = 2 * r * kTableLanes<T>;  // elements, in workspace and table
-  const T* const in = stage.in + block * kBlock;
-  const T* const table = stage.table + block * kBlock;
+  using T = Number<S>;
+  using V = Vector<S>;
+  constexpr std::ptrdiff_t kStep = 2 * r * kLanes<S>;  // elements, in workspace and table
+  const T* const in = stage.in + first * kStep;
+  const T* const table = stage.table + first * kStep;
   if constexpr (r <= 8) {
     for (int g = 0; g < vectors; ++g) {
       std::array<Complex<V>, r> z;
       unroll<(r + 3) / 4>([&](auto quarter) ZVXG_INLINE {
         Complex<V> four[4];
-        loadRotated<T, r, 4 * quarter>(in + g * kBlock, table + g * kBlock, four);
+        loadRotated<S, r, 4 * quarter>(in + g * kStep, table + g * kStep, four);
         unroll<(r < 4 ? r : 4)>([&](auto i) ZVXG_INLINE { z[4 * quarter + i] = four[i]; });
       });
       out.template put<1>(0, g, oddSynthesis(z));
@@ -93,11 +97,11 @@ void rootGroup(const RootStage<T>& stage, const RootOutputs<T>& out, std::ptrdif
     // By a split over syntheses of length 16; each step leaves its results where its inputs were.
     constexpr int kRadix = r / 8;
     constexpr const auto& turns = kSplitTurns<T, 2 * r, kRadix>;
-    Tile<T, r> tile;
+    Tile<S, r> tile;
     for (int g = 0; g < vectors; ++g) {
       unroll<r / 4>([&](auto quarter) ZVXG_INLINE {
         Complex<V> four[4];
-        loadRotated<T, r, 4 * quarter>(in + g * kBlock, table + g * kBlock, four);
+        loadRotated<S, r, 4 * quarter>(in + g * kStep, table + g * kStep, four);
         unroll<4>([&](auto i) ZVXG_INLINE { tile.set(4 * quarter + i, g, four[i]); });
       });
     }
@@ -125,31 +129,32 @@ void rootGroup(const RootStage<T>& stage, const RootOutputs<T>& out, std::ptrdif
   }
 }
 
-template <class T, int r>
-void runRoot(const RootStage<T>& stage) {
-  const std::ptrdiff_t step = stage.subLength;
+template <class S, int r>
+void runRoot(const RootStage<Number<S>>& stage) {
+  using T = Number<S>;
+  const std::ptrdiff_t step = stage.subLength, all = stage.blocks * kTableLanes<T> / kLanes<S>;
   T* const up = stage.dst;
   T* const down = stage.dst + stage.lastIndex - (2 * r - 1) * step;
-  const auto vectors = [&](std::ptrdiff_t block) {
-    return static_cast<int>(std::min<std::ptrdiff_t>(kGroup, stage.blocks - block));
+  const auto vectors = [&](std::ptrdiff_t first) {
+    return static_cast<int>(std::min<std::ptrdiff_t>(kGroup<S>, all - first));
   };
   if (stage.writing == Writing::Direct) {
-    for (std::ptrdiff_t block = 0; block < stage.blocks; block += kGroup) {
-      const std::ptrdiff_t k = block * kLanes<T>;
-      rootGroup<T, r>(stage, {up + k, down - k, step}, block, vectors(block));
+    for (std::ptrdiff_t first = 0; first < all; first += kGroup<S>) {
+      const std::ptrdiff_t k = first * kLanes<S>;
+      rootGroup<S, r>(stage, {up + k, down - k, step}, first, vectors(first));
     }
     return;
   }
-  constexpr std::ptrdiff_t kRun = Staging<T>::kRun, kBlocks = kRun / kLanes<T>;
-  Staging<T> staging;
+  constexpr std::ptrdiff_t kRun = Staging<S>::kRun, kMost = kRun / kLanes<S>;
+  Staging<S> staging;
   T* const end = stage.dst + stage.length;
-  for (std::ptrdiff_t start = 0; start < stage.blocks; start += kBlocks) {
-    const std::ptrdiff_t blocks = std::min(kBlocks, stage.blocks - start);
-    const std::ptrdiff_t k = start * kLanes<T>, count = blocks * kLanes<T>;
-    for (std::ptrdiff_t block = 0; block < blocks; block += kGroup) {
-      const std::ptrdiff_t offset = block * kLanes<T>;
-      rootGroup<T, r>(stage, {staging.run(0) + offset, staging.run(r) + count - 1 - offset, kRun},
-                      start + block, vectors(start + block));
+  for (std::ptrdiff_t start = 0; start < all; start += kMost) {
+    const std::ptrdiff_t many = std::min(kMost, all - start);
+    const std::ptrdiff_t k = start * kLanes<S>, count = many * kLanes<S>;
+    for (std::ptrdiff_t first = 0; first < many; first += kGroup<S>) {
+      const std::ptrdiff_t offset = first * kLanes<S>;
+      rootGroup<S, r>(stage, {staging.run(0) + offset, staging.run(r) + count - 1 - offset, kRun},
+                      start + first, vectors(start + first));
     }
     for (int l = 0; l < r; ++l) {
       staging.copyOut(up + l * step + k, staging.run(l), count, stage.writing);
@@ -161,10 +166,16 @@ void runRoot(const RootStage<T>& stage) {
 }
 
 // By `state` - 1 of the record.
-template <class T>
+template <class S>
 constexpr auto kRoots = []<int... i>(std::integer_sequence<int, i...>) {
-  return std::array{runRoot<T, 1 << i>...};
+  return std::array{runRoot<S, 1 << i>...};
 }
 (std::make_integer_sequence<int, 6>());
+
+template <class T>
+void runRoot(uint32_t state, const RootStage<T>& stage) {
+  const bool fits = stage.blocks * kTableLanes<T> % kLanes<Wide<T>> == 0;
+  (fits ? kRoots<Wide<T>> : kRoots<Narrow<T>>)[state - 1](stage);
+}
 
 }  // namespace zvxg::dct4

@@ -42,18 +42,18 @@ SplitOutputs<T> outputsIn(T* out, std::ptrdiff_t width, std::ptrdiff_t count) {
   return {out, out + 2 * (2 * count - 1) * width, 4 * count * width, width};
 }
 
-template <class T>
-ZVXG_INLINE inline Complex<Vector<T>> loadPair(const T* re, const T* im) {
-  return {Simd<T>::load(re), Simd<T>::load(im)};
+template <class S>
+ZVXG_INLINE inline Complex<Vector<S>> loadPair(const Number<S>* re, const Number<S>* im) {
+  return {S::load(re), S::load(im)};
 }
 
 // Multiplies a[t] by the pair for t in the table, t = 1 .. kCount - 1.
-template <int kCount, class V, class T>
-ZVXG_INLINE inline void twiddle(std::array<Complex<V>, kCount>& a, const T* pairs) {
+template <class S, int kCount>
+ZVXG_INLINE inline void twiddle(std::array<Complex<Vector<S>>, kCount>& a, const Number<S>* pairs) {
+  using T = Number<S>;
   unroll<kCount - 1>([&](auto i) ZVXG_INLINE {
     const T* const pair = pairs + 2 * i * kTableLanes<T>;
-    a[i + 1] = rotated(a[i + 1], Simd<T>::loadRepeated(pair),
-                       Simd<T>::loadRepeated(pair + kTableLanes<T>));
+    a[i + 1] = rotated(a[i + 1], S::loadRepeated(pair), S::loadRepeated(pair + kTableLanes<T>));
   });
 }
 
@@ -68,21 +68,22 @@ ZVXG_INLINE inline std::array<Complex<V>, 8> dft(const std::array<Complex<V>, 8>
 
 // One group of columns for one k; `in` is P_0[k]. Not inlined into the loop over groups, because
 // radix 8 would then run out of registers: 2048 points took 2 % longer on Zen 4.
-template <class T, int kRadix>
-[[gnu::noinline]] void splitGroup(const SplitStage<T>& stage, const T* in, SplitOutputs<T> out,
-                                  std::ptrdiff_t k, int vectors) {
-  using V = Vector<T>;
+template <class S, int kRadix>
+[[gnu::noinline]] void splitGroup(const SplitStage<Number<S>>& stage, const Number<S>* in,
+                                  SplitOutputs<Number<S>> out, std::ptrdiff_t k, int vectors) {
+  using T = Number<S>;
+  using V = Vector<S>;
   const std::ptrdiff_t width = stage.width, toImaginary = kRadix * width;
   const auto input = [&](int t, int g) ZVXG_INLINE {
-    const T* const re = in + t * width + g * kLanes<T>;
-    return loadPair(re, re + toImaginary);
+    const T* const re = in + t * width + g * kLanes<S>;
+    return loadPair<S>(re, re + toImaginary);
   };
   // The second half of the kCount results belongs to `down`, in reverse order.
   const auto store = [&]<std::size_t kCount>(T* up, T* down, std::ptrdiff_t step,
                                              const std::array<Complex<V>, kCount>& v) ZVXG_INLINE {
     unroll<kCount / 2>([&](auto l) ZVXG_INLINE {
-      storePair(up + l * step, out.toImaginary, v[l]);
-      storePair(down + l * step, out.toImaginary, v[kCount - 1 - l]);
+      storePair<S>(up + l * step, out.toImaginary, v[l]);
+      storePair<S>(down + l * step, out.toImaginary, v[kCount - 1 - l]);
     });
   };
   if constexpr (kRadix <= 8) {
@@ -90,8 +91,8 @@ template <class T, int kRadix>
     for (int g = 0; g < vectors; ++g) {
       std::array<Complex<V>, kRadix> a;
       unroll<kRadix>([&](auto t) ZVXG_INLINE { a[t] = input(t, g); });
-      twiddle<kRadix>(a, pairs);
-      store(out.up + g * kLanes<T>, out.down + g * kLanes<T>, out.step, dftFolded(a));
+      twiddle<S, kRadix>(a, pairs);
+      store(out.up + g * kLanes<S>, out.down + g * kLanes<S>, out.step, dftFolded(a));
     }
   } else {
     constexpr int kFirst = kRadix / 4;  // radix of the first level
@@ -103,12 +104,12 @@ template <class T, int kRadix>
         (kFirstLeads ? stage.table : other) + k * 2 * (kFirst - 1) * kTableLanes<T>;
     const T* const pairs2 = (kFirstLeads ? other : stage.table) + k * 6 * kFirst * kTableLanes<T>;
 
-    Tile<T, kRadix> tile;
+    Tile<S, kRadix> tile;
     for (int t0 = 0; t0 < 4; ++t0) {
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, kFirst> a;
         unroll<kFirst>([&](auto t1) ZVXG_INLINE { a[t1] = input(4 * t1 + t0, g); });
-        twiddle<kFirst>(a, pairs1);
+        twiddle<S, kFirst>(a, pairs1);
         const auto b = dft(a);
         unroll<kFirst>([&](auto l0) ZVXG_INLINE { tile.set(4 * l0 + t0, g, b[l0]); });
       }
@@ -120,43 +121,45 @@ template <class T, int kRadix>
       for (int g = 0; g < vectors; ++g) {
         std::array<Complex<V>, 4> a;
         unroll<4>([&](auto t0) ZVXG_INLINE { a[t0] = tile.get(4 * l0 + t0, g); });
-        twiddle<4>(a, pairs2 + 6 * l0 * kTableLanes<T>);
-        store(up + g * kLanes<T>, down + g * kLanes<T>, kFirst * out.step, dftFolded(a));
+        twiddle<S, 4>(a, pairs2 + 6 * l0 * kTableLanes<T>);
+        store(up + g * kLanes<S>, down + g * kLanes<S>, kFirst * out.step, dftFolded(a));
       }
     }
   }
 }
 
 // Columns first .. first + count - 1 for one k, group by group, to `out` and what follows there.
-template <class T, int kRadix>
-void splitColumns(const SplitStage<T>& stage, std::ptrdiff_t k, std::ptrdiff_t first,
-                  std::ptrdiff_t count, const SplitOutputs<T>& out) {
-  constexpr std::ptrdiff_t kStep = kGroup * kLanes<T>;
+template <class S, int kRadix>
+void splitColumns(const SplitStage<Number<S>>& stage, std::ptrdiff_t k, std::ptrdiff_t first,
+                  std::ptrdiff_t count, const SplitOutputs<Number<S>>& out) {
+  using T = Number<S>;
+  constexpr std::ptrdiff_t kStep = kGroup<S> * kLanes<S>;
   const T* const in = stage.in + 2 * k * kRadix * stage.width + first;
   for (std::ptrdiff_t col = 0; col < count; col += kStep) {
-    const auto vectors = static_cast<int>(std::min(kStep, count - col) / kLanes<T>);
-    splitGroup<T, kRadix>(stage, in + col,
+    const auto vectors = static_cast<int>(std::min(kStep, count - col) / kLanes<S>);
+    splitGroup<S, kRadix>(stage, in + col,
                           {out.up + col, out.down + col, out.step, out.toImaginary}, k, vectors);
   }
 }
 
-template <class T, int kRadix>
-void splitDirectly(const SplitStage<T>& stage) {
+template <class S, int kRadix>
+void splitDirectly(const SplitStage<Number<S>>& stage) {
   for (std::ptrdiff_t k = stage.first; k < stage.last; ++k) {
-    splitColumns<T, kRadix>(stage, k, 0, stage.width, stage.outputs.after(k));
+    splitColumns<S, kRadix>(stage, k, 0, stage.width, stage.outputs.after(k));
   }
 }
 
 // Collects runs along a row.
-template <class T, int kRadix>
-void splitLongRows(const SplitStage<T>& stage) {
-  constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
-  Staging<T> staging;
+template <class S, int kRadix>
+void splitLongRows(const SplitStage<Number<S>>& stage) {
+  using T = Number<S>;
+  constexpr std::ptrdiff_t kRun = Staging<S>::kRun;
+  Staging<S> staging;
   for (std::ptrdiff_t k = stage.first; k < stage.last; ++k) {
     const SplitOutputs<T> out = stage.outputs.after(k);
     for (std::ptrdiff_t start = 0; start < stage.width; start += kRun) {
       const std::ptrdiff_t count = std::min(kRun, stage.width - start);
-      splitColumns<T, kRadix>(stage, k, start, count,
+      splitColumns<S, kRadix>(stage, k, start, count,
                               {staging.run(0), staging.run(kRadix), 2 * kRun, kRun});
       for (int l = 0; l < kRadix / 2; ++l) {
         for (int part = 0; part < 2; ++part) {
@@ -171,17 +174,18 @@ void splitLongRows(const SplitStage<T>& stage) {
 
 // Collects the rows of several k in one run, real and imaginary ones in turn. The outputs have no
 // other columns than those of the stage.
-template <class T, int kRadix>
-void splitShortRows(const SplitStage<T>& stage) {
-  constexpr std::ptrdiff_t kRun = Staging<T>::kRun;
+template <class S, int kRadix>
+void splitShortRows(const SplitStage<Number<S>>& stage) {
+  using T = Number<S>;
+  constexpr std::ptrdiff_t kRun = Staging<S>::kRun;
   const std::ptrdiff_t width = stage.width, most = kRun / width;
-  Staging<T> staging;
+  Staging<S> staging;
   for (std::ptrdiff_t first = stage.first; first < stage.last; first += most) {
     const std::ptrdiff_t many = std::min(most, stage.last - first);
     for (std::ptrdiff_t i = 0; i < many; ++i) {
       T* const up = staging.run(0) + 2 * i * width;
       T* const down = staging.run(kRadix) + 2 * (many - 1 - i) * width;
-      splitColumns<T, kRadix>(stage, first + i, 0, width, {up, down, 2 * kRun, width});
+      splitColumns<S, kRadix>(stage, first + i, 0, width, {up, down, 2 * kRun, width});
     }
     const std::ptrdiff_t count = 2 * many * width;
     const SplitOutputs<T> out = stage.outputs.after(first);
@@ -193,21 +197,21 @@ void splitShortRows(const SplitStage<T>& stage) {
   }
 }
 
-template <class T, int kRadix>
-void runSplit(const SplitStage<T>& stage) {
+template <class S, int kRadix>
+void runSplit(const SplitStage<Number<S>>& stage) {
   if (stage.writing == Writing::Direct) {
-    splitDirectly<T, kRadix>(stage);
-  } else if (stage.width >= Staging<T>::kRun || stage.width < stage.outputs.toImaginary) {
-    splitLongRows<T, kRadix>(stage);
+    splitDirectly<S, kRadix>(stage);
+  } else if (stage.width >= Staging<S>::kRun || stage.width < stage.outputs.toImaginary) {
+    splitLongRows<S, kRadix>(stage);
   } else {
-    splitShortRows<T, kRadix>(stage);
+    splitShortRows<S, kRadix>(stage);
   }
 }
 
 // By `state` - 1 of the record.
-template <class T>
+template <class S>
 constexpr auto kSplits = []<int... i>(std::integer_sequence<int, i...>) {
-  return std::array{runSplit<T, 2 << i>...};
+  return std::array{runSplit<S, 2 << i>...};
 }
 (std::make_integer_sequence<int, 5>());
 

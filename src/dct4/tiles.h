@@ -35,9 +35,9 @@ class Tiles {
     for (int i = innermost - 1; i > 0; --i) {
       const SplitCombine<T>& combine = *split_[i].combine;
       T* const out = split_[i - 1].workspace;
-      kSplits<T>[combine.state - 1]({split_[i].workspace, combine.table, combine.stride,
-                                     combine.count, outputsIn(out, combine.stride, combine.count),
-                                     writingTo(out, schedule_.inner)});
+      kSplits<Wide<T>>[combine.state - 1](
+          {split_[i].workspace, combine.table, combine.stride, combine.count,
+           outputsIn(out, combine.stride, combine.count), writingTo(out, schedule_.inner)});
     }
     runSplitAndRoot(split_[0], dst);
   }
@@ -54,14 +54,14 @@ class Tiles {
     const auto& rootCombine = onlyItem<RootCombine<T>>(spec.combineList);
     if (rootSub.state != 1 || rootCombine.state != 1) return false;
     root_ = &onlyItem<RootCombineLoop<T>>(rootCombine.loopList);
-    if (root_->state == 0 || root_->state > kRoots<T>.size()) return false;
+    if (root_->state == 0 || root_->state > kRoots<Wide<T>>.size()) return false;
     const auto& loop = onlyItem<RootSubLoop<T>>(rootSub.loopList);
     leafState_ = loop.state;
     for (const NodeList* list = loop.loopList; leafState_ == kNodeState; ++splits_) {
       const auto& node = onlyItem<SplitNode<T>>(list);
       if (node.state != 1 || splits_ == kMostSplits) return false;
       const auto& combine = onlyItem<SplitCombine<T>>(node.combineList);
-      if (combine.state == 0 || combine.state > kSplits<T>.size()) return false;
+      if (combine.state == 0 || combine.state > kSplits<Wide<T>>.size()) return false;
       split_[splits_] = {&combine, node.workspace};
       const auto& sub = onlyItem<SplitSub<T>>(node.subList);
       leafState_ = sub.state;
@@ -81,12 +81,12 @@ class Tiles {
     for (std::ptrdiff_t first = 0; first < width; first += columns) {
       for (std::ptrdiff_t t = 0; t < q; ++t) {
         gather(src, first + t * width, columns, q * width, leaf / 2, inputs);
-        kLeaves<T>[leafState_ - 1]({inputs, tile_ + t * columns, leaf * columns, columns, 1,
-                                    Writing::Direct, q * columns});
+        dct4::runLeaves<T>(leafState_, {inputs, tile_ + t * columns, leaf * columns, columns, 1,
+                                        Writing::Direct, q * columns});
       }
-      kSplits<T>[combine.state - 1]({tile_, combine.table, columns, combine.count,
-                                     outputsIn(out + first, width, combine.count),
-                                     writingTo(out, schedule_.inner)});
+      kSplits<Wide<T>>[combine.state - 1]({tile_, combine.table, columns, combine.count,
+                                           outputsIn(out + first, width, combine.count),
+                                           writingTo(out, schedule_.inner)});
     }
   }
 
@@ -101,10 +101,10 @@ class Tiles {
       const T* const down = src + 2 * ((q + 1) * width - column);
       T* const row = inputs + 2 * q * columns;
       for (std::ptrdiff_t i = 0; i < columns; i += radix_) {
-        for (std::ptrdiff_t c = 0; c < radix_; c += kLanes<T>) {
-          Simd<T>::store(row + i + c, Simd<T>::loadAnywhere(up + 2 * i + c));
-          Simd<T>::store(row + 2 * columns - i - radix_ + c,
-                         Simd<T>::loadAnywhere(down - 2 * i - radix_ + c));
+        for (std::ptrdiff_t c = 0; c < radix_; c += kLanes<Wide<T>>) {
+          Wide<T>::store(row + i + c, Wide<T>::loadAnywhere(up + 2 * i + c));
+          Wide<T>::store(row + 2 * columns - i - radix_ + c,
+                         Wide<T>::loadAnywhere(down - 2 * i - radix_ + c));
         }
       }
     }
@@ -122,7 +122,7 @@ class Tiles {
       const SplitOutputs<T> first = {tile_, tile_ + q / 2 * run + 2 * (many - 1) * r, run, r};
       for (std::ptrdiff_t i = k; i < k + many; ++i) {
         if (i + 2 < p) loadAhead(split.workspace + (i + 2) * perK, perK);
-        kSplits<T>[combine.state - 1](
+        kSplits<Wide<T>>[combine.state - 1](
             {split.workspace, combine.table, r, p, first.after(-k), Writing::Direct, i, i + 1});
       }
       for (std::ptrdiff_t l = 0; l < q; ++l) {
@@ -138,8 +138,8 @@ class Tiles {
     const Writing writing = writingTo(dst, schedule_.outer);
     const T* const table = root_->table + 2 * radix_ * k;
     loadAhead(table, 2 * radix_ * count);
-    kRoots<T>[root_->state - 1]({in, dst + k, table, length_ - k, root_->lastIndex - 2 * k,
-                                 root_->subLength, count / kTableLanes<T>, writing});
+    dct4::runRoot<T>(root_->state, {in, dst + k, table, length_ - k, root_->lastIndex - 2 * k,
+                                    root_->subLength, count / kTableLanes<T>, writing});
   }
 
   static void loadAhead(const T* from, std::ptrdiff_t count) {

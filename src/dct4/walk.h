@@ -65,18 +65,18 @@ class Walk {
   }
 
   void runSplitCombine(const SplitCombine<T>& combine, const T* in, T* out) {
-    if (combine.state == 0 || combine.state > kSplits<T>.size()) return;
+    if (combine.state == 0 || combine.state > kSplits<Wide<T>>.size()) return;
     const bool outermost = combine.stride == radix_;
     const Writing writing = outermost ? schedule_.outer : schedule_.inner;
-    kSplits<T>[combine.state - 1]({in, combine.table, combine.stride, combine.count,
-                                   outputsIn(out, combine.stride, combine.count),
-                                   writingTo(out, writing)});
+    kSplits<Wide<T>>[combine.state - 1]({in, combine.table, combine.stride, combine.count,
+                                         outputsIn(out, combine.stride, combine.count),
+                                         writingTo(out, writing)});
   }
 
   void runRootCombine(const RootCombine<T>& combine, const T* workspace) {
     if (combine.state != 1) return;
     const auto& loop = onlyItem<RootCombineLoop<T>>(combine.loopList);
-    if (loop.state == 0 || loop.state > kRoots<T>.size()) return;
+    if (loop.state == 0 || loop.state > kRoots<Wide<T>>.size()) return;
     // At a length 2^k + 1 runs do not start at cache lines, and one of them has to be cut.
     const Writing writing =
         loop.length % 2 != 0 ? Writing::Collected : writingTo(ends_.dst, schedule_.outer);

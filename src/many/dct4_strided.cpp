@@ -6,7 +6,7 @@ namespace zvxg::dct4 {
 namespace {
 
 template <class T>
-constexpr std::ptrdiff_t kColumns = kGroup* kLanes<T>;
+constexpr std::ptrdiff_t kColumns = kGroup<Narrow<T>>* kLanes<Narrow<T>>;
 
 // As runLeaves() of leaves.h, which see for what is where.
 template <class T, int kLength>
@@ -25,8 +25,9 @@ void gatheringLeaves(const LeafStage<T>& stage, std::ptrdiff_t stride) {
         inputs[q][kColumns<T> - 1 - i] = stage.src[(last + q * step - i) * stride];
       }
     }
-    leafGroup<T, kLength>({inputs[kHalf], &inputs[0][kColumns<T> - 1], kColumns<T>},
-                          stage.out + col, width, static_cast<int>(count / kLanes<T>));
+    leafGroup<Narrow<T>, kLength>({inputs[kHalf], &inputs[0][kColumns<T> - 1], kColumns<T>},
+                                  stage.out + col, width,
+                                  static_cast<int>(count / kLanes<Narrow<T>>));
   }
 }
 
@@ -35,10 +36,12 @@ template <class T, int r>
 void scatteringRoot(const RootStage<T>& stage, std::ptrdiff_t stride) {
   const std::ptrdiff_t step = stage.subLength, down = stage.lastIndex - (2 * r - 1) * step;
   alignas(64) T results[2 * r][kColumns<T>];
-  for (std::ptrdiff_t block = 0; block < stage.blocks; block += kGroup) {
-    const int vectors = static_cast<int>(std::min<std::ptrdiff_t>(kGroup, stage.blocks - block));
-    const std::ptrdiff_t k = block * kLanes<T>, count = vectors * kLanes<T>;
-    rootGroup<T, r>(stage, {results[0], &results[r][count - 1], kColumns<T>}, block, vectors);
+  for (std::ptrdiff_t block = 0; block < stage.blocks; block += kGroup<Narrow<T>>) {
+    const int vectors =
+        static_cast<int>(std::min<std::ptrdiff_t>(kGroup<Narrow<T>>, stage.blocks - block));
+    const std::ptrdiff_t k = block * kLanes<Narrow<T>>, count = vectors * kLanes<Narrow<T>>;
+    rootGroup<Narrow<T>, r>(stage, {results[0], &results[r][count - 1], kColumns<T>}, block,
+                            vectors);
     for (int l = 0; l < r; ++l) {
       for (std::ptrdiff_t i = 0; i < count; ++i) {
         stage.dst[(l * step + k + i) * stride] = results[l][i];
@@ -61,14 +64,14 @@ struct Strided {
     static constexpr auto kKernels = []<int... i>(std::integer_sequence<int, i...>) {
       return std::array{gatheringLeaves<T, 2 << i>...};
     }
-    (std::make_integer_sequence<int, kLeaves<T>.size()>());
+    (std::make_integer_sequence<int, kLeaves<Narrow<T>>.size()>());
     kKernels[state - 1](stage, srcStride);
   }
   void runRoot(uint32_t state, const RootStage<T>& stage) const {
     static constexpr auto kKernels = []<int... i>(std::integer_sequence<int, i...>) {
       return std::array{scatteringRoot<T, 1 << i>...};
     }
-    (std::make_integer_sequence<int, kRoots<T>.size()>());
+    (std::make_integer_sequence<int, kRoots<Narrow<T>>.size()>());
     kKernels[state - 1](stage, dstStride);
   }
 };

@@ -130,7 +130,7 @@ const Selectors kFrames = {6, 13, [](int k) { return 1 << k; }};
 const Selectors kOrders = {1, 13, [](int order) { return 1 << order; }};
 const Selectors kOrdersWithBuffer = {8, 13, kOrders.points};
 const Selectors kPowers = {1, 22, [](int k) { return 1 << k; }};
-const Selectors kLongPowers = {7, 22, kPowers.points};
+const Selectors kLongPowers = {3, 22, kPowers.points};
 const Selectors kPlannedPowers = {6, 20, kPowers.points};
 
 using Maker = Batch (*)(const Side&, Arrays);
