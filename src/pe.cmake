@@ -4,7 +4,7 @@
 # What is linked into the DLL says nothing of exporting, because the list of functions does, and the same
 # objects are in the archive. g++ aligns frames to 16 bytes only (GCC bug 54412), so that saved vectors
 # of 32 bytes would lie at odd multiples of 16: the assembler makes all their moves unaligned ones. What
-# g++ knows of a callee's registers makes it forget vzeroupper behind the call (GCC bug 112891).
+# g++ knows of a callee's registers makes it forget vzeroupper behind the call.
 set(formatOptions -DZVXG_STATIC
   $<$<CXX_COMPILER_ID:GNU>:-Wa,-muse-unaligned-vector-move> $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-ra>)
 set(formatLibraries)
