@@ -46,15 +46,6 @@ void* nodeListAppend(NodeList* list, void* record) {
   return record;
 }
 
-void* nodeListAt(const NodeList* list, int32_t index) {
-  int32_t steps = 0;
-  while (steps < index && list != nullptr) {
-    list = list->next;
-    ++steps;
-  }
-  return steps == index ? list->item : nullptr;
-}
-
 void nodeListReleaseCells(NodeList* list) {
   for (const NodeList* cell = list->next; cell != nullptr;) {
     const NodeList* const next = cell->next;

@@ -50,9 +50,6 @@ NodeList* nodeListInit(NodeList* cell, Arena* arena);
 NodeList* nodeListMake(Arena* arena);
 void* nodeListAppend(NodeList* list, void* record);
 
-// Null for a negative index. The index one past the last cell must not be passed.
-void* nodeListAt(const NodeList* list, int32_t index);
-
 void nodeListReleaseCells(NodeList* list);
 void nodeListDestroyItems(const NodeList* list);
 
