@@ -93,44 +93,45 @@ TYPED_TEST(Dct4Run, UnknownStatesLeaveTheDestination) {
 // is zero, or nothing reaches `dst`.
 TYPED_TEST(Dct4Run, OtherStatesArePassedOver) {
   using T = TypeParam;
-  constexpr int32_t kLength = 1 << 17;  // with a split in a split
-  const Plan<T> plan(kLength);
-  Dct4Spec* const spec = plan.spec();
-  const auto item = []<class Record>(const NodeList* list, Record*) {
-    return static_cast<Record*>(list->item);
-  };
-  auto* const rootCombine = item(spec->combineList, static_cast<RootCombine<T>*>(nullptr));
-  auto* const rootLoop = item(rootCombine->loopList, static_cast<RootCombineLoop<T>*>(nullptr));
-  auto* const rootSub = item(spec->subList, static_cast<RootSub<T>*>(nullptr));
-  auto* const subLoop = item(rootSub->loopList, static_cast<RootSubLoop<T>*>(nullptr));
-  auto* const node = item(subLoop->loopList, static_cast<SplitNode<T>*>(nullptr));
-  auto* const combine = item(node->combineList, static_cast<SplitCombine<T>*>(nullptr));
-  auto* const sub = item(node->subList, static_cast<SplitSub<T>*>(nullptr));
-  auto* const inner = item(sub->nodeList, static_cast<SplitNode<T>*>(nullptr));
-  auto* const leaf = item(inner->subList, static_cast<SplitSub<T>*>(nullptr));
+  for (const int32_t length : {1 << 17, 1 << 19}) {  // with a split in a split; in tiles, too
+    const Plan<T> plan(length);
+    Dct4Spec* const spec = plan.spec();
+    const auto item = []<class Record>(const NodeList* list, Record*) {
+      return static_cast<Record*>(list->item);
+    };
+    auto* const rootCombine = item(spec->combineList, static_cast<RootCombine<T>*>(nullptr));
+    auto* const rootLoop = item(rootCombine->loopList, static_cast<RootCombineLoop<T>*>(nullptr));
+    auto* const rootSub = item(spec->subList, static_cast<RootSub<T>*>(nullptr));
+    auto* const subLoop = item(rootSub->loopList, static_cast<RootSubLoop<T>*>(nullptr));
+    auto* const node = item(subLoop->loopList, static_cast<SplitNode<T>*>(nullptr));
+    auto* const combine = item(node->combineList, static_cast<SplitCombine<T>*>(nullptr));
+    auto* const sub = item(node->subList, static_cast<SplitSub<T>*>(nullptr));
+    auto* const inner = item(sub->nodeList, static_cast<SplitNode<T>*>(nullptr));
+    auto* const leaf = item(inner->subList, static_cast<SplitSub<T>*>(nullptr));
 
-  const std::vector<T> source = normalNumbers<T>(this->random, kLength), zero(kLength, T(0)),
-                       untouched(kLength, poison<T>()), ordinary = plan.run(source);
-  const auto expectWith = [&](uint32_t& state, uint32_t value, const std::vector<T>& expected) {
-    for (void* workspace : {spec->workspace, static_cast<void*>(node->workspace),
-                            static_cast<void*>(inner->workspace)}) {
-      std::fill_n(static_cast<T*>(workspace), kLength, T(0));
+    const std::vector<T> source = normalNumbers<T>(this->random, length), zero(length, T(0)),
+                         untouched(length, poison<T>()), ordinary = plan.run(source);
+    const auto expectWith = [&](uint32_t& state, uint32_t value, const std::vector<T>& expected) {
+      for (void* workspace : {spec->workspace, static_cast<void*>(node->workspace),
+                              static_cast<void*>(inner->workspace)}) {
+        std::fill_n(static_cast<T*>(workspace), length, T(0));
+      }
+      const uint32_t before = std::exchange(state, value);
+      const std::vector<T> result = plan.run(source);
+      EXPECT_TRUE(std::ranges::equal(expected, result, [](T a, T b) {
+        return a == b || bytesOf<T>({a}) == bytesOf<T>({b});
+      })) << value;
+      state = before;
+      EXPECT_TRUE(sameNumbers(ordinary, plan.run(source)));
+    };
+    for (const uint32_t value : {0u, 8u, ~0u}) {
+      for (uint32_t* state : {&rootSub->state, &subLoop->state, &node->state, &combine->state,
+                              &sub->state, &inner->state, &leaf->state}) {
+        expectWith(*state, value, zero);
+      }
+      expectWith(rootCombine->state, value == 8 ? 7 : value, untouched);
+      expectWith(rootLoop->state, value == 8 ? 7 : value, untouched);
     }
-    const uint32_t before = std::exchange(state, value);
-    const std::vector<T> result = plan.run(source);
-    EXPECT_TRUE(std::ranges::equal(expected, result, [](T a, T b) {
-      return a == b || bytesOf<T>({a}) == bytesOf<T>({b});
-    })) << value;
-    state = before;
-    EXPECT_TRUE(sameNumbers(ordinary, plan.run(source)));
-  };
-  for (const uint32_t value : {0u, 8u, ~0u}) {
-    for (uint32_t* state : {&rootSub->state, &subLoop->state, &node->state, &combine->state,
-                            &sub->state, &inner->state, &leaf->state}) {
-      expectWith(*state, value, zero);
-    }
-    expectWith(rootCombine->state, value == 8 ? 7 : value, untouched);
-    expectWith(rootLoop->state, value == 8 ? 7 : value, untouched);
   }
 }
 

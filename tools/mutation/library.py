@@ -20,8 +20,8 @@ PARTS = {
         ("src/wht/",), 35, "/wht/", {"hashes": "WHT", "reliability": "WHT", "wht": ""}, None
     ),
     "dct4": Part(
-        ("src/dct4/",), 90, "/dct4/", {"hashes": "DCT4", "dct4": "", "reliability": "DCT4"},
-        "dct4_body",
+        ("src/dct4/",), 90, "/dct4/",
+        {"hashes": "DCT4", "dct4": "", "sizes": "", "reliability": "DCT4"}, "dct4_body",
     ),
     "companion": Part(("include/zvxg/",), 30, "^$", {}, "companion"),
 }  # fmt: skip
