@@ -5,9 +5,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "complex_kernels.h"
-#include "kernels.h"
-#include "scalar.h"
+#include "many_readings.h"
 #include "statements.h"
 #include "text.h"
 #include "wide.h"
@@ -182,64 +180,6 @@ constexpr Frame kToSamples = {
     dst += kLanes<$vector>;
 )"};
 
-// ---- The list of kernels
-
-enum class Reading {
-  Elements,
-  Scalars,
-  Beside,
-  Contiguous
-};
-
-struct ManyKernel {
-  // Of both directions the forward one, where they share a body.
-  KernelId id;
-  Reading reading;
-
-  bool isShared() const { return reading == Reading::Elements || reading == Reading::Beside; }
-  // Of spectra, what is contiguous has another text for each layout.
-  bool hasLayouts() const { return reading == Reading::Contiguous && id.family == Family::Real; }
-};
-
-KernelId inverseOf(KernelId id) {
-  id.direction = Direction::Inverse;
-  return id;
-}
-
-// How the kernel of a length reads its graph.
-Reading readingOf(const KernelId& id) {
-  const Recipe& recipe = designOf(id).recipe;
-  const bool isScalar = id.family != Family::Complex || recipe.isWidened();
-  return isScalar || recipe.step() == Step::Chirp ? Reading::Scalars : Reading::Elements;
-}
-
-// Pack has places for all that is not always zero.
-bool isOfLayouts(const KernelId& id) {
-  return id.layout != Layout::Ccs && id.layout != Layout::Perm;
-}
-
-std::vector<ManyKernel> manyKernels() {
-  std::vector<ManyKernel> list;
-  for (const KernelId& id : kernelList()) {
-    if (!isOfLayouts(id)) continue;
-    const ManyKernel kernel{id, readingOf(id)};
-    if (kernel.isShared() && id.direction == Direction::Inverse) continue;
-    list.push_back(kernel);
-    if (kernel.isShared()) list.push_back({id, Reading::Beside});
-  }
-  return list;
-}
-
-std::vector<ManyKernel> contiguousKernels(int longest) {
-  std::vector<ManyKernel> list;
-  for (const KernelId& id : kernelList()) {
-    const bool isReal = id.family != Family::Complex;
-    if (isReal && isOfLayouts(id) && id.length <= longest)
-      list.push_back({id, Reading::Contiguous});
-  }
-  return list;
-}
-
 const Frame& frameOf(const ManyKernel& kernel) {
   if (kernel.reading == Reading::Contiguous) {
     if (kernel.id.family == Family::Hartley) return kContiguous;
@@ -260,16 +200,6 @@ const Frame& frameOf(const ManyKernel& kernel) {
   throw std::logic_error("no frame for " + kernel.id.symbol());
 }
 
-std::string printed(Reading reading) {
-  switch (reading) {
-    case Reading::Elements: return "elements";
-    case Reading::Scalars: return "scalars";
-    case Reading::Beside: return "beside";
-    case Reading::Contiguous: return "contiguous";
-  }
-  throw std::logic_error("no name of a reading");
-}
-
 std::string nameOf(const KernelId& id, Reading reading) {
   const std::string symbol = id.symbol();
   const std::string end = std::to_string(id.length) + symbol.substr(symbol.rfind('_'));
@@ -285,72 +215,7 @@ std::string nameOf(const KernelId& id, Reading reading) {
   throw std::logic_error("no name for " + symbol);
 }
 
-// ---- Graphs
-
-// By the design of the kernel, or one of vectors of a width where that has scalars.
-Graph graphAtWidth(const KernelId& id, int widthOfScalars) {
-  Design design = designOf(id);
-  if (design.width == kScalar) design.width = widthOfScalars;
-  return complexGraph(id, design);
-}
-
-// Loads of elements that are not neighbours as shuffles of loads of those that are: what takes an
-// instruction for each part of a register would take it for each transform.
-Graph withWholeLoads(const Graph& g, int length) {
-  Graph out(g.traits());
-  std::vector<NodeId> place;
-  for (NodeId id = 0; id < g.size(); ++id) {
-    const Node& n = g[id];
-    std::vector<int> low, high, select;
-    const auto whole = [&](int element, int lane, std::vector<int>& elements) {
-      const int first = std::min(element / 2 * 2, length - 2), at = lane + 2 * (element - first);
-      elements.insert(elements.end(), {first, first + 1});
-      select.insert(select.end(), {at, at + 1});
-    };
-    const bool isLoad = n.op == Op::Load && n.precision == Precision::Single;
-    bool isWhole = !isLoad || std::ranges::count(n.elements, kNoElement) > 0;
-    for (int lane = 0; !isWhole && lane < n.lanes; lane += 4) {
-      whole(n.elements[lane / 2], lane, low);
-      whole(n.elements[lane / 2 + 1], n.lanes + lane, high);
-    }
-    isWhole = isWhole || low == n.elements;
-    place.push_back(
-        isWhole ? out.append(n, place)
-                : out.shuffle(out.load(Unit::Complex, low), out.load(Unit::Complex, high), select));
-  }
-  return out.pruned();
-}
-
-Graph graphOf(const KernelId& id, Reading reading) {
-  switch (reading) {
-    case Reading::Elements:
-      return apart(graphAtWidth(id, id.precision == Precision::Single ? 64 : 128), 2);
-    case Reading::Scalars:
-    case Reading::Contiguous: return scalarised(makeKernel(id).graph);
-    case Reading::Beside: return withWholeLoads(graphAtWidth(id, 128), id.length);
-  }
-  throw std::logic_error("no graph of a reading");
-}
-
-Graph checkedGraph(const KernelId& id, Reading reading) {
-  const Graph graph = graphOf(id, reading);
-  const std::string found = difference(makeKernel(id).graph, graph);
-  if (found.empty()) return graph;
-  throw std::logic_error(id.symbol() + ", many by " + printed(reading) + ": " + found);
-}
-
 // ---- Text
-
-int groupOf(const KernelId& id, Reading reading) {
-  switch (reading) {
-    case Reading::Elements: return 2;
-    case Reading::Scalars:
-    case Reading::Contiguous: return 1;
-    case Reading::Beside:
-      return std::max(designOf(id).width, 128) / (id.precision == Precision::Single ? 32 : 64);
-  }
-  throw std::logic_error("no group of a reading");
-}
 
 // Half a register of singles doubles the work on these and saves half of that on doubles, the joining
 // of two registers to one, and registers, of which there are never enough.

@@ -1,6 +1,6 @@
 // The kernels that run many transforms at once (src/many/rows.h), as C++ text. Each is printed from
 // the graph of the single kernel: the same operations on the same numbers, arranged otherwise, which
-// is checked before anything is printed. There are three readings of a graph:
+// is checked before anything is printed. There are four readings of a graph:
 //
 //   elements   a complex element of a register, two lanes, becomes a register of its own, which holds
 //              this element of several transforms as they are in memory

@@ -1,0 +1,48 @@
+// How the kernels of libzvxgmany read the graphs of the single kernels; many.h says what each reading is.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "kernel_id.h"
+#include "kernels.h"
+
+namespace kernelgen {
+
+enum class Reading {
+  Elements,
+  Scalars,
+  Beside,
+  Contiguous
+};
+
+struct ManyKernel {
+  // Of both directions the forward one, where they share a body.
+  KernelId id;
+  Reading reading;
+
+  bool isShared() const { return reading == Reading::Elements || reading == Reading::Beside; }
+  // Of spectra, what is contiguous has another text for each layout.
+  bool hasLayouts() const { return reading == Reading::Contiguous && id.family == Family::Real; }
+};
+
+KernelId inverseOf(KernelId id);
+
+// How the kernel of a length reads its graph.
+Reading readingOf(const KernelId& id);
+
+// On rows, and side by side.
+std::vector<ManyKernel> manyKernels();
+// Of real transforms up to the longest length.
+std::vector<ManyKernel> contiguousKernels(int longest);
+
+std::string printed(Reading reading);
+
+// How many lanes of a register belong to one transform.
+int groupOf(const KernelId& id, Reading reading);
+
+Graph graphOf(const KernelId& id, Reading reading);
+// Has the bits of the single kernel, by its scalar form. Throws std::logic_error if not.
+Graph checkedGraph(const KernelId& id, Reading reading);
+
+}  // namespace kernelgen
