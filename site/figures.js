@@ -14,10 +14,10 @@ const QUESTIONS = {
   bits: { legend: "Precision", values: { 32: "single", 64: "double" } },
   variant: { legend: "Variant", values: { e9: "base (AVX)", v3: "v3 (AVX2)", v4: "v4 (AVX-512)" } },
   batch: {
-    legend: "Transforms in a call",
-    values: { single: "one", "rows-L1": "many, element-major", "contiguous-L1": "many, contiguous", "to-rows-L1": "many, contiguous to element-major" },
+    legend: "Batch",
+    values: { single: "one transform", "rows-L1": "many, element-major", "contiguous-L1": "many, contiguous", "to-rows-L1": "many, contiguous to element-major" },
   },
-  peer: { legend: "Peer", values: {} },
+  peer: { legend: "Peer", values: { FFTW: "FFTW" } },
 };
 const START = { show: ["ratio"], family: ["complex"], direction: ["forward"], layout: ["ccs"], bits: ["32", "64"], variant: ["e9"], batch: ["single"], peer: ["FFTW"] };
 const CURVES = 10; // as many as style sheet has colours
@@ -32,7 +32,7 @@ const make = (tag, attributes = {}, ...content) => {
   return made;
 };
 const digits = (x, count = 3) => (x === null || x === undefined ? "" : String(Number(x.toPrecision(count))));
-const time = (ns) => (ns >= 1e6 ? `${digits(ns / 1e6)} ms` : ns >= 1e4 ? `${digits(ns / 1e3)} µs` : `${digits(ns)} ns`);
+const time = (ns) => (ns >= 1e6 ? `${digits(ns / 1e6)} ms` : ns >= 1e3 ? `${digits(ns / 1e3)} µs` : `${digits(ns)} ns`);
 
 // ---- The choice
 
@@ -51,7 +51,7 @@ function valuesOf(name) {
   const of = series.filter((one) => one.family === family);
   if (name === "batch") return show === "error" ? [] : all;
   if (name === "variant") return show === "error" || !batch.includes("single") ? [] : all;
-  if (name === "peer") return show === "error" ? [] : all.filter((peer) => of.some((one) => one.peers?.[peer]));
+  if (name === "peer") return show === "error" ? [] : all.filter((peer) => of.some((one) => one.peers?.[peer] && batch.includes(one.batch)));
   return all.filter((value) => of.some((one) => one[name] === value));
 }
 
@@ -154,6 +154,8 @@ function curvesOf(all) {
 
 // ---- The chart
 
+/** Where the colours begin again, the curves are dotted. */
+const strokeOf = (i, isDashed) => `c${i % CURVES}${i >= CURVES ? " dotted" : isDashed ? " dashed" : ""}`;
 const SUPERSCRIPTS = "⁰¹²³⁴⁵⁶⁷⁸⁹";
 const powerOfTwo = (n) => "2" + [...String(Math.log2(n))].map((digit) => SUPERSCRIPTS[digit]).join("");
 
@@ -175,7 +177,7 @@ let chart = null; // the lengths and where they are drawn, for the pointer
 function drawChart(curves) {
   const svg = element("chart"), [show] = choice.show;
   const width = Math.max(svg.parentElement.clientWidth, 280), height = Math.min(420, Math.max(260, width * 0.6));
-  const left = 44, right = width - 8, top = 10, bottom = height - 36;
+  const left = 56, right = width - 8, top = 10, bottom = height - 36;
   const lengths = [...new Set(curves.flatMap(({ points }) => points.map(([n]) => n)))].sort((a, b) => a - b);
   svg.setAttribute("viewBox", `0 0 ${width} ${height}`);
   svg.replaceChildren();
@@ -192,7 +194,7 @@ function drawChart(curves) {
   const y = (value) => scale(value, low, high, bottom, top, isLogarithmic);
   for (const tick of ticksOf(low, high, isLogarithmic)) {
     svg.append(make("line", { class: show === "ratio" && tick === 1 ? "parity" : "grid", x1: left, x2: right, y1: y(tick), y2: y(tick) }),
-      make("text", { x: left - 6, y: y(tick) + 4, "text-anchor": "end" }, show === "time" ? digits(tick / (high > 1e6 ? 1e3 : 1)) : digits(tick)));
+      make("text", { x: left - 6, y: y(tick) + 4, "text-anchor": "end" }, show === "time" ? time(tick) : digits(tick)));
   }
   const step = Math.ceil(lengths.length / (width / 60));
   const named = isWide ? lengths.filter((n, i) => i % step === 0) : [2, 8, 16, 24, 32, 40, 48, 56, 64].filter((n) => width > 500 || n % 16 === 0 || n === 2);
@@ -200,11 +202,11 @@ function drawChart(curves) {
     svg.append(make("line", { class: "grid", x1: x(n), x2: x(n), y1: top, y2: bottom }),
       make("text", { x: x(n), y: bottom + 16, "text-anchor": "middle" }, isWide ? powerOfTwo(n) : String(n)));
   }
-  const unit = { time: high > 1e6 ? "µs" : "ns", ratio: "time of the peer / time of zvxg", error: "error in units of roundoff, rms" }[show];
+  const unit = { time: "time of a call", ratio: "time of the peer / time of zvxg", error: "error in units of roundoff, rms" }[show];
   svg.append(make("text", { x: left, y: height - 4 }, unit), make("text", { x: right, y: height - 4, "text-anchor": "end" }, "length"));
   curves.forEach(({ points, isDashed }, i) => {
     const path = points.map(([n, value], j) => `${j ? "L" : "M"}${x(n).toFixed(1)} ${y(value).toFixed(1)}`).join("");
-    svg.append(make("path", { class: `curve c${i % CURVES}${isDashed ? " dashed" : ""}`, d: path }));
+    svg.append(make("path", { class: `curve ${strokeOf(i, isDashed)}`, d: path }));
     for (const [n, value] of points) svg.append(make("circle", { class: `c${i % CURVES}`, cx: x(n), cy: y(value), r: 2 }));
   });
   const mark = make("line", { id: "mark", y1: top, y2: bottom });
@@ -240,7 +242,7 @@ function showLength(n) {
     const i = found.n.indexOf(n);
     if (i < 0) return `${label}: not measured at this length`;
     if (found.rms) return `${label}: ${digits(found.rms[i])} rms, ${digits(found.worst[i])} in the worst trial`;
-    const ours = `${time(found.ours[i])} (spread ${digits(found.spread[i], 2)} %)`;
+    const ours = time(found.ours[i]) + (found.spread ? ` (spread ${digits(found.spread[i], 2)} %)` : "");
     if (!peer) return `${label}: ${ours}`;
     const theirs = found.peers[peer][n];
     if (!theirs) return `${label}: not measured at this length`;
@@ -262,11 +264,12 @@ function showLength(n) {
 
 function drawTable(lengths) {
   const cells = drawn.map(({ points }) => new Map(points));
+  const shown = (value) => (choice.show[0] === "time" && value ? time(value) : digits(value));
   element("chart-table").replaceChildren(
     make("caption", {}, element("chart-title").textContent),
     make("thead", {}, make("tr", {}, ...["N", ...drawn.map(({ label }) => label)].map((text) => make("th", { scope: "col" }, text)))),
     make("tbody", {}, ...lengths.map((n) => make("tr", { "data-n": n }, make("th", { scope: "row" }, String(n)),
-      ...cells.map((values) => make("td", {}, digits(values.get(n))))))));
+      ...cells.map((values) => make("td", {}, shown(values.get(n))))))));
 }
 
 function draw() {
@@ -278,10 +281,10 @@ function draw() {
     .filter((name) => curves.some(({ found }) => found[name]))
     .map((name) => QUESTIONS[name].values[choice[name][0]]);
   const peers = choice.peer.filter((peer) => valuesOf("peer").includes(peer));
-  const what = { time: "Nanoseconds of a call", ratio: `Time of ${peers.length === 1 ? peers[0] : "the peer"} divided by that of zvxg`, error: "Relative error, in units of roundoff" }[show];
+  const what = { time: "Time of a call", ratio: `Time of ${peers.length === 1 ? peers[0] : "the peer"} divided by that of zvxg`, error: "Relative error, in units of roundoff" }[show];
   element("chart-title").textContent = `${what}: ${[QUESTIONS.family.values[family], ...only].join(", ")}`;
   const lengths = drawChart(curves);
-  element("legend").replaceChildren(...curves.map(({ label, isDashed }, i) => make("li", { class: `c${i % CURVES}${isDashed ? " dashed" : ""}` }, label)));
+  element("legend").replaceChildren(...curves.map(({ label, isDashed }, i) => make("li", { class: strokeOf(i, isDashed) }, label)));
   element("missing").textContent = missing.length ? `Not measured: ${missing.join("; ")}.` : curves.length ? "" : "Nothing is chosen.";
   drawTable(lengths);
   const about = new Set(curves.map(({ found }) => found.run));

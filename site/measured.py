@@ -2,7 +2,8 @@
 
 A series is what was measured of one family, direction, layout, precision, variant and batch:
 
-    n, ours, spread            lengths, nanoseconds of a call, percent from there to the median process
+    n, ours, spread            lengths, nanoseconds of a call, percent from there to the median process,
+                               if there were several
     bound                      the least nanoseconds that the ports allow, at the clock of the run
     peers                      by name, nanoseconds of the peer at each length
     rms, worst                 errors, which no variant and no batch changes; series of their own
@@ -37,6 +38,8 @@ def of_directory(directory):
         runs.append({"file": path.name, **{key: about[key] for key in ("date", "cpu", "library", "built with")},
                      "run": about.get("run") or about["numbers"]})
         for row in csv.DictReader(line for line in lines if not line.startswith("#")):
+            if runs[run]["run"].startswith("best of 1 "):
+                row.pop("ours_spread")
             add(series, run, re.search("variant (\\w+)", about["library"])[1], row)
     return {"runs": runs, "series": list(series.values())}
 
