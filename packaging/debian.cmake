@@ -72,6 +72,7 @@ if(TARGET zvxg-bench)
 "The program zvxg-bench, which lists, measures and verifies the transforms.")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libzvxg6 (= ${version})")
   set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS "libfftw3-single3, libfftw3-double3") # peers, if present
 endif()
 
 if(TARGET zvxg_python AND NOT ZVXG_WHEEL)
