@@ -25,8 +25,11 @@ pkgconfig = import('pkgconfig')
 """
 TAIL = """
 install_subdir('include', install_dir: get_option('includedir'), strip_directory: true)
-pkgconfig.generate(zvxg, libraries: [zvxcore], description: 'Short signal transforms')
-pkgconfig.generate(zvxgmany, requires: ['zvxg'], description: 'Many short signal transforms at a time')
+install_man('tools/zvxg-bench/zvxg-bench.1')
+pkgconfig.generate(zvxg, libraries: [zvxcore], libraries_private: ['-lm'],
+  description: 'Short signal transforms')
+pkgconfig.generate(zvxgmany, requires: ['zvxg = ' + meson.project_version()],
+  description: 'Many short signal transforms in one call')
 test('verify', zvxg_bench, args: ['verify'], timeout: 300)
 """
 
@@ -117,10 +120,11 @@ class Build:
         if install:
             where = install.partition("/")
             base = {"lib": "libdir", "bin": "bindir"}[where[0]]
-            rpath = "$ORIGIN" + ":$ORIGIN/../.." * bool(where[2]) if base == "libdir" else "$ORIGIN/../lib"
+            rpath = ("'$ORIGIN" + ":$ORIGIN/../.." * bool(where[2]) + "'" if base == "libdir" else
+                     "'$ORIGIN/..' / get_option('libdir')")
             arguments += ["install: true", f"install_dir: get_option('{base}') / '{where[2]}'"]
             if kind != "static_library":
-                arguments.append(f"install_rpath: '{rpath}'")
+                arguments.append(f"install_rpath: {rpath}")
         text = f"{name} = {kind}({', '.join(arguments)})\n"
         if directory:
             self.texts[directory] = text
