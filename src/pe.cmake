@@ -27,7 +27,10 @@ function(shared_library library)
     PREFIX "" OUTPUT_NAME ${dll_${library}} IMPORT_PREFIX lib
     RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/src
     ARCHIVE_OUTPUT_NAME ${library})
-  target_sources(${library} PRIVATE ${PROJECT_SOURCE_DIR}/src/frame/dll_entry.cpp)
+  set(dll ${dll_${library}}.dll)
+  set(resource ${CMAKE_CURRENT_BINARY_DIR}/${library}.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/src/frame/version.rc.in ${resource} @ONLY)
+  target_sources(${library} PRIVATE ${PROJECT_SOURCE_DIR}/src/frame/dll_entry.cpp ${resource})
   target_link_options(${library} PRIVATE -nostartfiles -static-libgcc LINKER:--no-insert-timestamp)
 endfunction()
 

@@ -47,7 +47,11 @@ class Headers(unittest.TestCase):
 
 class Symbols(unittest.TestCase):
     def expect(self, library, exported, imported):
-        """What it exports, and the DLLs of ours that it imports from, each with the functions."""
+        """What it exports, and the DLLs of ours that it imports from, each with the functions. And
+        the name that its properties show is its own."""
+        with open(library, "rb") as file:
+            self.assertIn(f"OriginalFilename\0{os.path.basename(library)}\0".encode("utf-16-le"),
+                          file.read())
         tables = output_of(OBJDUMP, "-p", library)
         names = re.findall(r"^\t\[ *\d+\] (?:\+base\[ *\d+\] +\S+ )?(\w+)$", tables, re.MULTILINE)
         self.assertEqual(set(names), exported)

@@ -4,6 +4,7 @@
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
 execute_process(COMMAND x86_64-w64-mingw32-g++-posix -print-libgcc-file-name
   OUTPUT_VARIABLE libgcc COMMAND_ERROR_IS_FATAL ANY)
