@@ -7,7 +7,7 @@ foreach(library zvxg zvxgmany zvxcore)
       DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
   endif()
 endforeach()
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION . COMPONENT documentation)
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE TYPE DOC COMPONENT documentation)
 
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_FILE_NAME zvxg-${PROJECT_VERSION}-windows-x86_64)
