@@ -3,6 +3,7 @@ lld, and for Microsoft's linker, which run under Wine and have to print what a d
 --help for the arguments; what follows them goes to unittest."""
 
 import argparse
+import itertools
 import os
 import re
 import subprocess
@@ -16,7 +17,6 @@ SOURCE = os.path.dirname(os.path.dirname(HERE))
 MINGW = {".c": ["x86_64-w64-mingw32-gcc-posix"], ".cpp": ["x86_64-w64-mingw32-g++-posix"]}
 CLANG = {".c": "clang", ".cpp": "clang++"}
 STANDARD = {".c": "-std=c11", ".cpp": "-std=c++20"}
-MICROSOFT = "--target=x86_64-pc-windows-msvc"
 
 
 def run(*command, **environment):
@@ -73,45 +73,44 @@ class Zip(unittest.TestCase):
             for place in options.build, SOURCE:
                 self.assertNotIn(place.encode(), content, name)
 
-    def test_programs_print_what_is_shown(self):
-        libraries = ["-lzvxg", "-lzvxcore"]
-        # With the C++ library in the program, -l would find the archives.
-        dlls = {".c": libraries, ".cpp": ["-static", "-lpthread"] + [
-            self.path(f"lib/lib{name[2:]}.dll.a") for name in libraries]}
-        for form in "first.c", "first.cpp":
-            source = os.path.join(SOURCE, "examples", form)
-            kind = os.path.splitext(form)[1]
-            for compiler in MINGW[kind], [CLANG[kind], *options.clang.split(";")]:
-                for linking in dlls[kind], ["-DZVXG_STATIC", "-static", *libraries, "-lpthread"]:
-                    with self.subTest(f"{form} {compiler[0]} {linking}"):
-                        program = os.path.join(self.scratch, f"{form}.exe")
-                        run(*compiler, STANDARD[kind], source, "-o", program,
-                            f"-I{self.path('include')}", f"-L{self.path('lib')}", *linking)
-                        self.assertIn(self.start(program), shown_beside(source))
-                        imports = run("x86_64-w64-mingw32-objdump", "-p", program)
-                        self.assertEqual("zvxgene9-6.1.dll" in imports, linking == dlls[kind])
-
-    def test_many_at_once(self):
-        # The program finds out by itself whether its results are right.
-        libraries = ["-lzvxgmany", "-lzvxg", "-lzvxcore"]
-        source = os.path.join(HERE, "many.c")
-        for compiler in MINGW[".c"], [CLANG[".c"], *options.clang.split(";")]:
-            for linking in libraries, ["-DZVXG_STATIC", "-static", *libraries]:
-                with self.subTest(f"{compiler[0]} {linking}"):
-                    program = os.path.join(self.scratch, "many.exe")
-                    run(*compiler, STANDARD[".c"], source, "-o", program,
-                        f"-I{self.path('include')}", f"-L{self.path('lib')}", *linking)
-                    self.start(program)
+    def test_programs_use_it(self):
+        """Those that a document shows print what it shows; many.c judges its results itself."""
+        for name, package, dll in (("examples/first.c", "zvxg", "zvxgene9-6.1.dll"),
+                                   ("examples/first.cpp", "zvxg", "zvxgene9-6.1.dll"),
+                                   ("tests/consume/many.c", "zvxgmany", "zvxgmany-6.1.dll")):
+            source = os.path.join(SOURCE, name)
+            kind = os.path.splitext(name)[1]
+            for compiler, form in itertools.product(
+                    (MINGW[kind], [CLANG[kind], *options.clang.split(";")]), ([], ["--static"])):
+                flags = run("pkg-config", *form, "--cflags", "--libs", package,
+                            PKG_CONFIG_PATH=self.path("lib/pkgconfig")).split()
+                if form:
+                    flags.append("-static")
+                elif kind == ".cpp":  # with the C++ library in the program, -l means an archive
+                    flags = [re.sub(r"^-l(\w+)$", r"-l:lib\1.dll.a", flag) for flag in flags]
+                    flags.append("-static")
+                with self.subTest(f"{name} {compiler[0]} {flags}"):
+                    program = os.path.join(self.scratch, "program.exe")
+                    run(*compiler, STANDARD[kind], source, "-o", program, *flags, "-lpthread")
+                    printed = self.start(program)
+                    if name.startswith("examples"):
+                        self.assertIn(printed, shown_beside(source))
                     imports = run("x86_64-w64-mingw32-objdump", "-p", program)
-                    self.assertEqual("zvxgmany-6.1.dll" in imports, linking == libraries)
+                    self.assertEqual(dll in imports, not form)
+
+    def find_package(self, *arguments):
+        """A project that finds the package, built: its directory."""
+        build = tempfile.mkdtemp(dir=self.scratch)
+        run("cmake", "-S", HERE, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
+            f"-Dzvxg_DIR={self.path('lib/cmake/zvxg')}", *arguments)
+        run("cmake", "--build", build)
+        return build
 
     def test_find_package(self):
-        build = os.path.join(self.scratch, "find_package")
         examples = os.path.join(SOURCE, "examples")
-        run("cmake", "-S", HERE, "-B", build, "-G", "Ninja", f"-DEXAMPLES={examples}",
-            f"-DCMAKE_TOOLCHAIN_FILE={SOURCE}/cmake/toolchains/windows-gcc.cmake",
-            f"-Dzvxg_DIR={self.path('lib/cmake/zvxg')}", "-DCMAKE_EXE_LINKER_FLAGS=-static")
-        run("cmake", "--build", build)
+        build = self.find_package(
+            f"-DEXAMPLES={examples}", "-DCMAKE_EXE_LINKER_FLAGS=-static",
+            f"-DCMAKE_TOOLCHAIN_FILE={SOURCE}/cmake/toolchains/windows-gcc.cmake")
         for name in "first.c", "first.cpp":
             for form in "zvxg", "static":
                 printed = self.start(os.path.join(build, f"{name}.{form}.exe"))
@@ -119,13 +118,17 @@ class Zip(unittest.TestCase):
         for form in "many", "many_static":
             self.start(os.path.join(build, f"many.c.{form}.exe"))
 
-    def test_microsofts_linker_takes_the_import_library(self):
-        program, bare = (os.path.join(self.scratch, name) for name in ("bare.exe", "bare.obj"))
-        run("clang", MICROSOFT, "-O2", "-c", os.path.join(HERE, "bare.c"), "-o", bare,
-            f"-I{self.path('include')}")
-        run("lld-link", "/subsystem:console", "/nodefaultlib", f"/out:{program}", bare,
-            self.path("lib/zvxg.lib"), self.path("lib/zvxgmany.lib"))
-        self.start(program)
+    def test_find_package_for_microsofts_linker(self):
+        build = self.find_package(
+            "-DCMAKE_SYSTEM_NAME=Windows", "-DCMAKE_C_COMPILER=clang",
+            "-DCMAKE_C_COMPILER_TARGET=x86_64-pc-windows-msvc", "-DCMAKE_RC_COMPILER=llvm-rc",
+            "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld", "-DCMAKE_MSVC_RUNTIME_LIBRARY=",
+            "-DCMAKE_C_STANDARD_LIBRARIES=", "-DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY")
+        self.start(os.path.join(build, "bare.exe"))
+        with open(os.path.join(build, "build.ninja"), encoding="utf-8") as file:
+            rules = file.read()
+        self.assertIn(self.path("lib/zvxgmany.lib"), rules)
+        self.assertNotIn(".dll.a", rules)
 
     def test_loading_at_run_time(self):
         program = os.path.join(self.scratch, "opened.exe")
