@@ -6,7 +6,7 @@
 # of 32 bytes would lie at odd multiples of 16: the assembler makes all their moves unaligned ones. What
 # g++ knows of a callee's registers makes it forget vzeroupper behind the call.
 set(formatOptions -DZVXG_STATIC
-  $<$<CXX_COMPILER_ID:GNU>:-Wa,-muse-unaligned-vector-move> $<$<CXX_COMPILER_ID:GNU>:-fno-ipa-ra>)
+  "$<$<CXX_COMPILER_ID:GNU>:-Wa,-muse-unaligned-vector-move;-fno-ipa-ra>")
 set(formatLibraries)
 
 # The DLLs have the names that callers know; that of zvxg is in the version record.
