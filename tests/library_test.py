@@ -86,82 +86,69 @@ class Header(TestCase):
                                   "-x", language, "/dev/null")
 
 
+# Provided by libzvxcore, or by the program.
+CORE = {"zvxMalloc", "zvxFree"}
+
+Library = collections.namedtuple("Library", "name file headers functions imports needs may_need")
+
+
+def libraries():
+    """Both, with what they may import beside copies of memory, and need to be loaded."""
+    trigonometry = {name + type for name in ("cos", "sin", "sincos") for type in ("", "f")}
+    yield Library("zvxg", options.library, ("zvxg.h", "zvxg_kernels.h"), symbols(lambda function: True),
+                  CORE | trigonometry, {"libzvxcore.so.6"}, {"libm.so.6"})
+    if options.many_library:
+        yield Library("zvxgmany", options.many_library, ("zvxg_many.h",),
+                      {function["symbol"] for function in options.many},
+                      CORE | symbols(is_entry) | symbols(is_planned), {"libzvxg.so.6"},
+                      {"libzvxcore.so.6"})
+
+
 class Symbols(TestCase):
-    # Provided by libzvxcore, or by the program.
-    CORE = {"zvxMalloc", "zvxFree"}
+    def dynamic(self, library, kind):
+        lines = output_of("nm", "-D", f"--{kind}-only", library.file).splitlines()
+        return {line.split()[-1].split("@")[0]: line.split()[-2] for line in lines}
 
-    def dynamic(self, kind):
-        lines = output_of("nm", "-D", f"--{kind}-only", options.library).splitlines()
-        return [line.split()[-2:] for line in lines]
-
-    def declared(self):
+    def declared(self, library):
         text = ""
-        for name in "zvxg.h", "zvxg_kernels.h":
+        for name in library.headers:
             with open(os.path.join(options.include, name), encoding="utf-8") as file:
                 text += file.read()
-        return set(re.findall(r"^ZVXG_API [^(;]*?(\w+)\s*\(", text, re.MULTILINE)) - self.CORE
+        return set(re.findall(r"^ZVXG_API [^(;]*?(\w+)\s*\(", text, re.MULTILINE)) - CORE
 
     def test_exports_are_the_declared_functions(self):
-        expected = symbols(lambda function: True)
-        self.assertEqual(len(expected), 1193)
-        for what, found in (
-            ("declared", self.declared()),
-            ("exported", {name for _, name in self.dynamic("defined")}),
-        ):
-            self.expect_none(expected - found, f"functions not {what}")
-            self.expect_none(found - expected, f"functions {what} beyond the list")
-        kinds = {kind for kind, _ in self.dynamic("defined")}
-        self.assertEqual(kinds, {"T"}, "only functions are exported")
+        counts = {"zvxg": 1193, "zvxgmany": 22 + 2}
+        for library in libraries():
+            exported = self.dynamic(library, "defined")
+            self.assertEqual(len(library.functions), counts[library.name])
+            for what, found in ("declared", self.declared(library)), ("exported", exported.keys()):
+                self.expect_none(library.functions - found, f"functions not {what}")
+                self.expect_none(found - library.functions, f"functions {what} beyond the list")
+            self.assertEqual(set(exported.values()), {"T"}, "only functions are exported")
 
     def test_imports_are_memory_and_the_c_library(self):
         # Nothing else, nor weak hooks: nothing of the C++ library, no file, no lock, no message.
-        trigonometry = {name + type for name in ("cos", "sin", "sincos") for type in ("", "f")}
-        allowed = self.CORE | trigonometry | {"memcpy", "memmove", "memset"}
-        imported = {name.split("@")[0] for _, name in self.dynamic("undefined")}
-        self.expect_none(imported - allowed, "imports beyond the list")
-        self.assertLessEqual(self.CORE, imported)
+        for library in libraries():
+            imported = self.dynamic(library, "undefined").keys()
+            self.expect_none(imported - library.imports - {"memcpy", "memmove", "memset"},
+                             "imports beyond the list")
+            self.assertLessEqual(CORE, imported)
 
     def test_own_functions_are_bound(self):
         # By address: there is no stub and no look-up between an entry and its kernel.
-        relocations = output_of("readelf", "-rW", options.library)
-        self.assertIn("R_X86_64_RELATIVE", relocations)
-        looked_up = set(re.findall(r"\b(zvx\w+)", relocations)) - self.CORE
-        self.expect_none(looked_up, "functions looked up by the loader")
+        for library in libraries():
+            relocations = output_of("readelf", "-rW", library.file)
+            self.assertIn("R_X86_64_RELATIVE", relocations)
+            looked_up = set(re.findall(r"\b(zvx\w+)", relocations)) & library.functions
+            self.expect_none(looked_up, "functions looked up by the loader")
 
     def test_needs_only_system_libraries_and_has_its_soname(self):
-        dynamic = output_of("readelf", "-dW", options.library)
-        needed = set(re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic))
-        self.assertLessEqual(needed, {"libc.so.6", "libm.so.6", "libzvxcore.so.6"})
-        self.assertIn("libzvxcore.so.6", needed)
-        self.assertEqual(re.findall(r"\(SONAME\).*\[(.*)\]", dynamic), ["libzvxg.so.6"])
-
-
-class ManySymbols(TestCase):
-    """libzvxgmany, which is linked with the other libraries."""
-
-    def symbols(self, kind):
-        lines = output_of("nm", "-D", f"--{kind}-only", options.many_library).splitlines()
-        return {line.split()[-1].split("@")[0]: line.split()[-2] for line in lines}
-
-    def test_exports_are_the_declared_functions(self):
-        expected = {function["symbol"] for function in options.many}
-        self.assertEqual(len(expected), 22 + 2)
-        with open(os.path.join(options.include, "zvxg_many.h"), encoding="utf-8") as file:
-            declared = set(re.findall(r"^ZVXG_API [^(;]*?(\w+)\s*\(", file.read(), re.MULTILINE))
-        self.assertEqual(declared, expected)
-        self.assertEqual(self.symbols("defined"), dict.fromkeys(expected, "T"))
-
-    def test_imports_are_single_transforms_memory_and_copies(self):
-        allowed = symbols(is_entry) | symbols(is_planned) | Symbols.CORE
-        allowed |= {"memcpy", "memmove", "memset"}
-        self.expect_none(self.symbols("undefined").keys() - allowed, "imports beyond the list")
-
-    def test_needs_only_the_other_libraries_and_has_its_soname(self):
-        dynamic = output_of("readelf", "-dW", options.many_library)
-        needed = set(re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic))
-        self.assertLessEqual(needed, {"libc.so.6", "libzvxg.so.6", "libzvxcore.so.6"})
-        self.assertIn("libzvxg.so.6", needed)
-        self.assertEqual(re.findall(r"\(SONAME\).*\[(.*)\]", dynamic), ["libzvxgmany.so.6"])
+        for library in libraries():
+            dynamic = output_of("readelf", "-dW", library.file)
+            needed = set(re.findall(r"\(NEEDED\).*\[(.*)\]", dynamic))
+            self.assertLessEqual(needed, library.needs | library.may_need | {"libc.so.6"})
+            self.assertLessEqual(library.needs, needed)
+            self.assertEqual(re.findall(r"\(SONAME\).*\[(.*)\]", dynamic), [f"lib{library.name}.so.6"])
 
 
 class Hardening(TestCase):
@@ -214,7 +201,9 @@ class Hardening(TestCase):
         self.assertEqual(re.findall("x86 ISA needed: (.*)", notes), needed)
 
 
-Instruction = collections.namedtuple("Instruction", "address mnemonic operands")
+class Instruction(collections.namedtuple("Instruction", "address mnemonic operands")):
+    def __str__(self):
+        return f"{self.mnemonic} {self.operands}"
 
 
 def disassembly(library):
@@ -223,56 +212,31 @@ def disassembly(library):
     for line in output_of("objdump", "-d", "--no-show-raw-insn", library).splitlines():
         if label := re.match(r"[0-9a-f]+ <(.+)>:$", line):
             body = functions.setdefault(label.group(1), [])
-        elif parts := re.match(r"\s+([0-9a-f]+):\s+(\S+)\s*(.*)", line):
+        elif parts := re.match(r"\s+([0-9a-f]+):\s+(\S+)\s*(.*?)\s*(?:#.*)?$", line):
             body.append(Instruction(int(parts.group(1), 16), parts.group(2), parts.group(3)))
     return functions
 
 
-# In no level: fused products, half precision, and what processors of a level may lack or the builds do
-# not ask for. tzcnt is bsf where it is not known.
-NEVER = re.compile(
-    r"vfn?m(add|sub)|v4fn?madd|vcvtph2ps|vcvtps2ph|(andn|bextr|bls(i|r|msk)|bzhi|mulx|pdep|pext|rorx)$"
-    r"|(sar|shl|shr)x$|lzcnt|movbe|vperm(b|[it]2b)|vpmultishift|vpmadd52|vpdp|vpopcnt|vp2intersect"
-    r"|vp(compress|expand)[bw]|vpsh[lr]d|v?gf2p8|vdpbf16|vcvtne|vpconflict|vplzcnt|v(exp2|rcp28|rsqrt28)"
-)
-# New in AVX-512 and in AVX2 by the name alone.
-AVX512_NAME = re.compile(
-    r"vpermt2|vpermi2|vp?scatter|v(extract|insert)[fi](32|64)x|v(broadcast|shuf)[fi](32|64)x"
-    r"|vpternlog|vp(and|or|xor)n?[dq]$|vrndscale|vmovdq[au](8|16|32|64)|vblendm|vpblendm|valign|vcompress"
-    r"|vexpand|k(mov|and|or|xor|unpck|ortest|not|shift)"
-)
-AVX2_NAME = re.compile(
-    r"vpbroadcast|vbroadcasti|vperm(d|q|ps|pd)$|v(extract|insert)i128|vperm2i128|vpblendd|vp?gather"
-    r"|vpmaskmov|vps[lr][la]v"
-)
-# 256-bit integer instructions that AVX has already.
-WIDE_INTEGER = re.compile(r"vptest|vpermil|vperm2f128")
-# Instructions that read or change the floating-point control word.
-CONTROL = re.compile(r"v?(ld|st)mxcsr|fldcw|fn?stcw|fxrstor|xrstor|fesetenv")
+# What the assembler takes at a level, beside the instructions that every processor has.
+EXTENSIONS = {"base": ".avx", "v3": ".avx2", "v4": ".avx512f .avx512vl .avx512dq .avx512bw"}
+# In no level, although AVX-512 has them: fused products and half precision; and what reads or changes
+# the floating-point control word.
+NEVER = r"vfn?m(add|sub)|vcvtph2ps|vcvtps2ph|v?(ld|st)mxcsr|fldcw|fn?stcw|fxrstor|xrstor"
+# Not assembled again: jumps, padding, and tzcnt, which is bsf where it is not known.
+NOT_ASSEMBLED = r"((bnd|notrack) )?(j|call)|data16|tzcnt"
 WIDEST = {"base": "xmm", "v3": "ymm", "v4": "zmm"}  # vectors of what is written by hand for a level
 
 
-def foreign(instruction, level):
-    """Why this instruction is not of the level, or None."""
-    name, operands = instruction.mnemonic, instruction.operands
-    if NEVER.match(name):
-        return "in no level"
-    if CONTROL.match(name):
-        return "touches the control word"
-    if level == "v4":
-        return None
-    if AVX512_NAME.match(name) or re.search(r"%zmm|%[xy]mm(1[6-9]|2\d|3[01])|\{", operands):
-        return "AVX-512"
-    if level == "v3":
-        return None
-    if AVX2_NAME.match(name):
-        return "AVX2"
-    if "%ymm" in operands and re.match(r"vp|vmpsadbw|vmovntdqa", name):
-        if not WIDE_INTEGER.match(name):
-            return "256-bit integer instruction"
-    if name.startswith("vbroadcasts") and "(" not in operands:
-        return "broadcast from a register"
-    return None
+def foreign(instructions, level):
+    """Those of the texts that are not instructions of the level."""
+    texts = [text for text in instructions if not re.match(NOT_ASSEMBLED, text)]
+    known = [f".arch {name}" for name in f"generic64 .ibt {EXTENSIONS[level]}".split()]
+    done = subprocess.run(["as", "-o", os.devnull, "-"], input="\n".join(known + texts) + "\n",
+                          stderr=subprocess.PIPE, text=True)
+    refused = {int(line) - 1 for line in re.findall(r":(\d+): Error", done.stderr)}
+    assert bool(refused) == bool(done.returncode), done.stderr
+    return {text for line, text in enumerate(texts, len(known))
+            if line in refused or re.match(NEVER, text)}
 
 
 def packed_arithmetic(instruction):
@@ -306,12 +270,8 @@ class MachineCode(TestCase):
         cls.local = {name for kind, name in symbols if kind == "t"} & cls.functions.keys()
 
     def test_nothing_beyond_the_level(self):
-        found = {
-            f"{name}: {i.mnemonic} {i.operands} ({reason})"
-            for name, body in self.functions.items()
-            for i in body
-            if (reason := foreign(i, options.level))
-        }
+        users = {str(i): name for name, body in self.functions.items() for i in body}
+        found = {f"{users[text]}: {text}" for text in foreign(users, options.level)}
         self.expect_none(found, f"instructions beyond {options.level}")
 
     def with_bodies(self, kernels):
@@ -360,7 +320,7 @@ class MachineCode(TestCase):
         real = symbols(lambda function: is_generated(function) and function["family"] != "Complex")
         self.assertGreater(len(real), 0)
         found = {
-            f"{name}: {i.mnemonic} {i.operands}"
+            f"{name}: {i}"
             for name in self.with_bodies(real)
             for i in self.functions[name]
             if unwanted(i)
@@ -386,43 +346,35 @@ class MachineCode(TestCase):
         for name, limit in limits.items():
             body = self.functions[name]
             work = [i for i in body if not re.match("nop|data16|cs", i.mnemonic)]  # no padding
-            jumps = [f"{i.mnemonic} {i.operands}" for i in work if re.match("j|call", i.mnemonic)]
+            jumps = [str(i) for i in work if re.match("j|call", i.mnemonic)]
             to_kernel = [jump for jump in jumps if jump.startswith("jmp *")]
             if len(jumps) != 2 or len(to_kernel) != 1 or len(work) > limit:
                 found.add(f"{name}: {len(work)} instructions with the jumps {jumps}")
         self.expect_none(found, "entries that do more")
 
     def test_foreign_instructions_are_recognised(self):
-        for first, *instruction in (  # the first level that has it
-            ("base", "vbroadcastss", "0x10(%rip),%ymm1"),
-            ("base", "vpermilps", "$0x4e,%ymm1,%ymm2"),
-            ("base", "vpxor", "%xmm1,%xmm2,%xmm3"),
-            ("v3", "vpaddd", "%ymm1,%ymm2,%ymm3"),
-            ("v3", "vbroadcastss", "%xmm0,%ymm1"),
-            ("v3", "vpermpd", "$0x4e,%ymm1,%ymm2"),
-            ("v4", "vpermt2ps", "%ymm1,%ymm2,%ymm3"),
-            ("v4", "vaddps", "%zmm1,%zmm2,%zmm3"),
-            ("v4", "vaddps", "%ymm1,%ymm2,%ymm17"),
-            (None, "vfmadd231pd", "%ymm1,%ymm2,%ymm3"),
-            (None, "shlx", "%rax,%rbx,%rcx"),
+        for levels, text in (
+            ("base v3 v4", "vbroadcastss 0x10(%rip),%ymm1"),
+            ("v3 v4", "vbroadcastss %xmm0,%ymm1"),
+            ("v4", "vaddps %ymm1,%ymm2,%ymm17"),
+            ("", "vfmadd231pd %ymm1,%ymm2,%ymm3"),
+            ("", "shlx %rax,%rbx,%rcx"),
+            ("", "vldmxcsr (%rax)"),
         ):
-            having = [level for level in WIDEST if not foreign(Instruction(0, *instruction), level)]
-            self.assertEqual(having[0] if having else None, first, instruction)
-            self.assertEqual(having, sorted(WIDEST)[3 - len(having):], instruction)
+            having = [level for level in EXTENSIONS if not foreign([text], level)]
+            self.assertEqual(" ".join(having), levels, text)
 
 
 class ManyMachineCode(TestCase):
     def test_each_machine_gets_its_own_instructions(self):
         """By the namespace in the names of functions."""
-        found, wide = set(), 0
+        users = {"v4": {}, "base": {}}
         for name, body in disassembly(options.many_library).items():
-            level = "v4" if "6avx512" in name else "base"
-            for i in body:
-                wide += "%zmm" in i.operands
-                if reason := foreign(i, level):
-                    found.add(f"{name}: {i.mnemonic} {i.operands} ({reason})")
-        self.expect_none(found, "instructions that a machine lacks")
-        self.assertGreater(wide, 1000)
+            users["v4" if "6avx512" in name else "base"].update({str(i): name for i in body})
+        for level, names in users.items():
+            found = {f"{names[text]}: {text}" for text in foreign(names, level)}
+            self.expect_none(found, "instructions that a machine lacks")
+        self.assertGreater(len([text for text in users["v4"] if "%zmm" in text]), 1000)
 
     def test_no_name_is_shared_by_machines(self):
         """Of two equal inline functions a linker keeps one, which the lesser processor may not run."""
