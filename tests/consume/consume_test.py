@@ -29,13 +29,9 @@ def run(*command, **environment):
     return done.stdout
 
 
-def programs():
-    """Sources of the programs, and how to compile each."""
-    known = {"first.c": ("cc", "-std=c11"), "first.cpp": ("c++", "-std=c++20")}
-    found = {os.path.join(EXAMPLES, name): compiler for name, compiler in known.items()
-             if os.path.exists(os.path.join(EXAMPLES, name))}
-    assert found, f"no program in {EXAMPLES}"
-    return found
+C, CPP = ("cc", "-std=c11"), ("c++", "-std=c++20")
+# Sources of the programs that are used in all ways, and how to compile each.
+PROGRAMS = {os.path.join(EXAMPLES, "first.c"): C, os.path.join(EXAMPLES, "first.cpp"): CPP}
 
 
 def shown_with(source):
@@ -61,7 +57,7 @@ class TestCase(unittest.TestCase):
 
     def expect_programs(self, directory):
         """Runs first.*.zvxg and first.*.static, of which only the former loads the library."""
-        for source in programs():
+        for source in PROGRAMS:
             for form in "zvxg", "static":
                 program = os.path.join(directory, f"{os.path.basename(source)}.{form}")
                 self.expect_output(source, program)
@@ -115,7 +111,7 @@ class Installed(Tree):
         run("cmake", "--build", build)
         self.expect_programs(build)
         for level in {"v3", "v4"}.intersection(levels()):
-            for source in programs():
+            for source in PROGRAMS:
                 name = os.path.basename(source)
                 self.expect_output(source, os.path.join(build, f"{name}.static_{level}"))
 
@@ -124,7 +120,7 @@ class Installed(Tree):
                    PKG_CONFIG_PATH=os.path.join(self.libraries, "pkgconfig")).split()
 
     def test_pkg_config(self):
-        for source, compiler in programs().items():
+        for source, compiler in PROGRAMS.items():
             shared = self.compile("shared", compiler, source, *self.flags("--cflags", "--libs"))
             self.expect_output(source, shared, LD_LIBRARY_PATH=self.libraries)
             static = self.compile("static", compiler, source, "-static",
@@ -133,17 +129,17 @@ class Installed(Tree):
         source = os.path.join(HERE, "many.c")
         for form in [], ["-static"]:
             flags = self.flags(*(["--static"] if form else []), "--cflags", "--libs", package="zvxgmany")
-            run(self.compile("many", ("cc", "-std=c11"), source, *form, *flags),
+            run(self.compile("many", C, source, *form, *flags),
                 LD_LIBRARY_PATH=self.libraries)
 
     def test_compiler_alone(self):
-        for source, compiler in programs().items():
+        for source, compiler in [*PROGRAMS.items(), (os.path.join(EXAMPLES, "mdct.cpp"), CPP)]:
             self.expect_output(source, self.alone(source, compiler))
 
     def test_opened_at_run_time(self):
         source = os.path.join(HERE, "opened.c")
         for memory in [], ["-DOWN_MEMORY", "-rdynamic"]:
-            program = self.compile("opened", ("cc", "-std=c11"), *memory, source,
+            program = self.compile("opened", C, *memory, source,
                                    f"-I{self.prefix}/include", "-ldl")
             run(program, os.path.join(self.libraries, "libzvxg.so.6"))
 
@@ -152,7 +148,7 @@ class Loader(Tree):
     """The variant that the loader takes, of a program and what it opens at run time."""
 
     def expect_choice(self, chosen, *loader, **environment):
-        source, compiler = next(iter(programs().items()))
+        source, compiler = next(iter(PROGRAMS.items()))
         program = self.alone(source, compiler)
         listed = run(*loader, program, LD_TRACE_LOADED_OBJECTS="1", **environment)
         found = dict(re.findall(r"(libzvx\w+)\.so\.6 => (\S+)", listed))
@@ -163,7 +159,7 @@ class Loader(Tree):
                          os.path.join(self.libraries, "libzvxcore.so.6"))
         self.expect_output(source, *loader, program, **environment)
 
-        opened = self.compile("opened", ("cc", "-std=c11"), os.path.join(HERE, "opened.c"),
+        opened = self.compile("opened", C, os.path.join(HERE, "opened.c"),
                               f"-I{self.prefix}/include", "-ldl")
         tag = run(*loader, opened, "libzvxg.so.6", LD_LIBRARY_PATH=self.libraries, **environment)
         self.assertEqual(tag, "e9\n" if chosen == "base" else f"{chosen}\n")
