@@ -1,7 +1,9 @@
 // What is in the block of a plan: the records, field by field as worked out by hand, the cursor, the
-// space that is left, and the tables.
+// space that is left, and the tables; and what a plan does whose records have other states.
 
 #include <sys/mman.h>
+
+#include <algorithm>
 
 #include "dct4.h"
 
@@ -264,6 +266,56 @@ TYPED_TEST(Dct4Tables, TwiddlesInTheirOrder) {
     }
   }
   EXPECT_EQ(seen, 8 | 16 | 32);
+}
+
+// ---- States ------------------------------------------------------------------------------------
+
+template <class T>
+struct Dct4States : testing::Test {};
+TYPED_TEST_SUITE(Dct4States, Precisions);
+
+// A record that cannot be run is passed over with what is below it: with empty workspaces the result
+// is zero, or nothing reaches `dst`.
+TYPED_TEST(Dct4States, OthersArePassedOver) {
+  using T = TypeParam;
+  Random random = makeRandom();
+  for (const int32_t length : {1 << 17, 1 << 19}) {  // with a split in a split; in tiles, too
+    const Plan<T> plan(length);
+    Dct4Spec* const spec = plan.spec();
+    auto* const node = at<SplitNode<T>>(spec, kNode);
+    auto* const inner = at<SplitNode<T>>(spec, kNode + kOfSplit);
+    uint32_t& rootCombine = at<RootCombine<T>>(spec, kCombine)->state;
+    uint32_t& rootLoop = at<RootCombineLoop<T>>(spec, kCombineLoop)->state;
+    uint32_t* const others[] = {&at<RootSub<T>>(spec, kSub)->state,
+                                &at<RootSubLoop<T>>(spec, kSubLoop)->state,
+                                &node->state,
+                                &at<SplitCombine<T>>(spec, kSplitCombine)->state,
+                                &at<SplitSub<T>>(spec, kSplitSub)->state,
+                                &inner->state,
+                                &at<SplitSub<T>>(spec, kSplitSub + kOfSplit)->state};
+
+    const std::vector<T> source = normalNumbers<T>(random, length), zero(length, T(0)),
+                         untouched(length, poison<T>()), ordinary = plan.run(source);
+    const auto expectWith = [&](uint32_t& state, uint32_t value, const std::vector<T>& expected) {
+      for (void* workspace : {spec->workspace, static_cast<void*>(node->workspace),
+                              static_cast<void*>(inner->workspace)}) {
+        std::fill_n(static_cast<T*>(workspace), length, T(0));
+      }
+      const uint32_t before = std::exchange(state, value);
+      const std::vector<T> result = plan.run(source);
+      EXPECT_TRUE(std::ranges::equal(expected, result, [](T a, T b) {
+        return a == b || bytesOf<T>({a}) == bytesOf<T>({b});
+      })) << value;
+      state = before;
+      EXPECT_TRUE(sameNumbers(ordinary, plan.run(source)));
+    };
+    for (const uint32_t value : {0u, 8u, ~0u}) {
+      for (uint32_t* const state : others) expectWith(*state, value, zero);
+      for (uint32_t* const state : {&rootCombine, &rootLoop}) {
+        expectWith(*state, value == 8 ? 7 : value, untouched);
+      }
+    }
+  }
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 // Plans at work: the constants of their code, bits that depend on nothing but source and length, the
-// lengths 2^k + 1, and records in other states. Their results are in definition_test.cpp.
-
-#include <algorithm>
-#include <set>
+// lengths 2^k + 1, and plans that are none. Their results are in definition_test.cpp.
 
 #include "dct4.h"
 #include "dct4/trig.h"
@@ -74,8 +71,6 @@ TYPED_TEST(Dct4Run, OddLengthsLeaveTwoElementsOfEachRun) {
   }
 }
 
-// ---- States ------------------------------------------------------------------------------------
-
 // A state that no plan has refuses the call.
 TYPED_TEST(Dct4Run, UnknownStatesLeaveTheDestination) {
   using T = TypeParam;
@@ -86,52 +81,6 @@ TYPED_TEST(Dct4Run, UnknownStatesLeaveTheDestination) {
     std::vector<T> destination = untouched;
     EXPECT_EQ(plan.run(source.data(), destination.data()), zvxErrPlanState) << state;
     EXPECT_TRUE(bytesOf(destination) == bytesOf(untouched));
-  }
-}
-
-// A record that cannot be run is passed over with what is below it: with empty workspaces the result
-// is zero, or nothing reaches `dst`.
-TYPED_TEST(Dct4Run, OtherStatesArePassedOver) {
-  using T = TypeParam;
-  for (const int32_t length : {1 << 17, 1 << 19}) {  // with a split in a split; in tiles, too
-    const Plan<T> plan(length);
-    Dct4Spec* const spec = plan.spec();
-    const auto item = []<class Record>(const NodeList* list, Record*) {
-      return static_cast<Record*>(list->item);
-    };
-    auto* const rootCombine = item(spec->combineList, static_cast<RootCombine<T>*>(nullptr));
-    auto* const rootLoop = item(rootCombine->loopList, static_cast<RootCombineLoop<T>*>(nullptr));
-    auto* const rootSub = item(spec->subList, static_cast<RootSub<T>*>(nullptr));
-    auto* const subLoop = item(rootSub->loopList, static_cast<RootSubLoop<T>*>(nullptr));
-    auto* const node = item(subLoop->loopList, static_cast<SplitNode<T>*>(nullptr));
-    auto* const combine = item(node->combineList, static_cast<SplitCombine<T>*>(nullptr));
-    auto* const sub = item(node->subList, static_cast<SplitSub<T>*>(nullptr));
-    auto* const inner = item(sub->nodeList, static_cast<SplitNode<T>*>(nullptr));
-    auto* const leaf = item(inner->subList, static_cast<SplitSub<T>*>(nullptr));
-
-    const std::vector<T> source = normalNumbers<T>(this->random, length), zero(length, T(0)),
-                         untouched(length, poison<T>()), ordinary = plan.run(source);
-    const auto expectWith = [&](uint32_t& state, uint32_t value, const std::vector<T>& expected) {
-      for (void* workspace : {spec->workspace, static_cast<void*>(node->workspace),
-                              static_cast<void*>(inner->workspace)}) {
-        std::fill_n(static_cast<T*>(workspace), length, T(0));
-      }
-      const uint32_t before = std::exchange(state, value);
-      const std::vector<T> result = plan.run(source);
-      EXPECT_TRUE(std::ranges::equal(expected, result, [](T a, T b) {
-        return a == b || bytesOf<T>({a}) == bytesOf<T>({b});
-      })) << value;
-      state = before;
-      EXPECT_TRUE(sameNumbers(ordinary, plan.run(source)));
-    };
-    for (const uint32_t value : {0u, 8u, ~0u}) {
-      for (uint32_t* state : {&rootSub->state, &subLoop->state, &node->state, &combine->state,
-                              &sub->state, &inner->state, &leaf->state}) {
-        expectWith(*state, value, zero);
-      }
-      expectWith(rootCombine->state, value == 8 ? 7 : value, untouched);
-      expectWith(rootLoop->state, value == 8 ? 7 : value, untouched);
-    }
   }
 }
 
