@@ -1,5 +1,5 @@
-// Many signals by the companion header: each has the bits of the C function, and what lies between
-// the results stays.
+// Many signals by the companion header: objects that take them, two dimensions, and errors. The
+// transforms that have a kernel are in companion_test.cpp.
 
 #include <array>
 #include <complex>
@@ -10,97 +10,7 @@
 namespace tests {
 namespace {
 
-using kernelgen::Direction;
-using kernelgen::Family;
-using kernelgen::KernelId;
-using zvxg::Layout;
-
 constexpr std::size_t kCount = 5;
-
-// The transform of many signals that stands for the kernel `id`, with the elements of its sides:
-// test(From(), To(), call).
-template <class T, class Test>
-void withTransform(const KernelId& id, const Test& test) {
-  using Pair = std::complex<T>;
-  const auto either = [&](auto sample, auto bin, const auto& forward, const auto& inverse) {
-    if (id.direction == Direction::Forward) {
-      test(sample, bin, forward);
-    } else {
-      test(bin, sample, inverse);
-    }
-  };
-  const auto layout = [&]<Layout kLayout>(auto bin) {
-    either(
-        T(), bin, [](const auto&... a) { zvxg::rdft<kLayout>(a...); },
-        [](const auto&... a) { zvxg::irdft<kLayout>(a...); });
-  };
-  if (id.family == Family::Hartley) {
-    test(T(), T(), [](const auto&... a) { zvxg::hartley(a...); });
-  } else if (id.family == Family::Complex) {
-    either(
-        Pair(), Pair(), [](const auto&... a) { zvxg::dft(a...); },
-        [](const auto&... a) { zvxg::idft(a...); });
-  } else if (id.layout == kernelgen::Layout::Ccs) {
-    layout.template operator()<Layout::Ccs>(Pair());
-  } else if (id.layout == kernelgen::Layout::Pack) {
-    layout.template operator()<Layout::Pack>(T());
-  } else {
-    layout.template operator()<Layout::Perm>(T());
-  }
-}
-
-// kCount signals of so many elements with gaps: in rows or in columns.
-template <class T, class E>
-struct Field {
-  Field(std::size_t elements, bool inRows)
-      : length(elements),
-        steps(inRows ? zvxg::Steps{1, elements + 1} : zvxg::Steps{kCount + 2, 1}),
-        numbers(((length - 1) * steps.stride + (kCount - 1) * steps.distance + 1) * kParts,
-                poison<T>()) {}
-
-  auto signals() {
-    return zvxg::signals(std::span(data(), numbers.size() / kParts), length, steps);
-  }
-  void put(std::size_t k, const std::vector<T>& signal) {
-    const E* const elements = reinterpret_cast<const E*>(signal.data());
-    for (std::size_t i = 0; i < length; ++i) {
-      data()[k * steps.distance + i * steps.stride] = elements[i];
-    }
-  }
-  E* data() { return reinterpret_cast<E*>(numbers.data()); }
-
-  static constexpr std::size_t kParts = sizeof(E) / sizeof(T);
-  std::size_t length;
-  zvxg::Steps steps;
-  std::vector<T> numbers;
-};
-
-TEST(CompanionMany, TransformsAreThoseOfC) {
-  Random random = makeRandom();
-  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
-    const auto flag = static_cast<ZvxScaleFlag>(kFlags[kernel.length % 4]);
-    withTransform<T>(kernel.id, [&]<class From, class To>(From, To, const auto& call) {
-      for (const bool rowsIn : {false, true}) {
-        for (const bool rowsOut : {false, true}) {
-          Field<T, From> x(kernel.sourceSize * sizeof(T) / sizeof(From), rowsIn);
-          Field<T, To> y(kernel.destinationSize * sizeof(T) / sizeof(To), rowsOut), expected = y;
-          for (std::size_t k = 0; k < kCount; ++k) {
-            const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
-            x.put(k, source);
-            expected.put(k, kernel.run(source, flag));
-          }
-          call(x.signals(), y.signals(), flag);
-          EXPECT_TRUE(sameNumbers(expected.numbers, y.numbers));
-          if constexpr (std::is_same_v<From, To>) {
-            if (rowsIn != rowsOut) continue;
-            call(x.signals(), x.signals(), flag);
-            EXPECT_TRUE(sameNumbers(expected.numbers, x.numbers));
-          }
-        }
-      }
-    });
-  });
-}
 
 template <class T>
 struct CompanionManyOf : testing::Test {};

@@ -1,5 +1,5 @@
-// The companion header: every transform has the bits of the C function, the errors, half spectra in
-// all layouts, and batches. companion_header.cpp has what must not compile.
+// The companion header: every transform, of one signal and of many, has the bits of the C function, the
+// errors, half spectra in all layouts, and batches. companion_header.cpp has what must not compile.
 
 #include "companion.h"
 
@@ -19,43 +19,6 @@ using zvxg::Layout;
 
 // ---- Transforms --------------------------------------------------------------------------------
 
-template <class T, std::size_t N, Layout kLayout>
-void realTransform(const KernelId& id, const std::vector<T>& source, std::vector<T>& result,
-                   ZvxScaleFlag flag) {
-  const auto n = static_cast<std::size_t>(id.length);
-  if (id.direction == Direction::Forward) {
-    zvxg::rdft<N>(source, zvxg::SpectrumView<kLayout, T>(result, n), flag);
-  } else {
-    zvxg::irdft<N>(zvxg::SpectrumView<kLayout, const T>(source, n), result, flag);
-  }
-}
-
-// The call that stands for the kernel `id`, its length a template argument or not.
-template <class T, std::size_t N = kDynamic>
-std::vector<T> transform(const KernelId& id, const std::vector<T>& source, ZvxScaleFlag flag) {
-  std::vector<T> result(id.destinationSize(), poison<T>());
-  const auto complexes = [](auto& numbers) {
-    using Number = std::remove_pointer_t<decltype(numbers.data())>;
-    using Pair =
-        std::conditional_t<std::is_const_v<Number>, const std::complex<T>, std::complex<T>>;
-    return std::span<Pair>(reinterpret_cast<Pair*>(numbers.data()), numbers.size() / 2);
-  };
-  if (id.family == Family::Hartley) {
-    zvxg::hartley<N>(source, result, flag);
-  } else if (id.layout == kernelgen::Layout::Ccs) {
-    realTransform<T, N, Layout::Ccs>(id, source, result, flag);
-  } else if (id.layout == kernelgen::Layout::Pack) {
-    realTransform<T, N, Layout::Pack>(id, source, result, flag);
-  } else if (id.layout == kernelgen::Layout::Perm) {
-    realTransform<T, N, Layout::Perm>(id, source, result, flag);
-  } else if (id.direction == Direction::Forward) {
-    zvxg::dft<N>(complexes(source), complexes(result), flag);
-  } else {
-    zvxg::idft<N>(complexes(source), complexes(result), flag);
-  }
-  return result;
-}
-
 // The entry of the table of names that a constant length goes to.
 template <class T>
 const void* tableEntry(const KernelId& id) {
@@ -73,18 +36,108 @@ const void* tableEntry(const KernelId& id) {
   }
 }
 
+// kCount signals of so many elements with gaps: in rows or in columns.
+constexpr std::size_t kCount = 5;
+template <class T, class E>
+struct Field {
+  Field(std::size_t elements, bool inRows)
+      : length(elements),
+        steps(inRows ? zvxg::Steps{1, elements + 1} : zvxg::Steps{kCount + 2, 1}),
+        numbers(((length - 1) * steps.stride + (kCount - 1) * steps.distance + 1) * kParts,
+                poison<T>()) {}
+
+  auto signals() {
+    return zvxg::signals(std::span(data(), numbers.size() / kParts), length, steps);
+  }
+  std::span<E> row(std::size_t k) { return {data() + k * steps.distance, length}; }
+  void put(std::size_t k, const std::vector<T>& signal) {
+    const E* const elements = reinterpret_cast<const E*>(signal.data());
+    for (std::size_t i = 0; i < length; ++i) {
+      data()[k * steps.distance + i * steps.stride] = elements[i];
+    }
+  }
+  E* data() { return reinterpret_cast<E*>(numbers.data()); }
+
+  static constexpr std::size_t kParts = sizeof(E) / sizeof(T);
+  std::size_t length;
+  zvxg::Steps steps;
+  std::vector<T> numbers;
+};
+
+// One by one, with a length that is a template argument or not, and all in one call: each signal has
+// the bits of the C function, and what lies between the results stays.
 TEST(Companion, TransformsAreThoseOfC) {
   Random random = makeRandom();
   forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
     EXPECT_EQ(tableEntry<T>(kernel.id), kernel.function.address);
-    const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
-    for (const ZvxScaleFlag flag : {zvxDivFwdByN, zvxDivInvByN, zvxDivBySqrtN, zvxNoDiv}) {
-      const std::vector<T> expected = kernel.run(source, flag);
-      EXPECT_TRUE(sameNumbers(expected, transform(kernel.id, source, flag)));
-      if (kernel.length != 12) continue;
-      const std::vector<T> ofConstant = transform<T, 12>(kernel.id, source, flag);
-      EXPECT_TRUE(sameNumbers(expected, ofConstant));
-    }
+    const auto n = static_cast<std::size_t>(kernel.length);
+    const auto flag = static_cast<ZvxScaleFlag>(kFlags[kernel.length % 4]);
+    const auto expectSame = [&]<class From, class To>(From, To, const auto& single,
+                                                      const auto& many) {
+      for (const bool rowsIn : {false, true}) {
+        for (const bool rowsOut : {false, true}) {
+          Field<T, From> x(kernel.sourceSize * sizeof(T) / sizeof(From), rowsIn);
+          Field<T, To> y(kernel.destinationSize * sizeof(T) / sizeof(To), rowsOut);
+          Field<T, To> expected = y, oneByOne = y;
+          for (std::size_t k = 0; k < kCount; ++k) {
+            const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
+            x.put(k, source);
+            expected.put(k, kernel.run(source, flag));
+            if (rowsIn && rowsOut) single(n, x.row(k), oneByOne.row(k), flag);
+          }
+          EXPECT_TRUE(!rowsIn || !rowsOut || sameNumbers(expected.numbers, oneByOne.numbers));
+          many(x.signals(), y.signals(), flag);
+          EXPECT_TRUE(sameNumbers(expected.numbers, y.numbers));
+          if constexpr (std::is_same_v<From, To>) {
+            if (rowsIn != rowsOut) continue;
+            many(x.signals(), x.signals(), flag);
+            EXPECT_TRUE(sameNumbers(expected.numbers, x.numbers));
+          }
+        }
+      }
+    };
+    withCalls<T>(kernel.id, expectSame);
+    if (kernel.length == 12) withCalls<T, 12>(kernel.id, expectSame);
+  });
+}
+
+// Source and destination in one array, at every distance, and of sizes beside the right one: a call
+// throws and changes nothing, or does what the C function does.
+TEST(Companion, PartsOfOneArray) {
+  constexpr std::size_t kRoom = 26;  // for two parts side by side
+  Random random = makeRandom();
+  forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
+    if (kernel.length != 6) return;
+    const std::size_t fromNumbers = kernel.sourceSize, toNumbers = kernel.destinationSize;
+    const std::vector<T> numbers = normalNumbers<T>(random, kRoom);
+    withCalls<T>(kernel.id, [&]<class From, class To>(From, To, const auto& call, const auto&) {
+      const auto expectStatus = [&](std::size_t from, std::size_t to, std::size_t size,
+                                    int32_t flag, bool isGood) {
+        std::vector<T> array = numbers, expected = numbers;
+        if (isGood) {
+          std::vector<T> result(&numbers[from], &numbers[from] + fromNumbers);
+          result = kernel.run(result, flag);
+          std::copy(result.begin(), result.end(), expected.begin() + to);
+        }
+        const std::span source(reinterpret_cast<const From*>(&array[from]),
+                               fromNumbers * sizeof(T) / sizeof(From));
+        const std::span destination(reinterpret_cast<To*>(&array[to]), size);
+        const std::string said =
+            complaint([&] { call(6, source, destination, static_cast<ZvxScaleFlag>(flag)); });
+        ASSERT_TRUE((said == "none") == isGood && sameNumbers(expected, array))
+            << said << ": from " << from << " to " << to << ", " << size << " elements";
+      };
+      const std::size_t size = toNumbers * sizeof(T) / sizeof(To);
+      for (std::size_t from = 0; from + fromNumbers <= kRoom; ++from) {
+        for (std::size_t to = 0; to + toNumbers + 2 <= kRoom; ++to) {
+          const bool areGood = from == to || from + fromNumbers <= to || to + toNumbers <= from;
+          expectStatus(from, to, size, kUnscaled, areGood);
+          expectStatus(from, to, size - 1, kUnscaled, false);
+          expectStatus(from, to, size + 1, kUnscaled, false);
+        }
+      }
+      expectStatus(0, 0, size, 3, false);
+    });
   });
 }
 
@@ -105,10 +158,10 @@ TEST(Companion, ArraysOfKnownLength) {
 }
 
 template <class T>
-struct CompanionWht : testing::Test {};
-TYPED_TEST_SUITE(CompanionWht, Precisions);
+struct CompanionOf : testing::Test {};
+TYPED_TEST_SUITE(CompanionOf, Precisions);
 
-TYPED_TEST(CompanionWht, IsThatOfC) {
+TYPED_TEST(CompanionOf, WhtIsThatOfC) {
   using T = TypeParam;
   Random random = makeRandom();
   const auto check = [&](int order, const auto& run) {
@@ -263,6 +316,29 @@ TEST(Companion, ConversionsKeepEveryBin) {
         for (std::size_t k = 0; 2 * k <= n; ++k) EXPECT_EQ(second.bin(k), spectrum.bin(k)) << n;
       });
     });
+  }
+}
+
+// The kernels have the places that the table above prints, and the same bits in all layouts.
+TYPED_TEST(CompanionOf, LayoutsHoldTheSameSpectrum) {
+  using T = TypeParam;
+  Random random = makeRandom();
+  for (std::size_t n = 2; n <= 64; ++n) {
+    const std::vector<T> x = numbersWithZeros<T>(random, static_cast<int>(n));
+    zvxg::Spectrum<Layout::Ccs, T> ccs(n);
+    std::vector<T> samples(n), found(n);
+    zvxg::rdft(x, ccs);
+    zvxg::irdft(ccs, samples);
+    const auto expectSame = [&]<Layout kLayout>() {
+      zvxg::Spectrum<kLayout, T> spectrum(n), expected(n);
+      zvxg::rdft(x, spectrum);
+      zvxg::convert(ccs, expected);
+      EXPECT_TRUE(std::ranges::equal(spectrum.numbers(), expected.numbers(), sameNumber<T>)) << n;
+      zvxg::irdft(spectrum, found);
+      EXPECT_TRUE(sameNumbers(samples, found)) << n;
+    };
+    expectSame.template operator()<Layout::Pack>();
+    expectSame.template operator()<Layout::Perm>();
   }
 }
 

@@ -1,5 +1,5 @@
-// What is promised of the half spectra of real signals: the places of their bins, zeros of CCS that
-// are constants and that nobody reads, bins that are doubled before all else.
+// What is promised of the half spectra of real signals: zeros of CCS that are constants and that nobody
+// reads, bins that are doubled before all else. companion_test.cpp has the places of the bins.
 
 #include "harness.h"
 
@@ -7,37 +7,7 @@ namespace tests {
 namespace {
 
 using kernelgen::Direction;
-using kernelgen::Family;
 using kernelgen::Layout;
-
-// Places as the header prints them, for binPlace(), which the definitions lean on. By element: 10 k
-// for the real part of bin k, 10 k + 1 for its imaginary part, which may be zero.
-TEST(Spectrum, PrintedLayouts) {
-  const struct {
-    Layout layout;
-    std::vector<int> parts;
-    int length;
-  } kExamples[] = {
-      {Layout::Ccs, {0, 1, 10, 11}, 2},
-      {Layout::Pack, {0, 10}, 2},
-      {Layout::Perm, {0, 10}, 2},
-      {Layout::Ccs, {0, 1, 10, 11, 20, 21}, 5},
-      {Layout::Pack, {0, 10, 11, 20, 21}, 5},
-      {Layout::Perm, {0, 10, 11, 20, 21}, 5},
-      {Layout::Ccs, {0, 1, 10, 11, 20, 21, 30, 31}, 6},
-      {Layout::Pack, {0, 10, 11, 20, 21, 30}, 6},
-      {Layout::Perm, {0, 30, 10, 11, 20, 21}, 6},
-  };
-  for (const auto& [layout, expected, length] : kExamples) {
-    std::vector<int> parts(expected.size(), -1);
-    for (int k = 0; 2 * k <= length; ++k) {
-      const kernelgen::BinPlace place = kernelgen::binPlace(layout, length, k);
-      parts.at(place.re) = 10 * k;
-      if (place.im != kernelgen::kNowhere) parts.at(place.im) = 10 * k + 1;
-    }
-    EXPECT_EQ(parts, expected);
-  }
-}
 
 // Written as constants, and not read.
 TEST(Spectrum, ZerosOfCcs) {
