@@ -35,6 +35,7 @@ using api::Role;
 using api::Transform;
 
 constexpr std::int32_t kLongestPlan = 1 << 14, kLongestOfMany = 1 << 10;
+constexpr int kLongestMoved = 256;      // of the plans whose blocks begin anywhere
 constexpr int kHowmany = 19;            // a vector of transforms, however wide, and some left over
 constexpr std::size_t kOnlyRead = 256;  // bytes of a plan that is only read when it is run
 
@@ -105,7 +106,6 @@ class Session {
   void run(const Job& job) {
     const Transform& transform = job.transform;
     const Function& function = *transform.function;
-    Exact work(transform.workBytes, 16);
     if (transform.workBytes != 0) {
       std::uint32_t bytes = 0;
       succeed(exports_.sibling(function, {Role::Selector, Role::Size}),
@@ -114,13 +114,21 @@ class Session {
                asArgument(&bytes)});
     }
     if (function.takes(Role::Buffer)) {
+      Exact work(transform.workBytes, 16);
       run(job, work.data());
       run(job, nullptr);
     } else if (function.isPlanned()) {
-      const void *plan = nullptr, *allocated = nullptr;
-      succeed(exports_.sibling(function, {Role::NewPlan, Role::Selector, Role::Block}),
-              {asArgument(&plan), asArgument(transform.selector), asArgument(work.data())});
-      run(job, job.plan ? job.plan : plan);
+      const void* allocated = nullptr;
+      if (job.plan) run(job, job.plan);
+      for (const std::size_t place : {0, 1, 16, 31, 33, 63}) {
+        if (place > 1 && transform.points > kLongestMoved) break;
+        // The plan of a direct length may end behind its block where that is not on a boundary of 32.
+        Exact block(transform.workBytes + (place % 32 != 0 ? 31 : 0), place);
+        const void* plan = nullptr;
+        succeed(exports_.sibling(function, {Role::NewPlan, Role::Selector, Role::Block}),
+                {asArgument(&plan), asArgument(transform.selector), asArgument(block.data())});
+        run(job, plan);
+      }
       succeed(exports_.sibling(function, {Role::NewPlan, Role::Selector}),
               {asArgument(&allocated), asArgument(transform.selector)});
       run(job, allocated);
