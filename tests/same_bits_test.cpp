@@ -138,6 +138,17 @@ struct Fault {
 const Fault kFaults[] = {
     {"operands exchanged", [](const Graph&, const Node& n) { return n.op == Op::Sub; },
      [](Graph& out, const Graph&, const Node& n) { return out.sub(n.b, n.a); }},
+    // These two differ from the node in the sign of a zero.
+    {"the negative of a sum of negatives",
+     [](const Graph&, const Node& n) { return n.op == Op::Add; },
+     [](Graph& out, const Graph&, const Node& n) {
+       const std::vector<int> all(n.lanes, 1);
+       return out.flip(out.add(out.flip(n.a, all), out.flip(n.b, all)), all);
+     }},
+    {"the negative of the opposite", [](const Graph&, const Node& n) { return n.op == Op::Sub; },
+     [](Graph& out, const Graph&, const Node& n) {
+       return out.flip(out.sub(n.b, n.a), std::vector<int>(n.lanes, 1));
+     }},
     {"last bit of a constant", [](const Graph&, const Node& n) { return n.op == Op::Const; },
      [](Graph& out, const Graph&, Node n) {
        for (RoundedConstant& c : n.constants) {
