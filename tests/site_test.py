@@ -27,8 +27,8 @@ SCREENSHOTS = TREE / "build/site/screenshots"
 DATA = TREE / "docs/figures"
 GROUP = "reference/zvxgDFTFwd_CToC_N_32fc.html"
 KERNEL = "zvxgDFTFwd_CToC_12_32fc"
-PAGES = ("index.html", "guide.html", "figures.html", GROUP, "reference/cpp.html", "reference/python.html",
-         "examples/spectrogram.cpp.html", f"kernels/{KERNEL}.html", f"search.html?q={KERNEL}")
+PAGES = ("index.html", "guide.html", "figures.html", GROUP, "reference/complex.html", "reference/many.html",
+         "reference/cpp.html", "reference/python.html", "examples/spectrogram.cpp.html", f"kernels/{KERNEL}.html", f"search.html?q={KERNEL}")
 
 
 class Quiet(http.server.SimpleHTTPRequestHandler):
@@ -98,13 +98,16 @@ class Browser(unittest.TestCase):
 
 
 class Pages(Browser):
-    def test_pages_fit_the_screen(self):
+    def test_pages_fit_the_screen_and_show_what_is_declared(self):
         for kind, width, height, scheme in ("desktop", 1280, 900, "light"), ("phone", 390, 844, "dark"):
             screen(width, height, scheme)
             for page in PAGES:
                 with self.subTest(page=page, kind=kind):
                     browser.get(served + page)
                     self.assertEqual(browser.execute_script("return document.documentElement.scrollWidth"), width)
+                    hidden = ("return [...document.querySelectorAll('dl.function > dt')]"
+                              ".filter((one) => !one.offsetHeight).map((one) => one.id)")
+                    self.assertEqual(browser.execute_script(hidden), [])
                     name = page.split("?")[0].replace("/", "-").removesuffix(".html")
                     browser.save_screenshot(str(SCREENSHOTS / f"{name}-{kind}.png"))
 
