@@ -1,4 +1,4 @@
-from typing import Any, Literal, SupportsIndex, TypedDict, overload
+from typing import Any, Literal, Protocol, SupportsIndex, TypedDict, TypeVar, overload
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
@@ -12,6 +12,7 @@ _Axes = tuple[int | tuple[int], int | tuple[int]] | list[int] | list[tuple[int]]
 _Real = NDArray[np.float32] | NDArray[np.float64]
 _Complex = NDArray[np.complex64] | NDArray[np.complex128]
 _Out = NDArray[Any] | None
+_Result_co = TypeVar("_Result_co", covariant=True)
 
 class _Library(TypedDict):
     major: int
@@ -23,15 +24,19 @@ class _Library(TypedDict):
 
 __version__: str
 
+class _Transform(Protocol[_Result_co]):
+    def __call__(
+        self, a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1,
+        norm: _Norm = None, out: _Out = None, *, axes: _Axes = None,
+    ) -> _Result_co: ...
+
+fft: _Transform[_Complex]
+ifft: _Transform[_Complex]
+hartley: _Transform[_Real]
+wht: _Transform[_Real]
+dct4: _Transform[_Real]
+
 def library() -> _Library: ...
-def fft(
-    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
-    out: _Out = None, *, axes: _Axes = None,
-) -> _Complex: ...
-def ifft(
-    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
-    out: _Out = None, *, axes: _Axes = None,
-) -> _Complex: ...
 @overload
 def rfft(
     a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
@@ -45,18 +50,6 @@ def rfft(
 def irfft(
     a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
     out: _Out = None, *, axes: _Axes = None, layout: _Layout = "ccs",
-) -> _Real: ...
-def hartley(
-    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
-    out: _Out = None, *, axes: _Axes = None,
-) -> _Real: ...
-def wht(
-    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
-    out: _Out = None, *, axes: _Axes = None,
-) -> _Real: ...
-def dct4(
-    a: ArrayLike, n: SupportsIndex | None = None, axis: SupportsIndex = -1, norm: _Norm = None,
-    out: _Out = None, *, axes: _Axes = None,
 ) -> _Real: ...
 def stft(
     x: ArrayLike, window: ArrayLike, hop: int, *, axis: int = -1, pad: bool = True,
