@@ -47,29 +47,27 @@ def test_batches(function, precision):
     for n in function.lengths():
         rows = BATCH if n <= 64 else 3
         x = random((rows, function.elements(n, "source")), function.source_type(precision), n)
-        keywords = {"n": n} if function.half == "source" else {}
         for norm in NORMS:
             expected = singles(function, x, n, norm)
-            assert same_bits(function(x, norm=norm, **keywords), expected), (n, norm)
+            assert same_bits(function(x, norm=norm, n=n), expected), (n, norm)
         for name, place in PLACES.items():
             placed = place(x)
-            assert same_bits(function(placed, norm=norm, **keywords), expected), (n, name)
-            assert same_bits(function(placed.T, norm=norm, axis=0, **keywords), expected.T), (n, name)
+            assert same_bits(function(placed, norm=norm, n=n), expected), (n, name)
+            assert same_bits(function(placed.T, norm=norm, axis=0, n=n), expected.T), (n, name)
             out = place(np.empty_like(expected))
-            assert function(placed, norm=norm, out=out, **keywords) is out
+            assert function(placed, norm=norm, out=out, n=n) is out
             assert same_bits(np.array(out), expected), (n, name)
         for count in range(1, rows):
-            got = function(x[:count], norm=norm, **keywords)
+            got = function(x[:count], norm=norm, n=n)
             assert same_bits(got, expected[:count]), (n, count)
         everywhere = np.broadcast_to(x[0], (9, x.shape[1]))
-        assert same_bits(function(everywhere, norm=norm, **keywords),
+        assert same_bits(function(everywhere, norm=norm, n=n),
                          np.broadcast_to(expected[0], (9, expected.shape[1]))), n
-        assert same_bits(function(x[0], norm=norm, **keywords), expected[0]), n
+        assert same_bits(function(x[0], norm=norm, n=n), expected[0]), n
 
 
 def test_in_place_and_overlapping(function, precision):
     n, size = 16, function.elements(16, "source")
-    keywords = {"n": n} if function.half == "source" else {}
     x = random((40, size), function.source_type(precision))
     expected = singles(function, x, n, "backward")
     memory = np.zeros(1 << 15, np.uint8)
@@ -82,26 +80,25 @@ def test_in_place_and_overlapping(function, precision):
         source = view(size, x.dtype, 256)
         source[...] = x
         out = view(expected.shape[1], expected.dtype, 256 - offset)
-        function(source, out=out, **keywords)
+        function(source, out=out, n=n)
         assert same_bits(out.copy(), expected), offset
 
 
 def test_axes(function, precision):
     """Of arrays of three dimensions, against those of two."""
     n, size = 8, function.elements(8, "source")
-    keywords = {"n": n} if function.half == "source" else {}
     x = random((3, 5, size), function.source_type(precision))
-    expected = function(x.reshape(15, size), **keywords).reshape(3, 5, -1)
+    expected = function(x.reshape(15, size), n=n).reshape(3, 5, -1)
     for source in range(3):
         moved = np.moveaxis(x, -1, source)
-        assert same_bits(function(moved, axis=source - 3, **keywords),
+        assert same_bits(function(moved, axis=source - 3, n=n),
                          np.moveaxis(expected, -1, source))
         for result in range(3):
             wanted = np.moveaxis(expected, -1, result)
-            got = function(moved, axes=[(source,), result], **keywords)
+            got = function(moved, axes=[(source,), result], n=n)
             assert same_bits(got, wanted), (source, result)
             out = np.empty_like(wanted)
-            function(moved, axes=(source, result), out=out, **keywords)
+            function(moved, axes=(source, result), out=out, n=n)
             assert same_bits(out, wanted), (source, result)
 
 

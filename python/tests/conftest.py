@@ -2,7 +2,7 @@
 
 import concurrent.futures
 import ctypes
-import dataclasses
+import re
 
 import numpy as np
 import pytest
@@ -14,17 +14,15 @@ _LIBRARY = ctypes.CDLL(zvxg.library()["file"])
 _FLAGS = {"backward": (8, 2), "ortho": (4, 4), "forward": (1, 8)}  # forward, inverse
 
 
-@dataclasses.dataclass(frozen=True)
 class Function:
-    """A function of zvxg, a layout, and the C function of one length that does the same."""
+    """A function of zvxg with a layout, and the C function of one length that does the same, whose name
+    says the rest."""
 
-    name: str
-    kernel: str
-    layout: str = None
-    inverse: bool = False
-    complex_source: bool = False
-    complex_result: bool = False
-    half: str = None  # the side that has bins
+    def __init__(self, name, kernel, layout=None):
+        self.name, self.kernel, self.layout = name, kernel, layout
+        ends = re.fullmatch(r".*_(\w+)To(\w+)|.*", kernel).groups()
+        self.complex_source, self.complex_result = (end in ("C", "CCS") for end in ends)
+        self.bins = [side for side, end in zip(("source", "result"), ends) if end == "CCS"]
 
     def __str__(self):
         return self.name + (f"-{self.layout}" if self.layout else "")
@@ -35,7 +33,7 @@ class Function:
         return getattr(zvxg, self.name)(x, **keywords)
 
     def elements(self, n, side):
-        return n // 2 + 1 if side == self.half else n
+        return n // 2 + 1 if side in self.bins else n
 
     def lengths(self):
         if self.name == "wht":
@@ -62,25 +60,24 @@ class Function:
             _LIBRARY[f"zvxgDCT4Free_{element}"](plan)
             factor = {"backward": 2, "ortho": np.sqrt(2 / n), "forward": 1 / n}[norm]
             return result * result.dtype.type(factor)
-        flag = _FLAGS[norm][self.inverse]
-        size = n.bit_length() - 1 if self.name == "wht" else n
-        more = (None,) if self.name == "wht" else ()
-        assert _LIBRARY[f"{self.kernel.format(size)}_{element}"](*arrays, flag, *more) == 0
+        flag = _FLAGS[norm]["Inv" in self.kernel]
+        size, *more = (n.bit_length() - 1, None) if self.name == "wht" else (n,)
+        assert _LIBRARY[f"zvxg{self.kernel}_{size}_{element}"](*arrays, flag, *more) == 0
         return result
 
 
 FUNCTIONS = [
-    Function("fft", "zvxgDFTFwd_CToC_{}", None, False, True, True),
-    Function("ifft", "zvxgDFTInv_CToC_{}", None, True, True, True),
-    Function("rfft", "zvxgDFTFwd_RToCCS_{}", "ccs", False, False, True, "result"),
-    Function("rfft", "zvxgDFTFwd_RToPack_{}", "pack"),
-    Function("rfft", "zvxgDFTFwd_RToPerm_{}", "perm"),
-    Function("irfft", "zvxgDFTInv_CCSToR_{}", "ccs", True, True, False, "source"),
-    Function("irfft", "zvxgDFTInv_PackToR_{}", "pack", True),
-    Function("irfft", "zvxgDFTInv_PermToR_{}", "perm", True),
-    Function("hartley", "zvxgHartley_{}"),
-    Function("wht", "zvxgWHT_{}"),
-    Function("dct4", ""),
+    Function("fft", "DFTFwd_CToC"),
+    Function("ifft", "DFTInv_CToC"),
+    Function("rfft", "DFTFwd_RToCCS", "ccs"),
+    Function("rfft", "DFTFwd_RToPack", "pack"),
+    Function("rfft", "DFTFwd_RToPerm", "perm"),
+    Function("irfft", "DFTInv_CCSToR", "ccs"),
+    Function("irfft", "DFTInv_PackToR", "pack"),
+    Function("irfft", "DFTInv_PermToR", "perm"),
+    Function("hartley", "Hartley"),
+    Function("wht", "WHT"),
+    Function("dct4", "DCT4"),
 ]
 
 
