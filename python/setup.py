@@ -49,7 +49,7 @@ class CopyLibrary(sdist):
         super().make_release_tree(base_dir, files)
         library = os.path.join(base_dir, "library")
         for part in ("CMakeLists.txt", "LICENSE", "cmake", "include", "packaging", "src",
-                     "tools/kernelgen", "python/CMakeLists.txt", "python/src"):
+                     "tools/interface", "tools/kernelgen", "python/CMakeLists.txt", "python/src"):
             source, copy = os.path.join(TREE, part), os.path.join(library, part)
             if os.path.isdir(source):
                 shutil.copytree(source, copy)
