@@ -3,6 +3,7 @@ may not be aligned for it, and which compilers take the headers. Run with --help
 follows them goes to unittest."""
 
 import argparse
+import glob
 import json
 import os
 import re
@@ -16,6 +17,8 @@ WARNINGS = "-Wall -Wextra -Wpedantic -Werror".split()
 # DLLs that are on every Windows: the C runtime and the kernel.
 SYSTEM = {"msvcrt.dll", "KERNEL32.dll"}
 CORE = {"zvxMalloc", "zvxFree"}
+# What Microsoft's compiler does not know, or ignores although it matters.
+FOREIGN = re.compile(r"__(attribute|builtin|asm|declspec)|vector_size|no_unique_address")
 
 
 def output_of(*command):
@@ -37,6 +40,13 @@ class Headers(unittest.TestCase):
         for standard in "c++17", "c++20":
             self.expect_taken(*cl, "/TP", f"/std:{standard}", "/FIzvxg_many.h",
                               then=("--", os.devnull))
+
+    def test_in_the_words_of_the_standard(self):
+        names = glob.glob(os.path.join(options.include, "**", "*.hpp"), recursive=True)
+        self.assertGreater(len(names), 5)
+        for name in names:
+            with open(name, encoding="utf-8") as file:
+                self.assertNotRegex(file.read(), FOREIGN, name)
 
     def test_for_mingw(self):
         for compiler in options.clang.split(";"), ["x86_64-w64-mingw32-g++-posix"]:

@@ -14,6 +14,8 @@
 // s.
 #pragma once
 
+#include <emmintrin.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -21,6 +23,7 @@
 #include <limits>
 #include <span>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "zvxg/arrays.hpp"
@@ -30,19 +33,26 @@ namespace zvxg::detail {
 
 // Vectors of 16 bytes, which every x86-64 has. Compilers do not vectorise the loops below, because
 // one index rises while another falls. A scalar is a vector of one lane.
-template <Real T>
-struct Lanes {
-  using Vector [[gnu::vector_size(16)]] = T;
+struct Floats {
+  __m128 lanes;
 };
+inline Floats operator+(Floats x, Floats y) { return {_mm_add_ps(x.lanes, y.lanes)}; }
+inline Floats operator-(Floats x, Floats y) { return {_mm_sub_ps(x.lanes, y.lanes)}; }
+inline Floats operator*(Floats x, Floats y) { return {_mm_mul_ps(x.lanes, y.lanes)}; }
+inline Floats operator-(Floats x) { return {_mm_xor_ps(x.lanes, _mm_set1_ps(-0.0f))}; }
+inline Floats reversed(Floats x) { return {_mm_shuffle_ps(x.lanes, x.lanes, 0b00011011)}; }
+
+struct Doubles {
+  __m128d lanes;
+};
+inline Doubles operator+(Doubles x, Doubles y) { return {_mm_add_pd(x.lanes, y.lanes)}; }
+inline Doubles operator-(Doubles x, Doubles y) { return {_mm_sub_pd(x.lanes, y.lanes)}; }
+inline Doubles operator*(Doubles x, Doubles y) { return {_mm_mul_pd(x.lanes, y.lanes)}; }
+inline Doubles operator-(Doubles x) { return {_mm_xor_pd(x.lanes, _mm_set1_pd(-0.0))}; }
+inline Doubles reversed(Doubles x) { return {_mm_shuffle_pd(x.lanes, x.lanes, 0b01)}; }
 
 inline float reversed(float x) { return x; }
 inline double reversed(double x) { return x; }
-inline Lanes<float>::Vector reversed(Lanes<float>::Vector x) {
-  return __builtin_shufflevector(x, x, 3, 2, 1, 0);
-}
-inline Lanes<double>::Vector reversed(Lanes<double>::Vector x) {
-  return __builtin_shufflevector(x, x, 1, 0);
-}
 
 template <class V, class T>
 V load(const T* from) {
@@ -119,7 +129,7 @@ class Lap {
         body(n, 2 * half - kLanes - n, load<V>(rising + n), load<V>(falling + n));
       }
     };
-    using Vector = typename Lanes<T>::Vector;
+    using Vector = std::conditional_t<sizeof(T) == 4, Floats, Doubles>;
     if (half_ % (sizeof(Vector) / sizeof(T)) == 0) {
       serve(Vector{});
     } else {

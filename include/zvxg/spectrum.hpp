@@ -61,6 +61,16 @@ template <class T>
 using ComplexOf = std::conditional_t<std::is_const_v<T>, const std::complex<std::remove_const_t<T>>,
                                      std::complex<T>>;
 
+// The length of a signal, a base because it then takes no room if it is a constant.
+template <std::size_t N>
+struct Length {
+  static constexpr std::size_t length_ = N;
+};
+template <>
+struct Length<kDynamic> {
+  std::size_t length_ = 0;
+};
+
 }  // namespace detail
 
 /** A half spectrum of N samples in your own array. T is float or double, const in a view that is
@@ -68,7 +78,7 @@ using ComplexOf = std::conditional_t<std::is_const_v<T>, const std::complex<std:
  *  copied like a pointer and valid as long as its array. */
 template <Layout kKind, class T, std::size_t N = kDynamic>
 requires Real<std::remove_const_t<T>>
-class SpectrumView {
+class SpectrumView : detail::Length<N> {
   static constexpr bool kKnown = N != kDynamic, kPairs = kKind == Layout::Ccs;
   using Numbers = std::span<T, detail::extentOf(kKind, N)>;
   using Pairs = std::span<detail::ComplexOf<T>, detail::binsOf(N)>;
@@ -82,7 +92,7 @@ class SpectrumView {
   explicit SpectrumView(Numbers numbers) noexcept requires kKnown : numbers_(numbers) {}
   /// Throws std::invalid_argument unless there are spectrumSize(kKind, length) numbers.
   SpectrumView(Numbers numbers, std::size_t length) requires(!kKnown)
-      : numbers_(numbers), length_(length) {
+      : detail::Length<N>{length}, numbers_(numbers) {
     detail::checkSize("SpectrumView", "the array", numbers.size(), spectrumSize(kKind, length));
   }
 
@@ -94,7 +104,7 @@ class SpectrumView {
       : SpectrumView(Numbers(numbersOf(bins), 2 * bins.size()), length) {}
 
   /// Samples of the signal.
-  std::size_t length() const noexcept { return length_; }
+  std::size_t length() const noexcept { return this->length_; }
   /// The array as the layout has it.
   Numbers numbers() const noexcept { return numbers_; }
   /// Itself, as Spectrum::view().
@@ -122,16 +132,13 @@ class SpectrumView {
   static T* numbersOf(Pairs bins) noexcept { return reinterpret_cast<T*>(bins.data()); }
 
   Numbers numbers_;
-  [[no_unique_address]] std::conditional_t<kKnown, std::integral_constant<std::size_t, N>,
-                                           std::size_t>
-      length_;
 };
 
 /** A half spectrum of N samples that owns its numbers. They are in the object if N is a constant,
  *  and on the heap if N is an argument of the constructor; they start as zeros. A spectrum of
  *  run-time length that was moved from can be assigned to and destroyed; calls with it throw. */
 template <Layout kKind, Real T, std::size_t N = kDynamic>
-class Spectrum {
+class Spectrum : detail::Length<N> {
   static constexpr bool kKnown = N != kDynamic;
 
  public:
@@ -142,7 +149,7 @@ class Spectrum {
   Spectrum() noexcept requires kKnown = default;
   /// Throws std::bad_alloc if there is no memory.
   explicit Spectrum(std::size_t length) requires(!kKnown)
-      : numbers_(spectrumSize(kKind, length)), length_(length) {}
+      : detail::Length<N>{length}, numbers_(spectrumSize(kKind, length)) {}
 
   /// A view for the functions, valid as long as the spectrum is neither moved nor destroyed.
   SpectrumView<kKind, T, N> view() noexcept(kKnown) { return viewOf<T>(numbers_); }
@@ -152,7 +159,7 @@ class Spectrum {
   }
 
   /// Samples of the signal.
-  std::size_t length() const noexcept { return length_; }
+  std::size_t length() const noexcept { return this->length_; }
   /// The array as the layout has it.
   auto numbers() noexcept(kKnown) { return view().numbers(); }
   /// The same, to be read only.
@@ -168,15 +175,12 @@ class Spectrum {
     if constexpr (kKnown) {
       return SpectrumView<kKind, Element, N>(numbers);
     } else {
-      return {numbers, length_};
+      return {numbers, this->length_};
     }
   }
 
   std::conditional_t<kKnown, std::array<T, detail::extentOf(kKind, kKnown ? N : 0)>, std::vector<T>>
       numbers_{};
-  [[no_unique_address]] std::conditional_t<kKnown, std::integral_constant<std::size_t, N>,
-                                           std::size_t>
-      length_{};
 };
 
 /** Copies a half spectrum from any layout to any other, with the same precision and length. Zeros
