@@ -49,6 +49,7 @@ struct Side {
     return bins ? element / 2 * stride + element % 2 : element * stride;
   }
   int pair() const { return bins ? 2 : unit; }
+  int rows() const { return bins ? elements / 2 : elements; }  // if element-major
   bool isContiguous() const { return stride == pair(); }
   bool isElementMajor() const { return dist == pair(); }
   bool isRows() const { return isElementMajor() && !bins; }
@@ -196,71 +197,122 @@ inline void stream(const Byte* from, std::ptrdiff_t count, Byte* to) {
 }
 
 template <int kUnit, class T, int kRowBytes>
-void streamRows(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t first,
-                std::ptrdiff_t count) {
-  for (int i = 0; i < dst.elements; ++i) {
-    stream(bytes(block.row(i)), count * kUnit * kSize<T>,
-           bytes(dst.transform(first) + dst.offset(i)));
-  }
+void streamRow(const Block<T, kRowBytes>& block, const Side<T>& dst, int row, std::ptrdiff_t first,
+               std::ptrdiff_t count) {
+  Byte* const to = bytes(dst.transform(first) + row * dst.stride);
+  if (!dst.bins) return stream(bytes(block.row(row)), count * kUnit * kSize<T>, to);
+  alignas(32) Byte bins[2 * kRowBytes];
+  interleave<T>(bytes(block.row(2 * row)), bytes(block.row(2 * row + 1)), bins, count * kSize<T>);
+  stream(bins, 2 * count * kSize<T>, to);
 }
+
+// What of some transforms is contiguous: rows, or each of them, or nothing.
+template <class T>
+class Runs {
+ public:
+  Runs(const Side<T>& side, std::ptrdiff_t first, std::ptrdiff_t transforms)
+      : side_(side), first_(first), transforms_(transforms) {}
+
+  std::ptrdiff_t count() const {
+    if (transforms_ == 0) return 0;
+    return side_.isElementMajor() ? side_.rows() : side_.isContiguous() ? transforms_ : 0;
+  }
+  // Into the second-level cache. Inline, as g++ drops calls of a function that does nothing but this.
+  ZVXG_INLINE void fetch(std::ptrdiff_t run) const {
+    const bool isRow = side_.isElementMajor();
+    const Byte* const from =
+        bytes(isRow ? side_.transform(first_) + run * side_.stride : side_.transform(first_ + run));
+    const std::ptrdiff_t numbers = isRow ? transforms_ * side_.pair() : side_.elements * side_.unit;
+    for (std::ptrdiff_t at = 0; at < numbers * kSize<T>; at += kLine) {
+      _mm_prefetch(from + at, _MM_HINT_T1);
+    }
+  }
+
+ private:
+  const Side<T>& side_;
+  const std::ptrdiff_t first_, transforms_;
+};
+
+// How a batch uses the memory that holds its arrays.
+struct Memory {
+  bool fetches;  // the next panel, while results of one are stored
+  bool streams;  // rows of results
+};
 
 // run(src, srcStep, dst, dstStep, turns) does turns of `transforms` each, from rows to rows, which
 // may be the same. Rows of a side that has none of its own are in a block.
 template <int kUnit, int kElements, int kRowBytes, class T, class Run>
 void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
-                  std::ptrdiff_t howmany, bool streams, const Run& run) {
+                  std::ptrdiff_t howmany, Memory memory, const Run& run) {
   using Rows = Block<T, kRowBytes>;
   alignas(64) T numbers[kElements * Rows::kStep];
   const Rows block = {numbers};
   constexpr bool kIsLarge = kRowBytes > 512;
   const bool fromRows = src.isRows() && !(kIsLarge && src.areCrowded());
-  const bool toRows = dst.isRows() && !(kIsLarge && dst.areCrowded()) && !streams;
+  const bool toRows = dst.isRows() && !(kIsLarge && dst.areCrowded()) && !memory.streams;
   const std::ptrdiff_t rest = howmany % transforms, full = howmany - rest;
   const std::ptrdiff_t panel =
-      fromRows && toRows ? full : Rows::kStep / kUnit / transforms * transforms;
+      fromRows && toRows && !memory.fetches ? full : Rows::kStep / kUnit / transforms * transforms;
   for (std::ptrdiff_t first = 0; first < full; first += panel) {
     const std::ptrdiff_t count = std::min(panel, full - first);
     if (!fromRows) load<kUnit>(src, first, count, count, block);
     run(fromRows ? src.transform(first) : numbers, fromRows ? src.stride : Rows::kStep,
         toRows ? dst.transform(first) : numbers, toRows ? dst.stride : Rows::kStep,
         count / transforms);
-    if (streams) {
-      streamRows<kUnit>(block, dst, first, count);
-    } else if (!toRows) {
-      store<kUnit>(block, dst, first, count);
+    if (memory.fetches) {
+      const std::ptrdiff_t next = first + count, nextCount = std::min(panel, full - next);
+      const Runs<const T> from(src, next, nextCount);
+      const Runs<T> to(dst, next, nextCount);
+      const std::ptrdiff_t read = from.count(), written = memory.streams ? 0 : to.count();
+      const std::ptrdiff_t streamed = memory.streams ? dst.rows() : 0;
+      for (std::ptrdiff_t i = 0; i < std::max({read, written, streamed}); ++i) {
+        if (i < read) from.fetch(i);
+        if (i < written) to.fetch(i);
+        if (i < streamed) streamRow<kUnit>(block, dst, static_cast<int>(i), first, count);
+      }
     }
+    if (!toRows && !memory.streams) store<kUnit>(block, dst, first, count);
   }
-  if (streams) _mm_sfence();
+  if (memory.streams) _mm_sfence();
   if (rest == 0) return;
   load<kUnit>(src, full, rest, transforms, block);
   run(numbers, Rows::kStep, numbers, Rows::kStep, 1);
   store<kUnit>(block, dst, full, rest);
 }
 
+// Whether a batch is larger than the caches, as far as these are its own.
+template <int kUnit, class T>
+bool outgrowsCaches(const Side<const T>& src, const Side<T>& dst, std::ptrdiff_t howmany) {
+  constexpr std::ptrdiff_t kCachedBytes = 1 << 24;
+  return howmany * (src.elements + dst.elements) * kUnit * kSize<T> > kCachedBytes;
+}
+
 // A block shares the first-level cache with the arrays. One for short transforms takes many turns, as
 // a panel costs as much as some of these.
 //
-// The rows of a batch that outgrows the caches are more streams than a processor follows by itself. Its
-// block has runs of many lines, in the second-level cache, which go to memory as whole lines, but in
-// place, where the lines were just read. Crowded rows of a batch in the second-level cache have the
-// same block, and there are crowded no more, as each is an odd number of lines.
+// The rows of a batch that outgrows the caches are more streams than a processor follows by itself. It
+// takes runs of many lines of each, which it fetches. Its block is in the second-level cache, and goes to
+// memory as whole lines, but in place, where the lines were just read. Crowded rows of a batch in the
+// second-level cache have the same block, and there are crowded no more, as each is an odd number of
+// lines.
 template <int kUnit, class T, class Run>
 void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std::ptrdiff_t howmany,
               const Run& run) {
   constexpr int kFew = 18, kMost = 128;  // 16 samples are 9 bins; the orders of a kernel end with 7
   constexpr int kLarge = kMaxLength + 2, kRun = 15 * kLine;
-  constexpr std::ptrdiff_t kNearBytes = 1 << 21, kCachedBytes = 1 << 25;
+  constexpr std::ptrdiff_t kNearBytes = 1 << 21;
   const int elements = std::max(src.elements, dst.elements);
   const std::ptrdiff_t batchBytes = howmany * (src.elements + dst.elements) * kUnit * kSize<T>;
-  const bool outgrows = batchBytes > kCachedBytes;
+  const bool outgrows = outgrowsCaches<kUnit>(src, dst, howmany);
   const bool crowded = (src.areCrowded() || dst.areCrowded()) && batchBytes <= kNearBytes;
-  if (elements <= kLarge && (outgrows || crowded)) {
-    const bool streams = outgrows && dst.isRows() && src.at != dst.at;
-    runWithBlock<kUnit, kLarge, kRun>(src, dst, transforms, howmany, streams, run);
+  const bool hasRows = src.isElementMajor() || dst.isElementMajor();
+  const Memory memory = {outgrows, outgrows && dst.isElementMajor() && src.at != dst.at};
+  if (elements <= kLarge && ((outgrows && hasRows) || crowded)) {
+    runWithBlock<kUnit, kLarge, kRun>(src, dst, transforms, howmany, memory, run);
   } else if (elements <= kFew) {
-    runWithBlock<kUnit, kFew, 512>(src, dst, transforms, howmany, false, run);
+    runWithBlock<kUnit, kFew, 512>(src, dst, transforms, howmany, {memory.fetches, false}, run);
   } else {
-    runWithBlock<kUnit, kMost, 128>(src, dst, transforms, howmany, false, run);
+    runWithBlock<kUnit, kMost, 128>(src, dst, transforms, howmany, {memory.fetches, false}, run);
   }
 }
 

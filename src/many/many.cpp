@@ -202,8 +202,13 @@ int32_t complexMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
     runRows<2>(rows, arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany, factor);
     return zvxOk;
   }
+  // Beyond the caches, longer ones side by side are more streams than a processor follows.
+  constexpr int kMostBesideInMemory = 15;
+  const bool outgrows =
+      outgrowsCaches<2>(arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany);
   std::int64_t done = 0;
-  if (beside.transforms > 0 && arrays.howmany >= beside.transforms) {
+  if (beside.transforms > 0 && arrays.howmany >= beside.transforms &&
+      !(outgrows && len > kMostBesideInMemory)) {
     done = arrays.howmany - arrays.howmany % beside.transforms;
     beside.run(arrays.src, arrays.srcDist, arrays.dst, arrays.dstDist, factor,
                done / beside.transforms);
