@@ -17,7 +17,6 @@
 #include <fstream>
 #include <iostream>
 #include <numbers>
-#include <optional>
 #include <set>
 #include <span>
 #include <sstream>
@@ -184,30 +183,23 @@ std::vector<Line> linesOf(std::span<const Transform> transforms) {
   return lines;
 }
 
-// libzvxgmany, if it is built.
 class Many {
  public:
-  Many() {
-    const char* path = std::getenv("ZVXG_MANY_LIBRARY");
-#ifdef ZVXG_MANY_FILE
-    if (path == nullptr) path = ZVXG_MANY_FILE;
-#endif
-    if (path == nullptr) return;
-    library_.emplace(path);
-    functions_ = functionsIn(*library_, api::manyFunctions());
-    lines_ = linesOf(transformsOf(functions_, kLongestPlan));
-  }
-  bool isThere() const { return library_.has_value(); }
   const std::vector<Line>& lines() const { return lines_; }
   bool hasLevel(int32_t level) const {
-    const auto limit = library_->find("zvxgManyLimitLevel");
+    const auto limit = library_.find("zvxgManyLimitLevel");
     return reinterpret_cast<decltype(&zvxgManyLimitLevel)>(limit)(level) == level;
   }
 
  private:
-  std::optional<Library> library_;
-  std::vector<Function> functions_;
-  std::vector<Line> lines_;
+  static const char* file() {
+    const char* const other = std::getenv("ZVXG_MANY_LIBRARY");
+    return other != nullptr ? other : ZVXG_MANY_FILE;
+  }
+
+  Library library_{file()};
+  std::vector<Function> functions_ = functionsIn(library_, api::manyFunctions());
+  std::vector<Line> lines_ = linesOf(transformsOf(functions_, kLongestPlan));
 };
 
 int print() {
@@ -271,7 +263,7 @@ int check(const char* path, const char* more) {
   const Many many;
   for (const int32_t level : {zvxManyAvx, zvxManyAvx512}) {
     std::cout << "libzvxgmany with AVX" << (level == zvxManyAvx ? ": " : "-512: ");
-    if (many.isThere() && many.hasLevel(level)) {
+    if (many.hasLevel(level)) {
       record.compare(many.lines(), "lengths", "batches");
     } else {
       std::cout << "not here\n";
@@ -280,8 +272,8 @@ int check(const char* path, const char* more) {
   const auto kernels = std::count_if(lines.begin(), lines.end(),
                                      [](const Line& line) { return !line[0].function->isEntry(); });
   // Beside them the two lines on sines.
-  const bool complete = std::getenv("ZVXG_KERNEL") != nullptr || !many.isThere() ||
-                        record.lines() == 2 + kernels + many.lines().size();
+  const bool complete =
+      std::getenv("ZVXG_KERNEL") != nullptr || record.lines() == 2 + kernels + many.lines().size();
   if (!complete) std::cerr << path << " has other transforms than the library\n";
   return record.differing() == 0 && complete ? 0 : 1;
 }
