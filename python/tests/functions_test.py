@@ -99,7 +99,7 @@ def test_refusals(exception, message, call):
 
 def test_ufuncs():
     """They are what NumPy and others take for generalised ufuncs."""
-    assert len(zvxg.ufuncs.__all__) == 33
+    assert sum(isinstance(value, np.ufunc) for value in vars(zvxg.ufuncs).values()) == 33
     ufunc = zvxg.ufuncs.rfft_perm_ortho
     assert isinstance(ufunc, np.ufunc) and ufunc.signature == "(n)->(n)"
     assert zvxg.ufuncs.rfft.signature == "(n)->(m)"

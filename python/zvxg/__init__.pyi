@@ -5,6 +5,9 @@ from numpy.typing import ArrayLike, NDArray
 
 from . import ufuncs as ufuncs
 
+__all__ = ["average_spectrum", "dct4", "fft", "hartley", "ifft", "imdct", "irfft", "istft", "library",
+           "mdct", "rfft", "spectrogram", "stft", "ufuncs", "wht"]
+
 _Norm = Literal["backward", "ortho", "forward"] | None
 _Layout = Literal["ccs", "pack", "perm"]
 _Scaling = Literal["spectrum", "psd"] | None

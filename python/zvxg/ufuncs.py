@@ -8,4 +8,3 @@ real numbers and bins, where NumPy cannot tell m: it needs `out=`.
 from ._core import ufuncs as _ufuncs
 
 globals().update(_ufuncs)
-__all__ = sorted(_ufuncs)

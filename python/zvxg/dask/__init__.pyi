@@ -4,6 +4,9 @@ from numpy.typing import ArrayLike
 
 from .. import _Layout, _Norm, _Scaling
 
+__all__ = ["average_spectrum", "dct4", "fft", "hartley", "ifft", "irfft", "istft", "register", "rfft",
+           "spectrogram", "stft", "wht"]
+
 # Arrays of Dask and DataArrays of xarray: neither has to be installed for the stubs of the other.
 _Array = Any
 
