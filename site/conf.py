@@ -37,8 +37,8 @@ breathe_show_include = False
 nitpick_ignore_regex = [
     ("c:identifier", r"u?int\d+_t|ptrdiff_t"),
     # Parameters of templates, concepts, what the header keeps to itself, and names of the C header.
-    ("cpp:identifier", r"std(::.*)?|u?int\d+_t|zvxg|[Zz]vx\w+|detail(::.*)?|k[A-Z]\w*|Real|Numbers|Pairs"
-                       r"|Signals<.*>|Steps"),
+    ("cpp:identifier", r"std(::.*)?|u?int\d+_t|zvxg|[Zz]vx\w+|(zvxg::)?detail(::.*)?|k[A-Z]\w*|Real|Numbers"
+                       r"|Pairs|Signals<.*>|Steps"),
 ]
 
 
