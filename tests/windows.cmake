@@ -19,9 +19,7 @@ endfunction()
 # ---- The bits of all results, of functions found by name in the DLL.
 set(hashes ${CMAKE_CURRENT_SOURCE_DIR}/hashes)
 test_program(zvxg_hashes reliability/hashes.cpp)
-if(ZVXG_MANY)
-  hashes_of_many(zvxg_hashes)
-endif()
+hashes_of_many(zvxg_hashes)
 windows_test(Bits.AsRecorded zvxg_hashes check ${hashes}.csv ${hashes}_x87.csv)
 
 # ---- Definitions and sizes.
@@ -60,36 +58,27 @@ test_program(zvxg_reliability_tests
   reliability/state_test.cpp)
 with_own_core(zvxg_reliability_tests zvxg)
 windows_test(Reliability zvxg_reliability_tests)
-if(ZVXG_MANY)
-  test_program(zvxg_many_tests many_test.cpp reliability/observe.cpp)
-  target_compile_definitions(zvxg_many_tests PRIVATE
-    ZVXG_MANY_FILE="${place}/$<TARGET_FILE_NAME:zvxgmany>")
-  with_own_core(zvxg_many_tests zvxg)
-  with_own_core(zvxg_many_tests zvxgmany)
-  windows_test(Many zvxg_many_tests)
-endif()
-foreach(test Reliability Many)
-  if(TEST ${test})
-    set_property(TEST ${test} PROPERTY
-      ENVIRONMENT "ZVXG_LIBRARY=${place}/$<TARGET_FILE_NAME:zvxg>")
-  endif()
-endforeach()
+test_program(zvxg_many_tests many_test.cpp reliability/observe.cpp)
+target_compile_definitions(zvxg_many_tests PRIVATE
+  ZVXG_MANY_FILE="${place}/$<TARGET_FILE_NAME:zvxgmany>")
+with_own_core(zvxg_many_tests zvxg)
+with_own_core(zvxg_many_tests zvxgmany)
+windows_test(Many zvxg_many_tests)
+set_property(TEST Reliability Many PROPERTY
+  ENVIRONMENT "ZVXG_LIBRARY=${place}/$<TARGET_FILE_NAME:zvxg>")
 
 # ---- The library as files, and what is in the zip. Python by its path: as a target, it would be run
 # under Wine, too.
 set(interface ${PROJECT_BINARY_DIR}/tools/interface/interface.json)
-set(many)
 set(byGxx)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
   set(byGxx --by-gxx)
 endif()
-if(ZVXG_MANY)
-  set(many --many-library $<TARGET_FILE:zvxgmany> --many-archive $<TARGET_FILE:zvxgmany_static>)
-endif()
 foreach(topic Headers Symbols Stack)
   add_test(NAME Library.${topic}
     COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/windows_test.py
-      --library $<TARGET_FILE:zvxg> --archive $<TARGET_FILE:zvxg_static> ${many}
+      --library $<TARGET_FILE:zvxg> --archive $<TARGET_FILE:zvxg_static>
+      --many-library $<TARGET_FILE:zvxgmany> --many-archive $<TARGET_FILE:zvxgmany_static>
       --core $<TARGET_FILE:zvxcore> --include ${PROJECT_SOURCE_DIR}/include --interface ${interface}
       --clang "clang++;${ZVXG_CLANG_FOR_MINGW}" ${byGxx} ${topic})
 endforeach()
