@@ -220,16 +220,20 @@ ZVXG_INLINE inline V flipped(V x, V signs) {
   }
 }
 
+// Four lanes by name, because of __builtin_convertvector g++ makes two conversions of two.
 template <class To, class V>
 ZVXG_INLINE inline To converted(V x) {
   if constexpr (std::is_same_v<V, FloatPair>) {
     return _mm_cvtps_pd(x.all);
   } else if constexpr (std::is_same_v<To, FloatPair>) {
     return {_mm_cvtpd_ps(x)};
-  } else if constexpr (kLanes<V> == 1) {
-    return static_cast<To>(x);
+  } else if constexpr (std::is_same_v<V, Vector<float, 4>>) {
+    return _mm256_cvtps_pd(x);
+  } else if constexpr (std::is_same_v<V, Vector<double, 4>>) {
+    return _mm256_cvtpd_ps(x);
   } else {
-    return __builtin_convertvector(x, To);
+    static_assert(kLanes<V> == 1);
+    return static_cast<To>(x);
   }
 }
 
