@@ -19,10 +19,11 @@ namespace {
 // best region is taken, again and again.
 class Pairing {
  public:
-  Pairing(const Program& p, const std::vector<Register>& units, int width)
+  Pairing(const Program& p, const std::vector<Register>& units, int width, const Growth& growth)
       : p_(p),
         units_(units),
         width_(width),
+        growth_(growth),
         partner_(units.size(), kFree),
         region_(units.size(), kFree),
         kind_(units.size(), kFree),
@@ -43,8 +44,9 @@ class Pairing {
       members_[kind_[u]].push_back(u);
       inputs_[u] = atom(u).inputs();
       for (int s = 0; s < inputs_[u]; ++s) {
-        operands_[u][s] = operand(units[u].in[s], home);
-        if (operands_[u][s].unit >= 0) users_[operands_[u][s].unit].push_back({u, s});
+        const Operand o = operand(units[u].in[s], home);
+        operands_[u][s] = o;
+        if (o.unit >= 0) users_[o.unit].push_back({u, s});
       }
     }
     for (const auto& [element, use] : p.outputs) {
@@ -61,10 +63,10 @@ class Pairing {
   }
 
  private:
-  static constexpr int kFree = -1;
+  static constexpr int kFree = -1, kLoads = -2;  // what a unit is, or has, instead
   static constexpr double kLeastGain = 0.25;
-  // What it costs that a value is wanted outside its register, in operations.
-  static constexpr double kEscape = 0.5;
+  // Of two loads that become one, and of two that a shuffle joins.
+  static constexpr double kRun = 0.3, kGather = -0.7;
 
   // A region is tried from one of its pairs, and what others took from it in the next round. In long
   // kernels the first units of each kind are seeds for all others of that kind.
@@ -112,7 +114,8 @@ class Pairing {
     }
   };
 
-  // What an input is: a unit in place, or neighbours in the source, or anything.
+  // What an input is: a unit in place, or neighbours in the source, or anything. Registers of loads are
+  // units as well if these pair: behind the others, without operands, and seeds of no region.
   struct Operand {
     int unit = -1;
     int number = -1;
@@ -131,22 +134,50 @@ class Pairing {
   };
 
   int size() const { return static_cast<int>(units_.size()); }
-  const Atom& atom(int u) const { return p_.atoms[units_[u].atoms[0]]; }
+  bool isLoad(int u) const { return u >= size(); }
+  const Atom& atom(int u) const {
+    return p_.atoms[isLoad(u) ? loads_[u - size()][0] : units_[u].atoms[0]];
+  }
 
-  Operand operand(const Uses& uses, const std::vector<std::pair<int, int>>& home) const {
+  // The unit of these loads, or kFree if there are others among them.
+  int unitOfLoads(const Uses& uses) {
+    std::vector<int> atoms;
+    for (const Use& use : uses) {
+      if (p_.atoms[use.atom].firstNumber() == kNoElement) return kFree;
+      atoms.push_back(use.atom);
+    }
+    const int next = size() + static_cast<int>(loads_.size());
+    const auto [known, isNew] = unitOfLoads_.try_emplace(atoms, next);
+    if (isNew) {
+      loads_.push_back(std::move(atoms));
+      partner_.push_back(kFree);
+      region_.push_back(kFree);
+      left_.push_back(false);
+      kind_.push_back(kLoads);
+      inputs_.push_back(0);
+      operands_.emplace_back();
+      users_.emplace_back();
+      outputs_.emplace_back();
+    }
+    return known->second;
+  }
+
+  Operand operand(const Uses& uses, const std::vector<std::pair<int, int>>& home) {
     Operand o{.swapped = uses[0].swapped, .signs = uses[0].signs};
     const Atom& first = p_.atoms[uses[0].atom];
     const int unit = home[uses[0].atom].first;
     bool inPlace = unit >= 0 && units_[unit].atoms.size() == uses.size();
-    bool inSource = first.firstNumber() != kNoElement;
+    bool inSource = first.firstNumber() != kNoElement, allAlike = true;
     for (int i = 0; i < std::ssize(uses); ++i) {
       const Atom& a = p_.atoms[uses[i].atom];
       const bool alike = uses[i].swapped == o.swapped;
+      allAlike = allAlike && alike;
       inPlace = inPlace && alike && home[uses[i].atom] == std::pair(unit, i);
       inSource = inSource && alike && a.firstNumber() == first.firstNumber() + i * p_.lanes;
       if (uses[i].signs != o.signs) o.signs = kMixed;
     }
     if (inPlace) o.unit = unit;
+    if (growth_.overLoads && unit < 0 && allAlike) o.unit = unitOfLoads(uses);
     if (inSource) o.number = first.firstNumber();
     return o;
   }
@@ -161,7 +192,9 @@ class Pairing {
     grow(u, v);
     const double gain = regionGain();
     if (gain > kLeastGain) seeds.push({gain, u, v});
-    for (const Pair& pair : pairs_) tried_[pair.u * units_.size() + pair.v] = true;
+    for (const Pair& pair : pairs_) {
+      if (!isLoad(pair.u)) tried_[pair.u * units_.size() + pair.v] = true;
+    }
     forget();
   }
 
@@ -184,17 +217,23 @@ class Pairing {
     kFits
   };
 
+  // Whether b follows a in the source.
+  bool isRun(const Operand& a, const Operand& b) const {
+    return a.number >= 0 && b.number == a.number + width_ * p_.lanes;
+  }
+
   Fit fit(const Operand& a, const Operand& b) const {
     if (a.swapped != b.swapped) return kNone;
-    if (a.number >= 0 && b.number == a.number + width_ * p_.lanes) return kFits;
-    if (a.unit < 0 || b.unit < 0) return kNone;
+    const Fit inSource = isRun(a, b) ? kFits : kNone;
+    if (a.unit < 0 || b.unit < 0) return inSource;
     if (arePaired(a.unit, b.unit)) return kFits;
-    return isOpen(a.unit, b.unit) ? kGrowing : kNone;
+    return isOpen(a.unit, b.unit) ? kGrowing : inSource;
   }
 
   double misfit(const Operand& a, const Operand& b) const {
     const Fit f = fit(a, b);
-    const double shuffle = f == kNone ? 1 : f == kGrowing ? 0.1 : 0;
+    const bool gathers = f == kGrowing && isLoad(a.unit) && !isRun(a, b);
+    const double shuffle = f == kNone ? 1 : gathers ? 0.5 : f == kGrowing ? 0.1 : 0;
     return shuffle + (a.signs != b.signs && a.signs != kMixed && b.signs != kMixed ? 0.5 : 0);
   }
 
@@ -228,7 +267,7 @@ class Pairing {
 
   // The user that x pairs best with.
   void growOver(const User& x, const std::vector<User>& others) {
-    double best = 1;
+    double best = growth_.misfit;
     int partner = kFree;
     for (const User& y : others) {
       if (!isOpen(x.unit, y.unit)) continue;
@@ -242,10 +281,26 @@ class Pairing {
     if (partner != kFree) add(x.unit, partner);
   }
 
+  // Whether all these loads follow each other.
+  bool areRun(int u, int v) const {
+    int next = atom(u).firstNumber();
+    for (const int x : {u, v}) {
+      for (const int load : loads_[x - size()]) {
+        if (p_.atoms[load].firstNumber() != next) return false;
+        next += p_.lanes;
+      }
+    }
+    return true;
+  }
+
   double regionGain() {
     double gain = 0;
     shuffled_.clear();
     for (const Pair& pair : pairs_) {
+      if (isLoad(pair.u)) {
+        gain += areRun(pair.u, pair.v) ? kRun : kGather;
+        continue;
+      }
       gain += 1;
       for (int s = 0; s < inputs_[pair.u]; ++s) {
         const Operand &a = operands_[pair.u][s], &b = operands_[pair.v][s ^ pair.crossed];
@@ -261,7 +316,7 @@ class Pairing {
       }
       const bool leaves = std::any_of(users_[pair.v].begin(), users_[pair.v].end(),
                                       [&](const User& y) { return region_[y.unit] == kFree; });
-      if (leaves) gain -= kEscape;
+      if (leaves) gain -= growth_.escape;
       for (int element : outputs_[pair.u]) {
         const auto& other = outputs_[pair.v];
         const bool beside =
@@ -297,6 +352,7 @@ class Pairing {
       if (partner_[u] == kFree) out.push_back(units_[u]);
     }
     for (const Pair& pair : taken_) {
+      if (isLoad(pair.u)) continue;
       Register unit = units_[pair.u];
       const Register& right = units_[pair.v];
       unit.atoms.insert(unit.atoms.end(), right.atoms.begin(), right.atoms.end());
@@ -312,6 +368,9 @@ class Pairing {
   const Program& p_;
   const std::vector<Register>& units_;
   const int width_;
+  const Growth growth_;
+  std::vector<std::vector<int>> loads_;  // the atoms of each unit of loads
+  std::map<std::vector<int>, int> unitOfLoads_;
   std::vector<int> partner_, region_;  // for good, and of the region that is tried
   std::vector<int> kind_, inputs_;
   std::vector<char> left_, tried_;
@@ -325,9 +384,9 @@ class Pairing {
 
 }  // namespace
 
-std::vector<Register> paired(const Program& program, const std::vector<Register>& units,
-                             int width) {
-  return Pairing(program, units, width).run();
+std::vector<Register> paired(const Program& program, const std::vector<Register>& units, int width,
+                             const Growth& growth) {
+  return Pairing(program, units, width, growth).run();
 }
 
 }  // namespace kernelgen::steps

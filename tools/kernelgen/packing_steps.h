@@ -76,8 +76,20 @@ Program read(const Graph& graph, int lanes, bool takesRegisters);
 // A register for each operation.
 std::vector<Register> single(const Program& program);
 
+// How registers find their partners.
+struct Growth {
+  // Loads pair too, so that a region grows from one use of two numbers to the others, and all take them
+  // from one register.
+  bool overLoads;
+  // The most that a pair of users may cost to join a region, in shuffles.
+  double misfit;
+  // What it costs that a value is wanted outside its register, in operations.
+  double escape;
+};
+
 // Registers of `width` atoms joined by pairs where that gains.
-std::vector<Register> paired(const Program& program, const std::vector<Register>& units, int width);
+std::vector<Register> paired(const Program& program, const std::vector<Register>& units, int width,
+                             const Growth& growth);
 
 // Gives constants other signs where that leaves fewer sums with different signs in their lanes: the
 // sign of a product is free, as its users can take it with the other one.
