@@ -1,9 +1,12 @@
 #include "many/dct4_strided.h"
 
 #include "dct4/walk.h"
+#include "many/batch.h"
 
 namespace zvxg::dct4 {
 namespace {
+
+using many::copyNumbers;
 
 template <class T>
 constexpr std::ptrdiff_t kColumns = kGroup<Narrow<T>>* kLanes<Narrow<T>>;
@@ -20,10 +23,9 @@ void gatheringLeaves(const LeafStage<T>& stage, std::ptrdiff_t stride) {
     const std::ptrdiff_t c = col % r, first = 2 * (col - c) + c;
     const std::ptrdiff_t last = stage.length - 1 - first - (kHalf - 1) * step;
     for (int q = 0; q < kHalf; ++q) {
-      for (std::ptrdiff_t i = 0; i < count; ++i) {
-        inputs[kHalf + q][i] = stage.src[(first + q * step + i) * stride];
-        inputs[q][kColumns<T> - 1 - i] = stage.src[(last + q * step - i) * stride];
-      }
+      copyNumbers<1>(stage.src + (first + q * step) * stride, stride, inputs[kHalf + q], 1, count);
+      copyNumbers<1>(stage.src + (last + q * step) * stride, -stride, &inputs[q][kColumns<T> - 1],
+                     -1, count);
     }
     leafGroup<Narrow<T>, kLength>({inputs[kHalf], &inputs[0][kColumns<T> - 1], kColumns<T>},
                                   stage.out + col, width,
@@ -43,12 +45,11 @@ void scatteringRoot(const RootStage<T>& stage, std::ptrdiff_t stride) {
     rootGroup<Narrow<T>, r>(stage, {results[0], &results[r][count - 1], kColumns<T>}, block,
                             vectors);
     for (int l = 0; l < r; ++l) {
-      for (std::ptrdiff_t i = 0; i < count; ++i) {
-        stage.dst[(l * step + k + i) * stride] = results[l][i];
-        // With a length 2^k + 1 the first element of the last run lies one behind the array.
-        const std::ptrdiff_t place = down + l * step - k - count + 1 + i;
-        if (place < stage.length) stage.dst[place * stride] = results[r + l][i];
-      }
+      copyNumbers<1>(results[l], 1, stage.dst + (l * step + k) * stride, stride, count);
+      // With a length 2^k + 1 the last element of the last run lies one behind the array.
+      const std::ptrdiff_t place = down + l * step - k - count + 1;
+      copyNumbers<1>(results[r + l], 1, stage.dst + place * stride, stride,
+                     std::min(count, stage.length - place));
     }
   }
 }
