@@ -336,23 +336,6 @@ class NormalForm {
 
 Graph apart(const Graph& graph, int lanes) { return Apart(graph, lanes).run(); }
 
-Graph moved(const Graph& scalar, const std::vector<int>& source,
-            const std::vector<int>& destination) {
-  Graph out(scalar.traits());
-  std::vector<NodeId> place;
-  for (NodeId id = 0; id < scalar.size(); ++id) {
-    Node n = scalar[id];
-    if (n.lanes != 1) throw std::invalid_argument("only a scalar graph can be moved");
-    if (n.op == Op::Load && !source.empty()) n.elements = {source[n.elements[0]]};
-    if (n.op == Op::Store && !destination.empty()) n.elements = {destination[n.elements[0]]};
-    const bool isLeftOut = n.op == Op::Store && n.elements[0] == kNoElement;
-    place.push_back(isLeftOut ? kNoNode : out.append(std::move(n), place));
-  }
-  return out.pruned();
-}
-
-bool sameBits(const Graph& a, const Graph& b) { return difference(a, b).empty(); }
-
 std::string difference(const Graph& a, const Graph& b) {
   NormalForm form;
   const NormalForm::Outputs first = form.add(a), second = form.add(b);

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "graph.h"
 
@@ -20,23 +19,15 @@ Graph apart(const Graph& graph, int lanes);
 
 inline Graph scalarised(const Graph& graph) { return apart(graph, 1); }
 
-// The scalar graph with its numbers elsewhere: `source` and `destination` have the new place at the
-// old one, kNoElement for a store that is left out. An empty list moves nothing.
-Graph moved(const Graph& scalar, const std::vector<int>& source,
-            const std::vector<int>& destination);
-
-// Whether two graphs give the same bits for any source and scale: whether every output is the same
-// expression by identities that hold for signed zeros, infinities and NaN too (of a NaN only that
-// it is one):
+// Empty if two graphs give the same bits for any source and scale, else the first output that differs
+// and the expressions in which it does. Every output has to be the same expression by identities that
+// hold for signed zeros, infinities and NaN too (of a NaN only that it is one):
 //
 //   x * 1 = x      x - y = x + (-y)      x + y = y + x      x y = y x      (-x) y = -(x y)
 //
 // and a sign passes through conversions. These are none: x * 1 + y * 0 = x, as -0 + 0 is 0 and an
 // infinite y makes a NaN; -(x - y) = y - x and (-x) + (-y) = -(x + y), as x - x is 0 and not -0;
 // x + 0 = x, as -0 + 0 is 0.
-bool sameBits(const Graph& a, const Graph& b);
-
-// Empty if they do, else the first output that differs and the expressions in which it does.
 std::string difference(const Graph& a, const Graph& b);
 
 }  // namespace kernelgen
