@@ -10,7 +10,7 @@
 //            other: element i of turn t starts at src + i * srcStep + t * transforms * (reals in an
 //            element). Complex elements are interleaved, real part first, as in memory.
 //   beside   a transform is contiguous: that of number k starts at src + k * srcStep, and turn t
-//            takes t * transforms and those after it.
+//            takes t * transforms and those after it. There are those of AVX alone.
 //
 // Steps count reals, may be negative, and are not known to be multiples of anything. No result
 // depends on how many transforms share a turn: each has the bits of the kernel of that length in

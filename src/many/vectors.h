@@ -118,6 +118,7 @@ constexpr Constants<V, kGroup, kCount> repeated(const NumberOf<V> (&groups)[kCou
 // the unset operand that it gives these functions for lanes without one.
 #ifdef __AVX512F__
 inline constexpr __mmask8 kAllLanes = 0xff;
+inline constexpr __mmask16 kAllFloats = 0xffff;
 #endif
 
 // kCount lanes from kFirst on.
@@ -261,28 +262,74 @@ class Rows {
   std::ptrdiff_t one_, three_, five_, seven_;
 };
 
+// Real and imaginary parts as they are in memory, or each in the place of the other. With the parts
+// exchanged on both sides, a transform is its inverse.
+enum class Parts {
+  AsTheyAre,
+  Exchanged
+};
+
+template <class V>
+class PartOrder {
+ public:
+  ZVXG_INLINE explicit PartOrder(Parts parts) {
+    for (int i = 0; i < kLanes<V>; ++i) from_[i] = i % 4 ^ static_cast<int>(parts);
+  }
+
+  ZVXG_INLINE V of(V v) const { return permuted(v, from_); }
+
+ private:
+  template <class Floats, class Places>
+  ZVXG_INLINE static Floats permuted(Floats v, Places from) {
+    if constexpr (sizeof(Floats) == 32) {
+      return _mm256_permutevar_ps(v, reinterpret_cast<__m256i>(from));
+#ifdef __AVX512F__
+    } else if constexpr (sizeof(Floats) == 64) {
+      return _mm512_maskz_permutevar_ps(kAllFloats, v, reinterpret_cast<__m512i>(from));
+#endif
+    } else {
+      constexpr int kHalf = kLanes<Floats> / 2;
+      return joined(permuted(part<0, kHalf>(v), part<0, kHalf>(from)),
+                    permuted(part<kHalf, kHalf>(v), part<kHalf, kHalf>(from)));
+    }
+  }
+
+  typename VectorOf<std::int32_t, kLanes<V>>::Type from_;
+};
+
+struct AsInMemory {
+  template <class V>
+  ZVXG_INLINE V of(V v) const {
+    return v;
+  }
+};
+
 // Rows of complex floats, each as a vector of the real and one of the imaginary parts. Their lanes are
 // in the order that takes one shuffle within 128 bits.
-template <class V, int kCount>
+template <class V, int kCount, class Order = AsInMemory>
 class PartRows {
   using Vector = std::remove_const_t<V>;
 
  public:
   template <class T>
-  ZVXG_INLINE PartRows(T* first, std::ptrdiff_t step) : rows_(first, step) {}
+  ZVXG_INLINE PartRows(T* first, std::ptrdiff_t step, Order order = {})
+      : rows_(first, step), order_(order) {}
 
   ZVXG_INLINE Vector loadRe(int row) const { return shuffled<0, 2, 4, 6>(low(row), high(row)); }
   ZVXG_INLINE Vector loadIm(int row) const { return shuffled<1, 3, 5, 7>(low(row), high(row)); }
   ZVXG_INLINE void store(int row, Vector re, Vector im) const {
-    storeVector(rows_.at(row), shuffled<0, 4, 1, 5>(re, im));
-    storeVector(rows_.at(row) + kLanes<V>, shuffled<2, 6, 3, 7>(re, im));
+    storeVector(rows_.at(row), order_.of(shuffled<0, 4, 1, 5>(re, im)));
+    storeVector(rows_.at(row) + kLanes<V>, order_.of(shuffled<2, 6, 3, 7>(re, im)));
   }
 
  private:
-  ZVXG_INLINE Vector low(int row) const { return loadVector<Vector>(rows_.at(row)); }
-  ZVXG_INLINE Vector high(int row) const { return loadVector<Vector>(rows_.at(row) + kLanes<V>); }
+  ZVXG_INLINE Vector low(int row) const { return order_.of(loadVector<Vector>(rows_.at(row))); }
+  ZVXG_INLINE Vector high(int row) const {
+    return order_.of(loadVector<Vector>(rows_.at(row) + kLanes<V>));
+  }
 
   Rows<V, kCount> rows_;
+  Order order_;
 };
 
 // A half spectrum of kLength samples, by the places that Pack has for its numbers.

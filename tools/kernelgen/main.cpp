@@ -28,8 +28,9 @@ constexpr const char* kUsage =
                                     transforms at once, of these lengths
        kernelgen tables LONGEST     the same of the tables of these; above this length, with the
                                     kernels for AVX on every machine
-       kernelgen contiguous LONGEST the same of kernels on contiguous real transforms up to this
-                                    length, and their tables
+       kernelgen contiguous LONGEST single|double
+                                    the same of kernels on contiguous real transforms up to this
+                                    length, and their table
        kernelgen counts             operation counts of all kernels as CSV
        kernelgen STAGE SYMBOL       one kernel in a stage of its making: recipe, graph, scalar,
                                     schedule, text; in all of them: stages
@@ -79,8 +80,11 @@ int run(std::vector<std::string> words) {
     std::cout << emitMany(number(1), number(2), number(3), number(4));
   } else if (command == "tables" && words.size() == 2) {
     std::cout << emitManyTables(std::stoi(words[1]));
-  } else if (command == "contiguous" && words.size() == 2) {
-    std::cout << emitContiguous(std::stoi(words[1]));
+  } else if (command == "contiguous" && words.size() == 3 &&
+             (words[2] == "single" || words[2] == "double")) {
+    const bool single = words[2] == "single";
+    std::cout << emitContiguous(std::stoi(words[1]),
+                                single ? Precision::Single : Precision::Double);
   } else if (command == "entries" && words.size() == 1) {
     std::cout << emitEntries();
   } else if (command == "counts" && words.size() == 1) {

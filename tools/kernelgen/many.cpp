@@ -13,7 +13,6 @@
 namespace kernelgen {
 namespace {
 
-constexpr int kAvxBytes = 32;
 constexpr Pace kPace = {.live = 8, .issue = 4};
 
 // ---- Patterns
@@ -30,7 +29,7 @@ $text
 constexpr const char* kBody = R"(
 // $symbol: $reading
 namespace {
-$template[[gnu::noinline]] void $body($parameters$tableParameters) {
+$template$inlining void $body($parameters$partsParameter$tableParameters) {
 $names$start  for (turns *= $loops; turns > 0; --turns) {
 $hide$turn$statements$advance  }
 }
@@ -38,20 +37,22 @@ $hide$turn$statements$advance  }
 )";
 
 constexpr const char* kFunction = R"(
+namespace {
+$tables}
 $result $name($parameters) {
-$tables  $body$layout($arguments$tableArguments);
+  $body$layout($arguments$parts$tableArguments);
 }
 )";
 
-constexpr const char* kTable = R"(  static constexpr auto k$table = repeated<$vectors, $group>({
+constexpr const char* kTable = R"(constexpr auto $name_$table = repeated<$vectors, $group>({
 $rows  });
 )";
 
-// Registers of a graph that are as wide as those of the machine do not go side by side.
-constexpr const char* kIfWider = R"(
-#if ZVXG_VECTOR_BYTES > $bytes
-$text#else
-$otherwise#endif
+// Side by side, registers of 512 bits are joined from four places and stored to as many. Short kernels
+// take up to twice the time of those of AVX, long ones as much (Zen 4): those of AVX serve every machine.
+constexpr const char* kIfAvx = R"(
+#if ZVXG_VECTOR_BYTES == 32
+$text#endif
 )";
 
 // Kernels of the machine of the file, and of AVX, which every processor has.
@@ -72,7 +73,7 @@ $tables
 }  // namespace zvxg::many
 )";
 
-// Kernels on contiguous transforms, and their tables.
+// Kernels on contiguous transforms, and their table.
 constexpr const char* kContiguousFile =
     R"(// Made by kernelgen from its tables; changes belong there.
 #include "many/contiguous.h"
@@ -80,16 +81,13 @@ constexpr const char* kContiguousFile =
 
 namespace zvxg::many::ZVXG_MACHINE {
 static_assert(kMaxContiguous == $longest);
-$text$tables
-}  // namespace zvxg::many::ZVXG_MACHINE
-)";
-
-constexpr const char* kContiguousKernels = R"(
+$text
 constinit const ContiguousKernels<$real> $name = {
     {$toSpectrum},
     {$toSamples},
     $hartley,
 };
+}  // namespace zvxg::many::ZVXG_MACHINE
 )";
 
 constexpr const char* kKernels = R"(
@@ -126,6 +124,14 @@ constexpr Frame kPartRows = {kRows.parameters, kRows.arguments, "",
                              R"(    src += 2 * kLanes<$vector>;
     dst += 2 * kLanes<$vector>;
 )"};
+
+// Of a kernel that exchanges parts.
+constexpr Frame kOrderedPartRows = {
+    kPartRows.parameters, kPartRows.arguments, "  const PartOrder<$vector> order(parts);\n",
+    R"(    const PartRows<const $vector, $length, PartOrder<$vector>> x(src, srcStep, order);
+    const PartRows<$vector, $length, PartOrder<$vector>> y(dst, dstStep, order);
+)",
+    kPartRows.advance};
 
 constexpr Frame kBeside = {kRows.parameters, kRows.arguments, "",
                            R"(    const Beside<const $vector, $group> x(src, srcStep);
@@ -189,7 +195,7 @@ const Frame& frameOf(const ManyKernel& kernel) {
     case Family::Complex:
       switch (kernel.reading) {
         case Reading::Elements: return kRows;
-        case Reading::Scalars: return kPartRows;
+        case Reading::Scalars: return kernel.exchangesParts() ? kOrderedPartRows : kPartRows;
         case Reading::Beside: return kBeside;
         case Reading::Contiguous: break;
       }
@@ -266,10 +272,6 @@ Text textOf(const KernelId& id, Reading reading) {
   return text;
 }
 
-int groupBytesOf(const KernelId& id, Reading reading) {
-  return groupOf(id, reading) * (id.precision == Precision::Single ? 4 : 8);
-}
-
 ManyCounts countsOf(const KernelId& id, Reading reading) {
   const Graph graph = graphOf(id, reading);
   const Widths widths = widthsOf(graph);
@@ -278,7 +280,10 @@ ManyCounts countsOf(const KernelId& id, Reading reading) {
   const int registers = kAvxBytes / groupBytesOf(id, reading);
   const int transforms = widths == Widths::HalfOfSingles ? registers / 2 : registers;
   Counts c = counts(graph, machine, *accessOf(id, reading));
-  if (isOfParts(id, reading)) c.shuffles += c.loads + c.stores;
+  if (isOfParts(id, reading)) {
+    const bool ordersToo = ManyKernel{id, reading}.exchangesParts();
+    c.shuffles += (ordersToo ? 2 : 1) * (c.loads + c.stores);
+  }
   if (reading == Reading::Beside) {
     c.shuffles += (transforms - 1) * c.loads;
     c.loads *= transforms;
@@ -297,6 +302,9 @@ class Printer {
                {"length", std::to_string(id.length)},
                {"group", std::to_string(group_)},
                {"body", nameOf(id, kernel.reading) + "Body"},
+               // What has one caller may as well be its text.
+               {"inlining", kernel.isShared() ? "[[gnu::noinline]]" : "ZVXG_INLINE inline"},
+               {"partsParameter", kernel.exchangesParts() ? ", Parts parts" : ""},
                {"template", kernel.hasLayouts() ? "template <Layout kLayout>\n" : ""},
                {"result", kernel.hasLayouts() ? "template <Layout kLayout>\nvoid" : "void"},
                {"layout", kernel.hasLayouts() ? "<kLayout>" : ""},
@@ -307,14 +315,18 @@ class Printer {
     const KernelId& id = kernel_.id;
     const Text text = textOf(id, kernel_.reading);
     std::string s = body(text) + function(id, text);
-    if (kernel_.isShared()) {
+    if (kernel_.exchangesParts()) {
+      checkedGraph(inverseOf(id), kernel_.reading);
+      s += function(inverseOf(id), text);
+    }
+    if (kernel_.sharesConstants()) {
       const Text inverse = textOf(inverseOf(id), kernel_.reading);
       if (inverse.statements != text.statements) {
         throw std::logic_error(id.symbol() + " has other statements than its inverse");
       }
       s += function(inverseOf(id), inverse);
     }
-    return ifWider(s, "");
+    return isOfAvx() ? filled(kIfAvx, {{"text", s}}) : s;
   }
 
   std::string declaration(const KernelId& id) const {
@@ -323,40 +335,35 @@ class Printer {
 
   // "{name, transforms},"
   std::string entry(const KernelId& id) const {
+    if (isOfAvx()) return entryOfAvx(id);
     const std::string name = nameOf(id, kernel_.reading);
-    return ifWider(with("    {$name, ZVXG_VECTOR_BYTES / $bytes},\n",
-                        {{"name", name}, {"bytes", std::to_string(groupBytes())}}),
-                   "    {},\n");
+    return with("    {$name, ZVXG_VECTOR_BYTES / $bytes},\n",
+                {{"name", name}, {"bytes", std::to_string(groupBytes())}});
   }
 
   // The same where it is that of AVX for every machine.
   std::string entryOfAvx(const KernelId& id) const {
-    if (groupBytes() >= kAvxBytes) return "    {},\n";
     const std::string name = nameOf(id, kernel_.reading);
     return "    {avx::" + name + ", " + std::to_string(kAvxBytes / groupBytes()) + "},\n";
   }
 
  private:
-  int groupBytes() const { return groupBytesOf(kernel_.id, kernel_.reading); }
+  bool isOfAvx() const { return kernel_.reading == Reading::Beside; }
 
-  std::string ifWider(const std::string& text, const std::string& otherwise) const {
-    if (groupBytes() <= 16) return text;
-    return filled(
-        kIfWider,
-        {{"bytes", std::to_string(groupBytes())}, {"text", text}, {"otherwise", otherwise}});
-  }
+  int groupBytes() const { return groupBytesOf(kernel_.id, kernel_.reading); }
 
   std::string with(const char* pattern, std::map<std::string, std::string> more = {}) const {
     more.insert(values_.begin(), values_.end());
     return filled(pattern, more);
   }
 
-  std::string forTables(const Text& text, const char* pattern) const {
+  std::string forTables(const Text& text, const char* pattern, const std::string& name = "") const {
     const char* const singles = text.widths == Widths::HalfOfSingles ? "HalfSingles" : "Singles";
     std::string s;
-    const auto forTable = [&](const ConstantTable& table, const char* name, const char* vectors) {
+    const auto forTable = [&](const ConstantTable& table, const char* which, const char* vectors) {
       if (table.empty()) return;
-      s += with(pattern, {{"table", name},
+      s += with(pattern, {{"name", name},
+                          {"table", which},
                           {"vectors", vectors},
                           {"names", table.names()},
                           {"rows", table.rows()}});
@@ -379,7 +386,7 @@ class Printer {
                  {"parameters", with(frame_.parameters)},
                  {"tableParameters", forTables(text, ", Table<$vectors, $group> $table")},
                  {"names", forTables(text, "  enum { $names };\n")},
-                 {"start", start + with(frame_.start)},
+                 {"start", start + with(frame_.start, {{"vector", vector}})},
                  {"loops", isHalf ? "2" : "1"},
                  {"hide", forTables(text, "    $table.hide();\n")},
                  {"turn", with(frame_.turn, {{"vector", vector}})},
@@ -388,11 +395,18 @@ class Printer {
   }
 
   std::string function(const KernelId& id, const Text& text) const {
-    return with(kFunction, {{"name", nameOf(id, kernel_.reading)},
+    const std::string name = nameOf(id, kernel_.reading);
+    return with(kFunction, {{"name", name},
                             {"parameters", with(frame_.parameters)},
-                            {"tables", forTables(text, kTable)},
+                            {"tables", forTables(text, kTable, name)},
                             {"arguments", frame_.arguments},
-                            {"tableArguments", forTables(text, ", k$table.table()")}});
+                            {"parts", partsArgument(id)},
+                            {"tableArguments", forTables(text, ", $name_$table.table()", name)}});
+  }
+
+  const char* partsArgument(const KernelId& id) const {
+    if (!kernel_.exchangesParts()) return "";
+    return id.direction == Direction::Forward ? ", Parts::AsTheyAre" : ", Parts::Exchanged";
   }
 
   const ManyKernel kernel_;
@@ -451,44 +465,41 @@ std::string emitManyTables(int longest) {
   return filled(kTables, {{"declarations", declarations}, {"tables", tables}});
 }
 
-std::string emitContiguous(int longest) {
+std::string emitContiguous(int longest, Precision p) {
   static constexpr char kCcs[] = "<Layout::Ccs>", kPack[] = "<Layout::Pack>",
                         kPerm[] = "<Layout::Perm>";
-  std::string text, tables;
-  for (const ManyKernel& kernel : contiguousKernels(longest)) text += Printer(kernel).print();
-  for (const Precision p : {Precision::Single, Precision::Double}) {
-    const auto runs = [&](Family family, Direction d, const char* layout) {
-      std::vector<std::string> names;
-      for (int n = kMinLength; n <= longest; ++n) {
-        const KernelId id{family, d, n, p, family == Family::Real ? Layout::Pack : Layout::None};
-        // Without a bin of half the length, Perm is Pack.
-        const bool isPack = n % 2 != 0 && layout == kPerm;
-        names.push_back(nameOf(id, Reading::Contiguous) + (isPack ? kPack : layout));
-      }
-      return "{" + listed(names) + "}";
-    };
-    const auto spectra = [&](Direction d) {
-      return listed({runs(Family::Real, d, kCcs), runs(Family::Real, d, kPack),
-                     runs(Family::Real, d, kPerm)});
-    };
-    const bool single = p == Precision::Single;
-    tables +=
-        filled(kContiguousKernels, {{"real", single ? "float" : "double"},
-                                    {"name", single ? "kContiguousSingle" : "kContiguousDouble"},
-                                    {"toSpectrum", spectra(Direction::Forward)},
-                                    {"toSamples", spectra(Direction::Inverse)},
-                                    {"hartley", runs(Family::Hartley, Direction::Forward, "")}});
+  std::string text;
+  for (const ManyKernel& kernel : contiguousKernels(longest)) {
+    if (kernel.id.precision == p) text += Printer(kernel).print();
   }
-  return filled(kContiguousFile,
-                {{"longest", std::to_string(longest)}, {"text", text}, {"tables", tables}});
+  const auto runs = [&](Family family, Direction d, const char* layout) {
+    std::vector<std::string> names;
+    for (int n = kMinLength; n <= longest; ++n) {
+      const KernelId id{family, d, n, p, family == Family::Real ? Layout::Pack : Layout::None};
+      // Without a bin of half the length, Perm is Pack.
+      const bool isPack = n % 2 != 0 && layout == kPerm;
+      names.push_back(nameOf(id, Reading::Contiguous) + (isPack ? kPack : layout));
+    }
+    return "{" + listed(names) + "}";
+  };
+  const auto spectra = [&](Direction d) {
+    return listed(
+        {runs(Family::Real, d, kCcs), runs(Family::Real, d, kPack), runs(Family::Real, d, kPerm)});
+  };
+  const bool single = p == Precision::Single;
+  return filled(kContiguousFile, {{"longest", std::to_string(longest)},
+                                  {"text", text},
+                                  {"real", single ? "float" : "double"},
+                                  {"name", single ? "kContiguousSingle" : "kContiguousDouble"},
+                                  {"toSpectrum", spectra(Direction::Forward)},
+                                  {"toSamples", spectra(Direction::Inverse)},
+                                  {"hartley", runs(Family::Hartley, Direction::Forward, "")}});
 }
 
 ManyCounts rowCounts(const KernelId& id) { return countsOf(id, readingOf(id)); }
 
 std::optional<ManyCounts> besideCounts(const KernelId& id) {
-  const bool isThere =
-      readingOf(id) == Reading::Elements && groupBytesOf(id, Reading::Beside) < kAvxBytes;
-  if (!isThere) return {};
+  if (!goesBeside(id)) return {};
   return countsOf(id, Reading::Beside);
 }
 

@@ -35,7 +35,8 @@ std::string emitMany(int first, int last, int part, int parts);
 // compiled for; beyond, they are those of AVX.
 std::string emitManyTables(int longest);
 
-// The file of the kernels on contiguous real transforms, up to the longest length, and of their tables.
-std::string emitContiguous(int longest);
+// The file of the kernels on contiguous real transforms of a precision, up to the longest length, and
+// of their table.
+std::string emitContiguous(int longest, Precision precision);
 
 }  // namespace kernelgen

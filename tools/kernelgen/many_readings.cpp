@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "complex_kernels.h"
 #include "scalar.h"
@@ -12,6 +13,22 @@ namespace {
 // Pack has places for all that is not always zero.
 bool standsForLayouts(const KernelId& id) {
   return id.layout != Layout::Ccs && id.layout != Layout::Perm;
+}
+
+// Shorter complex ones of scalars are so short that exchanging parts would take a tenth of their time.
+bool isChirp(const KernelId& id) {
+  return id.family == Family::Complex && designOf(id).recipe.step() == Step::Chirp;
+}
+
+Graph withPartsExchanged(const Graph& scalar) {
+  Graph out(scalar.traits());
+  std::vector<NodeId> place;
+  for (NodeId id = 0; id < scalar.size(); ++id) {
+    Node n = scalar[id];
+    if (n.op == Op::Load || n.op == Op::Store) n.elements = {n.elements[0] ^ 1};
+    place.push_back(out.append(std::move(n), place));
+  }
+  return out;
 }
 
 // By the design of the kernel, or one of vectors of a width where that has scalars.
@@ -50,15 +67,20 @@ Graph withWholeLoads(const Graph& g, int length) {
 
 }  // namespace
 
+bool ManyKernel::exchangesParts() const { return reading == Reading::Scalars && isChirp(id); }
+
 KernelId inverseOf(KernelId id) {
   id.direction = Direction::Inverse;
   return id;
 }
 
 Reading readingOf(const KernelId& id) {
-  const Recipe& recipe = designOf(id).recipe;
-  const bool isScalar = id.family != Family::Complex || recipe.isWidened();
-  return isScalar || recipe.step() == Step::Chirp ? Reading::Scalars : Reading::Elements;
+  const bool isScalar = id.family != Family::Complex || designOf(id).recipe.isWidened();
+  return isScalar || isChirp(id) ? Reading::Scalars : Reading::Elements;
+}
+
+bool goesBeside(const KernelId& id) {
+  return readingOf(id) == Reading::Elements && groupBytesOf(id, Reading::Beside) < kAvxBytes;
 }
 
 std::vector<ManyKernel> manyKernels() {
@@ -68,7 +90,7 @@ std::vector<ManyKernel> manyKernels() {
     const ManyKernel kernel{id, readingOf(id)};
     if (kernel.isShared() && id.direction == Direction::Inverse) continue;
     list.push_back(kernel);
-    if (kernel.isShared()) list.push_back({id, Reading::Beside});
+    if (goesBeside(id)) list.push_back({id, Reading::Beside});
   }
   return list;
 }
@@ -104,11 +126,21 @@ int groupOf(const KernelId& id, Reading reading) {
   throw std::logic_error("no group of a reading");
 }
 
+int groupBytesOf(const KernelId& id, Reading reading) {
+  return groupOf(id, reading) * (id.precision == Precision::Single ? 4 : 8);
+}
+
 Graph graphOf(const KernelId& id, Reading reading) {
   switch (reading) {
     case Reading::Elements:
       return apart(graphAtWidth(id, id.precision == Precision::Single ? 64 : 128), 2);
     case Reading::Scalars:
+      if (isChirp(id) && id.direction == Direction::Inverse) {
+        KernelId forward = id;
+        forward.direction = Direction::Forward;
+        return withPartsExchanged(scalarised(makeKernel(forward).graph));
+      }
+      [[fallthrough]];
     case Reading::Contiguous: return scalarised(makeKernel(id).graph);
     case Reading::Beside: return withWholeLoads(graphAtWidth(id, 128), id.length);
   }

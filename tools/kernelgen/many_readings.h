@@ -21,7 +21,13 @@ struct ManyKernel {
   KernelId id;
   Reading reading;
 
-  bool isShared() const { return reading == Reading::Elements || reading == Reading::Beside; }
+  bool isShared() const { return sharesConstants() || exchangesParts(); }
+  // Directions differ in constants only.
+  bool sharesConstants() const {
+    return reading == Reading::Elements || reading == Reading::Beside;
+  }
+  // The inverse is the forward kernel with real and imaginary parts exchanged, before and after.
+  bool exchangesParts() const;
   // Of spectra, what is contiguous has another text for each layout.
   bool hasLayouts() const { return reading == Reading::Contiguous && id.family == Family::Real; }
 };
@@ -30,6 +36,10 @@ KernelId inverseOf(KernelId id);
 
 // How the kernel of a length reads its graph.
 Reading readingOf(const KernelId& id);
+
+// Whether there is a kernel for contiguous transforms side by side. Registers of a graph that are as
+// wide as those of AVX have no place for others beside them.
+bool goesBeside(const KernelId& id);
 
 // On rows, and side by side.
 std::vector<ManyKernel> manyKernels();
@@ -40,6 +50,9 @@ std::string printed(Reading reading);
 
 // How many lanes of a register belong to one transform.
 int groupOf(const KernelId& id, Reading reading);
+
+inline constexpr int kAvxBytes = 32;
+int groupBytesOf(const KernelId& id, Reading reading);
 
 Graph graphOf(const KernelId& id, Reading reading);
 // Has the bits of the single kernel, by its scalar form. Throws std::logic_error if not.
