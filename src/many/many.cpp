@@ -308,18 +308,19 @@ auto singleWht(const double*) { return zvxgWHT_64f; }
 // of them are loaded into a block and get the stages of the low bits of the index there; those of the
 // high bits follow in the destination, in place. These are the stages of a single transform in their
 // order. Rows that lie powers of two apart compete for a few places of a cache, so each is read and
-// written once for all of its numbers, and in the order of memory where there are many.
+// written once for all of its numbers, and in the order of memory where there are many. A
+// part may be twice as large if it is the only one: that takes less time than another pass.
 template <class T>
 void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
-  constexpr int kPartOrder = 9;
+  constexpr int kPartOrder = 9, kWholeOrder = 10;
   using Rows = Block<T, 64>;
   constexpr std::ptrdiff_t kAtOnce = Rows::kStep;
   static constexpr T kNoFactor = 1;
   const std::ptrdiff_t turns = kAtOnce / lanes<T>();
   const auto& kernels = Machine<T>::wht();
-  const int partOrder = std::min(order, kPartOrder), highOrder = order - partOrder;
+  const int partOrder = order <= kWholeOrder ? order : kPartOrder, highOrder = order - partOrder;
   const std::ptrdiff_t part = 1 << partOrder;
-  alignas(64) T numbers[kAtOnce << kPartOrder];
+  alignas(64) T numbers[kAtOnce << kWholeOrder];
   const Rows block = {numbers};
   // The stages of `bits` bits of the index of rows in the block.
   const auto stages = [&](int bits, std::ptrdiff_t firstRow, std::ptrdiff_t rowStep, const T* by) {
