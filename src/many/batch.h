@@ -280,11 +280,16 @@ void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
   store<kUnit>(block, dst, full, rest);
 }
 
+template <int kUnit, class T>
+std::ptrdiff_t bytesOf(const Side<const T>& src, const Side<T>& dst, std::ptrdiff_t howmany) {
+  return howmany * (src.elements + dst.elements) * kUnit * kSize<T>;
+}
+
 // Whether a batch is larger than the caches, as far as these are its own.
 template <int kUnit, class T>
 bool outgrowsCaches(const Side<const T>& src, const Side<T>& dst, std::ptrdiff_t howmany) {
   constexpr std::ptrdiff_t kCachedBytes = 1 << 24;
-  return howmany * (src.elements + dst.elements) * kUnit * kSize<T> > kCachedBytes;
+  return bytesOf<kUnit>(src, dst, howmany) > kCachedBytes;
 }
 
 // A block shares the first-level cache with the arrays. One for short transforms takes many turns, as
@@ -302,9 +307,9 @@ void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std:
   constexpr int kLarge = kMaxLength + 2, kRun = 15 * kLine;
   constexpr std::ptrdiff_t kNearBytes = 1 << 21;
   const int elements = std::max(src.elements, dst.elements);
-  const std::ptrdiff_t batchBytes = howmany * (src.elements + dst.elements) * kUnit * kSize<T>;
   const bool outgrows = outgrowsCaches<kUnit>(src, dst, howmany);
-  const bool crowded = (src.areCrowded() || dst.areCrowded()) && batchBytes <= kNearBytes;
+  const bool crowded =
+      (src.areCrowded() || dst.areCrowded()) && bytesOf<kUnit>(src, dst, howmany) <= kNearBytes;
   const bool hasRows = src.isElementMajor() || dst.isElementMajor();
   const Memory memory = {outgrows, outgrows && dst.isElementMajor() && src.at != dst.at};
   if (elements <= kLarge && ((outgrows && hasRows) || crowded)) {
