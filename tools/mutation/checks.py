@@ -13,7 +13,6 @@ PROGRAMS = {
     "hashes": (20, ["zvxg_hashes", "check", "tests/hashes.csv"]),
     "tests": (300, ["zvxg_tests"]),
     "sizes": (60, ["zvxg_tests", "--gtest_filter=Sizes.*"]),
-    "wht": (60, ["zvxg_tests", "--gtest_filter=*Wht*"]),
     "dct4": (60, ["zvxg_dct4_tests", "--gtest_filter=-Dct4Large*"]),
     "reliability": (300, ["zvxg_reliability_tests", "--gtest_filter=-State.Loading*"]),
 }

@@ -48,7 +48,7 @@ def kernels(options):
 
     def found(symbol):
         ways = ["hashes"] if symbol in named else []
-        others = ("tests", DEFINED), ("reliability", "--gtest_filter=Values.*:State.R*")
+        others = ("tests", DEFINED), ("reliability", "--gtest_filter=Values.*")
         ways += [program for program, tests in others if failure(program, library, symbol, (tests,))]
         return " ".join(ways)
 

@@ -17,7 +17,7 @@ PARTS = {
         {"hashes": "", "tests": "", "reliability": ""}, None,
     ),
     "wht": Part(
-        ("src/wht/",), 35, "/wht/", {"hashes": "WHT", "reliability": "WHT", "wht": ""}, None
+        ("src/wht/",), 35, "/wht/", {"hashes": "WHT", "reliability": "WHT", "sizes": ""}, None
     ),
     "dct4": Part(
         ("src/dct4/",), 90, "/dct4/",
