@@ -77,7 +77,7 @@ void requireRefused(Input& input, const Transform& many, Batch batch, const void
   require(status(nullptr, none.data()) == zvxErrNullPointer, "a null source");
   require(status(none.data(), nullptr) == zvxErrNullPointer, "a null destination");
   require(!hasFlag || status(none.data(), none.data()) == zvxErrScaleFlag, "a bad flag");
-  batch.howmany = 0;
+  batch = {0, {PTRDIFF_MAX, 1}, {PTRDIFF_MIN, 1}};
   require(status(nullptr, nullptr) == (hasFlag ? zvxErrScaleFlag : zvxOk), "nothing to do");
   batch.howmany = -1 - std::int64_t{input.choice(1 << 16)};
   require(status(none.data(), none.data()) == zvxErrLength, "a negative number of transforms");

@@ -1,5 +1,5 @@
 // Kernels on rows of what has no generated ones: Walsh-Hadamard transforms, and the DCT-IV of direct
-// lengths. A turn takes Kernels::lanes transforms.
+// lengths. A turn takes a transform in each lane of a register.
 #pragma once
 
 #include <array>
@@ -9,14 +9,14 @@
 
 namespace zvxg::many {
 
-// By order - 1. Longer transforms are two passes of these.
+// By order - 1. Longer transforms are passes of these.
 inline constexpr int kLaneOrders = 7;
 template <class T>
-using WhtKernels = std::array<Run<T>, kLaneOrders>;
+using WhtKernels = std::array<Kernel<Run<T>>, kLaneOrders>;
 
 // By state - 1 of the plan. There is no factor.
 template <class T>
-using Dct4Kernels = std::array<Run<T>, dct4::kDirectStates<T>>;
+using Dct4Kernels = std::array<Kernel<Run<T>>, dct4::kDirectStates<T>>;
 
 namespace avx {
 extern const WhtKernels<float> kWhtSingle;

@@ -22,7 +22,7 @@ void dct4Rows(const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstSt
 
 template <class T, int... i>
 constexpr Dct4Kernels<T> kernels(std::integer_sequence<int, i...>) {
-  return {dct4Rows<2 << i, T>...};
+  return {Kernel<Run<T>>{dct4Rows<2 << i, T>, Register<T>::kLanes}...};
 }
 
 template <class T>

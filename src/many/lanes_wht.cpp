@@ -22,7 +22,7 @@ void whtRows(const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstSte
 
 template <class T, int... i>
 constexpr WhtKernels<T> kernels(std::integer_sequence<int, i...>) {
-  return {whtRows<i + 1, T>...};
+  return {Kernel<Run<T>>{whtRows<i + 1, T>, Register<T>::kLanes}...};
 }
 
 }  // namespace

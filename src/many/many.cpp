@@ -25,6 +25,8 @@ enum class Direction {
 
 // ---- The machine --------------------------------------------------------------------------------
 
+// A call takes all kernels from one table: the level may change meanwhile, and with it how many
+// transforms a turn takes.
 template <class Table>
 const Table& ofLevel(const Table& ofAvx, const Table& ofAvx512) {
   return level() == zvxManyAvx512 ? ofAvx512 : ofAvx;
@@ -49,15 +51,10 @@ struct Machine<double> {
   static const auto& contiguous() { return avx::kContiguousDouble; }
 };
 
-template <class T>
-int lanes() {
-  return Machine<T>::kernels().lanes;
-}
-
 // ---- Arguments ----------------------------------------------------------------------------------
 
 // The arrays of a call, as reals. Strides of a call that is refused may be anything, and so may the
-// distances of a single transform.
+// distances of a single transform, and all of none.
 template <class T>
 struct Arrays {
   const T* src;
@@ -71,10 +68,10 @@ struct Arrays {
          std::ptrdiff_t dDist, std::int64_t count)
       : src(reals(s)),
         srcStride(inReals<S>(sStride)),
-        srcDist(count == 1 ? 0 : inReals<S>(sDist)),
+        srcDist(count <= 1 ? 0 : inReals<S>(sDist)),
         dst(reals(d)),
         dstStride(inReals<D>(dStride)),
-        dstDist(count == 1 ? 0 : inReals<D>(dDist)),
+        dstDist(count <= 1 ? 0 : inReals<D>(dDist)),
         howmany(count) {}
 
   template <class Element>
@@ -316,7 +313,6 @@ void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
   using Rows = Block<T, 64>;
   constexpr std::ptrdiff_t kAtOnce = Rows::kStep;
   static constexpr T kNoFactor = 1;
-  const std::ptrdiff_t turns = kAtOnce / lanes<T>();
   const auto& kernels = Machine<T>::wht();
   const int partOrder = order <= kWholeOrder ? order : kPartOrder, highOrder = order - partOrder;
   const std::ptrdiff_t part = 1 << partOrder;
@@ -326,7 +322,8 @@ void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
   const auto stages = [&](int bits, std::ptrdiff_t firstRow, std::ptrdiff_t rowStep, const T* by) {
     T* const at = numbers + firstRow * kAtOnce;
     const std::ptrdiff_t step = rowStep * kAtOnce;
-    kernels[static_cast<std::size_t>(bits - 1)](at, step, at, step, by, turns);
+    const auto& kernel = kernels[static_cast<std::size_t>(bits - 1)];
+    kernel.run(at, step, at, step, by, kAtOnce / kernel.transforms);
   };
   for (std::int64_t first = 0; first < arrays.howmany; first += kAtOnce) {
     const std::int64_t count = std::min<std::int64_t>(kAtOnce, arrays.howmany - first);
@@ -376,8 +373,8 @@ int32_t whtMany(const Arrays<T>& arrays, int32_t order, int32_t flag, T* buffer)
   const std::size_t place = static_cast<std::size_t>(order - 1);
   const T* const factor = &kWhtFactors<T>[place].ofFlag[flag];
   if (order <= kLaneOrders) {
-    runRows<1>(Kernel<Run<T>>{Machine<T>::wht()[place], lanes<T>()}, arrays.source(1 << order),
-               arrays.destination(1 << order), arrays.howmany, factor);
+    runRows<1>(Machine<T>::wht()[place], arrays.source(1 << order), arrays.destination(1 << order),
+               arrays.howmany, factor);
     return zvxOk;
   }
   if (arrays.isContiguous()) return whtOneByOne(arrays, order, flag, buffer);
@@ -398,9 +395,8 @@ int32_t dct4Many(const Arrays<T>& arrays, const Dct4Spec* spec) {
   const uint32_t state = spec->state;
   if (state == 0 || state > dct4::kGeneralState<T>) return zvxErrPlanState;
   if (state <= dct4::kDirectStates<T>) {
-    runRows<1, T>(Kernel<Run<T>>{Machine<T>::dct4()[state - 1], lanes<T>()},
-                  arrays.source(1 << state), arrays.destination(1 << state), arrays.howmany,
-                  nullptr);
+    runRows<1, T>(Machine<T>::dct4()[state - 1], arrays.source(1 << state),
+                  arrays.destination(1 << state), arrays.howmany, nullptr);
     return zvxOk;
   }
   for (std::int64_t k = 0; k < arrays.howmany; ++k) {

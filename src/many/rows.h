@@ -1,5 +1,5 @@
 // Kernels that run many transforms of one length at a time: what kernelgen prints and the ways
-// through a batch (ways.h) call.
+// through a batch (batch.h) call.
 //
 // A kernel works in turns. A turn takes `transforms` of them at once, the same number in every
 // turn, and has loaded all of its source before it stores anything, so that a batch in place needs
