@@ -11,8 +11,8 @@ execute_process(COMMAND ${CMAKE_COMMAND} -S ${PLACE}/source -B ${PLACE}/build -G
   COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${PLACE}/build --parallel 2
   COMMAND_ERROR_IS_FATAL ANY)
-foreach(library libzvxg.so libzvxg.a libzvxcore.so libzvxcore.a)
-  execute_process(COMMAND cmp ${BUILT}/${library} ${PLACE}/build/src/${library}
+foreach(library zvxg.so zvxg.a zvxgmany.so zvxgmany.a zvxcore.so zvxcore.a)
+  execute_process(COMMAND cmp ${BUILT}/lib${library} ${PLACE}/build/src/lib${library}
     COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 file(REMOVE_RECURSE ${PLACE})
