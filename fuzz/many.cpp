@@ -1,15 +1,95 @@
 // Batches of libzvxgmany, of any layout, at any place and level: every transform has the bits of the
-// single call, and nothing else in memory changes.
+// single call, and nothing else in memory changes. Choices are read from the end of an input and
+// numbers from its start; where nothing is left, choices are 0 and numbers come from a generator. A
+// finding stops the program.
 
-#include "fuzz.h"
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <span>
+#include <vector>
+
+#include "batches.h"
+#include "interface.h"
+#include "sanitize/exact.h"
 #include "zvxg_many.h"
 
 namespace fuzz {
 namespace {
 
 using api::Batch;
+using api::kFlags;
 using api::Role;
 using api::Transform;
+using tests::Exact;
+using tests::Places;
+using tests::Shape;
+
+const api::Exports& exports() {
+  static const api::Exports kExports(api::linkedFunctions());
+  return kExports;
+}
+
+void require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "finding: %s\n", what);
+  std::abort();
+}
+
+class Input {
+ public:
+  Input(const uint8_t* data, std::size_t size) : rest_(data, size) {}
+
+  // One of 0 .. count - 1; count is at most 2^16.
+  uint32_t choice(std::size_t count) {
+    return taken<uint16_t>(true) % static_cast<uint32_t>(count);
+  }
+
+  // Numbers of any bits, or of moderate size, so that most results can be compared with a sum.
+  template <class T>
+  void fill(std::span<T> numbers) {
+    const bool anyBits = choice(4) == 0;
+    for (T& number : numbers) {
+      if (anyBits) {
+        number = taken<T>(false);
+      } else if (rest_.size() > kForChoices) {
+        number = static_cast<T>(taken<int8_t>(false)) / 16;
+      } else {
+        state_ = state_ * 6364136223846793005u + 1442695040888963407u;
+        number = static_cast<T>(static_cast<int32_t>(state_ >> 32)) / (1 << 30);
+      }
+    }
+  }
+
+ private:
+  // Of long arrays, the numbers leave so much to the choices that come after them.
+  static constexpr std::size_t kForChoices = 32;
+
+  template <class Value>
+  Value taken(bool fromEnd) {
+    Value value = 0;
+    const std::size_t available =
+        fromEnd ? rest_.size() : rest_.size() - std::min(rest_.size(), kForChoices);
+    const std::size_t count = std::min(sizeof value, available);
+    if (count == 0) return value;
+    std::memcpy(&value, (fromEnd ? rest_.last(count) : rest_.first(count)).data(), count);
+    rest_ = fromEnd ? rest_.first(rest_.size() - count) : rest_.subspan(count);
+    return value;
+  }
+
+  std::span<const uint8_t> rest_;
+  uint64_t state_ = 1;
+};
+
+// The same bits. NaN equals any NaN, as its payload depends on the order of the operands of a sum.
+template <class T>
+bool sameNumbers(std::span<const T> a, std::span<const T> b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](T x, T y) {
+    return (std::isnan(x) && std::isnan(y)) || std::memcmp(&x, &y, sizeof x) == 0;
+  });
+}
 
 constexpr int32_t kLongestPlan = 256;
 
@@ -26,61 +106,17 @@ const std::vector<Transform>& fuzzed() {
   return kFuzzed;
 }
 
-// The elements of a batch on one side, of so many numbers each.
-struct Side {
-  int elements, parts;
-  std::ptrdiff_t howmany;
-  Batch::Side layout = {};
-
-  std::ptrdiff_t lowest() const {
-    return std::min(alongElements(), std::ptrdiff_t{0}) +
-           std::min(alongTransforms(), std::ptrdiff_t{0});
-  }
-  std::ptrdiff_t highest() const {
-    return std::max(alongElements(), std::ptrdiff_t{0}) +
-           std::max(alongTransforms(), std::ptrdiff_t{0});
-  }
-  std::size_t numbers() const { return (highest() - lowest() + 1) * parts; }
-  // Of the first number of the first element, in the array.
-  std::ptrdiff_t start() const { return -lowest() * parts; }
-  std::ptrdiff_t place(std::ptrdiff_t k, int i) const {
-    return start() + (k * layout.dist + i * layout.stride) * parts;
-  }
-
- private:
-  std::ptrdiff_t alongElements() const { return (elements - 1) * layout.stride; }
-  std::ptrdiff_t alongTransforms() const { return (howmany - 1) * layout.dist; }
-};
-
 // Elements have places of their own, with gaps or without, or may overlap.
-Batch::Side layoutOf(Input& input, const Side& side, bool mayOverlap) {
+Batch::Side layoutOf(Input& input, Shape side, std::ptrdiff_t howmany, bool mayOverlap) {
   const auto any = [&] { return std::ptrdiff_t{input.choice(9)} - 4; };
   if (mayOverlap && input.choice(4) == 0) return {any(), any()};
   const bool isElementMajor = input.choice(2) == 0;
-  const auto inner = isElementMajor ? side.howmany : std::ptrdiff_t{side.elements};
+  const auto inner = isElementMajor ? howmany : std::ptrdiff_t{side.elements};
   std::ptrdiff_t step = std::max<std::ptrdiff_t>(any() - 1, 1);
   std::ptrdiff_t leap = (inner - 1) * step + 1 + std::max<std::ptrdiff_t>(any(), 0);
   if (input.choice(4) == 0) step = -step;
   if (input.choice(4) == 0) leap = -leap;
   return isElementMajor ? Batch::Side{leap, step} : Batch::Side{step, leap};
-}
-
-template <class T>
-void requireRefused(Input& input, const Transform& many, Batch batch, const void* work) {
-  Exact none(0);  // not even a byte may be touched
-  const bool hasFlag = many.function->takes(Role::Flag);
-  int32_t badFlag = input.anyNumber();
-  if (std::ranges::count(kFlags, badFlag) != 0) badFlag = 3;
-  const auto status = [&](const void* src, void* dst) {
-    return many.call(src, dst, badFlag, work, batch);
-  };
-  require(status(nullptr, none.data()) == zvxErrNullPointer, "a null source");
-  require(status(none.data(), nullptr) == zvxErrNullPointer, "a null destination");
-  require(!hasFlag || status(none.data(), none.data()) == zvxErrScaleFlag, "a bad flag");
-  batch = {0, {PTRDIFF_MAX, 1}, {PTRDIFF_MIN, 1}};
-  require(status(nullptr, nullptr) == (hasFlag ? zvxErrScaleFlag : zvxOk), "nothing to do");
-  batch.howmany = -1 - std::int64_t{input.choice(1 << 16)};
-  require(status(none.data(), none.data()) == zvxErrLength, "a negative number of transforms");
 }
 
 template <class T>
@@ -93,22 +129,21 @@ void tryBatch(Input& input, const Transform& many) {
   const std::ptrdiff_t howmany =
       input.choice(1 << 10) == 1 ? (1 << 20) / many.points + 3 : 1 + input.choice(70);
 
-  const auto side = [&](std::size_t bytes, int parts) {
-    return Side{static_cast<int>(bytes / sizeof(T)) / parts, parts, howmany};
+  const auto shape = [](std::size_t bytes, int parts) {
+    return Shape{static_cast<int>(bytes / sizeof(T)) / parts, parts};
   };
-  Side from = side(many.sourceBytes, many.sourceParts());
-  Side to = side(many.destinationBytes, many.destinationParts());
-  to.layout = layoutOf(input, to, false);
-  from.layout = layoutOf(input, from, true);
+  Shape from = shape(many.sourceBytes, many.sourceParts());
+  const Shape to = shape(many.destinationBytes, many.destinationParts());
+  Batch batch = {howmany, {}, layoutOf(input, to, howmany, false)};
+  batch.source = layoutOf(input, from, howmany, true);
   const bool inPlace = from.parts == to.parts && input.choice(4) == 0;
-  if (inPlace) from = to;
-  const Batch batch = {howmany, from.layout, to.layout};
+  if (inPlace) from = to, batch.source = batch.destination;
+  const Places sources(from, batch.source, howmany), results(to, batch.destination, howmany);
 
   Exact memory(many.workBytes);
   const void* const work = exports().prepare(single, memory.data());
-  requireRefused<T>(input, many, batch, work);
 
-  std::vector<T> source(from.numbers()), wanted(to.numbers(), T(-77));
+  std::vector<T> source(sources.size()), wanted(results.size(), T(-77));
   input.fill(std::span(source));
   if (inPlace) wanted = source;
   Exact src(source.size() * sizeof(T), input.choice(64));
@@ -116,24 +151,13 @@ void tryBatch(Input& input, const Transform& many) {
   std::memcpy(src.data(), source.data(), src.bytes());
   std::memcpy(dst.data(), wanted.data(), dst.bytes());
 
-  std::vector<T> x(from.elements * from.parts), y(to.elements * to.parts);
-  for (std::ptrdiff_t k = 0; k < howmany; ++k) {
-    for (int i = 0; i < from.elements; ++i) {
-      std::copy_n(&source[from.place(k, i)], from.parts, &x[i * from.parts]);
-    }
-    // A plan of an odd length leaves some as they were.
-    for (int i = 0; i < to.elements; ++i) {
-      std::copy_n(&wanted[to.place(k, i)], to.parts, &y[i * to.parts]);
-    }
-    require(single.call(x.data(), y.data(), flag, work) == zvxOk, "a good single call");
-    for (int i = 0; i < to.elements; ++i) {
-      std::copy_n(&y[i * to.parts], to.parts, &wanted[to.place(k, i)]);
-    }
-  }
+  tests::callSingly(from, to, batch, source, &wanted, [&](const T* x, T* y) {
+    require(single.call(x, y, flag, work) == zvxOk, "a good single call");
+  });
 
   const bool ownsBuffer = many.function->takes(Role::Buffer) && input.choice(2) == 0;
-  const auto at = [](Exact& array, const Side& s) { return array.data() + s.start() * sizeof(T); };
-  require(many.call(at(inPlace ? dst : src, from), at(dst, to), flag, ownsBuffer ? nullptr : work,
+  require(many.call((inPlace ? dst : src).data() + sources.first() * sizeof(T),
+                    dst.data() + results.first() * sizeof(T), flag, ownsBuffer ? nullptr : work,
                     batch) == zvxOk,
           "a good call");
   require(std::memcmp(src.data(), source.data(), src.bytes()) == 0, "a source was written");

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "batches.h"
 #include "dct4.h"
 #include "placement.h"
 #include "reliability/allocator.h"
@@ -57,12 +58,6 @@ class Many : public testing::TestWithParam<Build> {
 INSTANTIATE_TEST_SUITE_P(Levels, Many, testing::ValuesIn(kBuilds), Many::name);
 
 // ---- Transforms ---------------------------------------------------------------------------------
-
-// One side of a transform: elements of so many numbers.
-struct Shape {
-  int elements, parts;
-  int numbers() const { return elements * parts; }
-};
 
 using Layout = api::Batch::Side;
 
@@ -132,28 +127,6 @@ void forEachMany(const Library& library, const Body& body) {
 
 // ---- Arrays -------------------------------------------------------------------------------------
 
-// Where the elements of a side are: in reals, behind the lowest of them.
-class Places {
- public:
-  Places(Shape shape, Layout layout, std::ptrdiff_t howmany) : shape_(shape), layout_(layout) {
-    const std::ptrdiff_t i = (shape.elements - 1) * layout.stride;
-    const std::ptrdiff_t k = (howmany - 1) * layout.dist;
-    lowest_ = std::min<std::ptrdiff_t>(i, 0) + std::min<std::ptrdiff_t>(k, 0);
-    highest_ = std::max<std::ptrdiff_t>(i, 0) + std::max<std::ptrdiff_t>(k, 0);
-  }
-  std::ptrdiff_t operator()(std::ptrdiff_t k, int number) const {
-    const std::ptrdiff_t element = number / shape_.parts, part = number % shape_.parts;
-    return (k * layout_.dist + element * layout_.stride - lowest_) * shape_.parts + part;
-  }
-  std::ptrdiff_t first() const { return -lowest_ * shape_.parts; }
-  std::size_t size() const { return (highest_ - lowest_ + 1) * shape_.parts; }
-
- private:
-  Shape shape_;
-  Layout layout_;
-  std::ptrdiff_t lowest_, highest_;
-};
-
 // From a stock, as most of the time would go into making them.
 template <class T>
 std::vector<T> someNumbers(Random& random, std::size_t count) {
@@ -174,16 +147,8 @@ std::vector<T> someNumbers(Random& random, std::size_t count) {
 template <class T>
 std::vector<T> expected(const Transform<T>& transform, const Batch& b, const std::vector<T>& source,
                         std::vector<T> destination) {
-  const Shape from = transform.source(), to = transform.destination();
-  const Places sources(from, b.source, b.howmany), results(to, b.destination, b.howmany);
-  std::vector<T> x(from.numbers()), y(to.numbers());
-  for (std::ptrdiff_t k = 0; k < b.howmany; ++k) {
-    for (int i = 0; i < from.numbers(); ++i) x[i] = source[sources(k, i)];
-    // Some elements of a plan of no use stay as they were.
-    for (int i = 0; i < to.numbers(); ++i) y[i] = destination[results(k, i)];
-    EXPECT_EQ(transform.single(x.data(), y.data(), b.flag), zvxOk);
-    for (int i = 0; i < to.numbers(); ++i) destination[results(k, i)] = y[i];
-  }
+  callSingly(transform.source(), transform.destination(), b, source, &destination,
+             [&](const T* x, T* y) { EXPECT_EQ(transform.single(x, y, b.flag), zvxOk); });
   return destination;
 }
 
