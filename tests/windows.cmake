@@ -83,7 +83,7 @@ foreach(topic Headers Symbols Stack)
       --clang "clang++;${ZVXG_CLANG_FOR_MINGW}" ${byGxx} ${topic})
 endforeach()
 add_test(NAME Consume
-  COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/consume/windows_test.py
+  COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_SOURCE_DIR}/consume/windows_test.py
     --build ${PROJECT_BINARY_DIR} --wine "${CMAKE_CROSSCOMPILING_EMULATOR}"
     "--clang=${ZVXG_CLANG_FOR_MINGW};${ZVXG_CLANG_LINKS_MINGW}")
 set_tests_properties(Consume PROPERTIES FIXTURES_REQUIRED wine)

@@ -10,7 +10,8 @@ import sys
 import tempfile
 import unittest
 
-SOURCE = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+from commands import SOURCE, run, shown_with
+
 LIBRARIES = "/usr/lib/x86_64-linux-gnu"
 PARTS = {  # something of each package
     "libzvxg6": [f"{LIBRARIES}/libzvxg.so.6", f"{LIBRARIES}/libzvxcore.so.6",
@@ -26,14 +27,6 @@ PARTS = {  # something of each package
 # Known, and not to be changed: a package that is no part of Debian closes no report there, and cpack
 # always writes scripts that call ldconfig, which the trigger does anyway.
 UNDERSTOOD = "initial-upload-closes-no-bugs,maintscript-calls-ldconfig"
-
-
-def run(*command, cwd=None):
-    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-                          cwd=cwd)
-    if done.returncode:
-        raise AssertionError(f"{' '.join(command)} returned {done.returncode}:\n{done.stdout}")
-    return done.stdout
 
 
 def setUpModule():
@@ -101,10 +94,9 @@ class Installation(unittest.TestCase):
         self.apt("install", "--no-install-recommends", *packages.values())
         self.assertEqual(set(installed()), packages.keys())
 
-        run("cc", os.path.join(SOURCE, "examples", "first.c"), "-lzvxg", "-o", "first",
-            cwd=scratch.name)
-        with open(os.path.join(SOURCE, "README.md"), encoding="utf-8") as readme:
-            self.assertIn(run("./first", cwd=scratch.name), readme.read())
+        first = os.path.join(SOURCE, "examples", "first.c")
+        run("cc", first, "-lzvxg", "-o", "first", cwd=scratch.name)
+        self.assertIn(run("./first", cwd=scratch.name), shown_with(first))
         if "zvxg-tools" in packages:
             run("zvxg-bench", "--version")
         if "python3-zvxg" in packages:

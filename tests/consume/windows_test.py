@@ -6,34 +6,16 @@ import argparse
 import itertools
 import os
 import re
-import subprocess
 import sys
 import tempfile
 import unittest
 import zipfile
 
-HERE = os.path.dirname(os.path.abspath(__file__))
-SOURCE = os.path.dirname(os.path.dirname(HERE))
+from commands import HERE, SOURCE, run, shown_with
+
 MINGW = {".c": ["x86_64-w64-mingw32-gcc-posix"], ".cpp": ["x86_64-w64-mingw32-g++-posix"]}
 CLANG = {".c": "clang", ".cpp": "clang++"}
 STANDARD = {".c": "-std=c11", ".cpp": "-std=c++20"}
-
-
-def run(*command, **environment):
-    done = subprocess.run(command, env=os.environ | environment, stdout=subprocess.PIPE,
-                          stderr=subprocess.STDOUT, text=True)
-    if done.returncode:
-        raise AssertionError(f"{' '.join(command)} returned {done.returncode}:\n{done.stdout}")
-    return done.stdout.replace("\r\n", "\n")
-
-
-def shown_beside(source):
-    """The blocks of README.md, which shows this program."""
-    with open(os.path.join(SOURCE, "README.md"), encoding="utf-8") as file:
-        blocks = re.findall(r"^```\w*\n(.*?)^```$", file.read(), re.MULTILINE | re.DOTALL)
-    with open(source, encoding="utf-8") as file:
-        assert file.read() in blocks, source
-    return blocks
 
 
 class Zip(unittest.TestCase):
@@ -94,7 +76,7 @@ class Zip(unittest.TestCase):
                     run(*compiler, STANDARD[kind], source, "-o", program, *flags, "-lpthread")
                     printed = self.start(program)
                     if name.startswith("examples"):
-                        self.assertIn(printed, shown_beside(source))
+                        self.assertIn(printed, shown_with(source))
                     imports = run("x86_64-w64-mingw32-objdump", "-p", program)
                     self.assertEqual(dll in imports, not form)
 
@@ -114,7 +96,7 @@ class Zip(unittest.TestCase):
         for name in "first.c", "first.cpp":
             for form in "zvxg", "static":
                 printed = self.start(os.path.join(build, f"{name}.{form}.exe"))
-                self.assertIn(printed, shown_beside(os.path.join(examples, name)))
+                self.assertIn(printed, shown_with(os.path.join(examples, name)))
         for form in "many", "many_static":
             self.start(os.path.join(build, f"many.c.{form}.exe"))
 
