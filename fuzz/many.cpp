@@ -1,13 +1,15 @@
 // Batches of libzvxgmany, of any layout, at any place and level: every transform has the bits of the
 // single call, and nothing else in memory changes. Choices are read from the end of an input and
-// numbers from its start; where nothing is left, choices are 0 and numbers come from a generator. A
-// finding stops the program.
+// numbers of any bits from its start. A finding stops the program.
+
+#include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <random>
 #include <span>
 #include <vector>
 
@@ -38,50 +40,21 @@ void require(bool holds, const char* what) {
   std::abort();
 }
 
-class Input {
- public:
-  Input(const uint8_t* data, std::size_t size) : rest_(data, size) {}
+// One of 0 .. count - 1; 0 where nothing is left of the input.
+int32_t choice(FuzzedDataProvider& input, std::size_t count) {
+  return input.ConsumeIntegralInRange<int32_t>(0, static_cast<int32_t>(count) - 1);
+}
 
-  // One of 0 .. count - 1; count is at most 2^16.
-  uint32_t choice(std::size_t count) {
-    return taken<uint16_t>(true) % static_cast<uint32_t>(count);
+// Numbers of any bits, or of moderate size, so that most results can be compared with a sum.
+template <class T>
+void fill(FuzzedDataProvider& input, std::span<T> numbers) {
+  std::mt19937 random(input.ConsumeIntegral<uint32_t>());
+  const bool anyBits = choice(input, 4) == 1;
+  for (T& number : numbers) {
+    number = static_cast<T>(static_cast<int32_t>(random())) / (1 << 30);
+    if (anyBits) input.ConsumeData(&number, sizeof number);
   }
-
-  // Numbers of any bits, or of moderate size, so that most results can be compared with a sum.
-  template <class T>
-  void fill(std::span<T> numbers) {
-    const bool anyBits = choice(4) == 0;
-    for (T& number : numbers) {
-      if (anyBits) {
-        number = taken<T>(false);
-      } else if (rest_.size() > kForChoices) {
-        number = static_cast<T>(taken<int8_t>(false)) / 16;
-      } else {
-        state_ = state_ * 6364136223846793005u + 1442695040888963407u;
-        number = static_cast<T>(static_cast<int32_t>(state_ >> 32)) / (1 << 30);
-      }
-    }
-  }
-
- private:
-  // Of long arrays, the numbers leave so much to the choices that come after them.
-  static constexpr std::size_t kForChoices = 32;
-
-  template <class Value>
-  Value taken(bool fromEnd) {
-    Value value = 0;
-    const std::size_t available =
-        fromEnd ? rest_.size() : rest_.size() - std::min(rest_.size(), kForChoices);
-    const std::size_t count = std::min(sizeof value, available);
-    if (count == 0) return value;
-    std::memcpy(&value, (fromEnd ? rest_.last(count) : rest_.first(count)).data(), count);
-    rest_ = fromEnd ? rest_.first(rest_.size() - count) : rest_.subspan(count);
-    return value;
-  }
-
-  std::span<const uint8_t> rest_;
-  uint64_t state_ = 1;
-};
+}
 
 // The same bits. NaN equals any NaN, as its payload depends on the order of the operands of a sum.
 template <class T>
@@ -107,36 +80,34 @@ const std::vector<Transform>& fuzzed() {
 }
 
 // Elements have places of their own, with gaps or without, or may overlap.
-Batch::Side layoutOf(Input& input, Shape side, std::ptrdiff_t howmany, bool mayOverlap) {
-  const auto any = [&] { return std::ptrdiff_t{input.choice(9)} - 4; };
-  if (mayOverlap && input.choice(4) == 0) return {any(), any()};
-  const bool isElementMajor = input.choice(2) == 0;
+Batch::Side layoutOf(FuzzedDataProvider& input, Shape side, std::ptrdiff_t howmany,
+                     bool mayOverlap) {
+  const auto any = [&] { return std::ptrdiff_t{choice(input, 9)} - 4; };
+  if (mayOverlap && choice(input, 4) == 0) return {any(), any()};
+  const bool isElementMajor = choice(input, 2) == 0;
   const auto inner = isElementMajor ? howmany : std::ptrdiff_t{side.elements};
   std::ptrdiff_t step = std::max<std::ptrdiff_t>(any() - 1, 1);
   std::ptrdiff_t leap = (inner - 1) * step + 1 + std::max<std::ptrdiff_t>(any(), 0);
-  if (input.choice(4) == 0) step = -step;
-  if (input.choice(4) == 0) leap = -leap;
+  if (choice(input, 4) == 0) step = -step;
+  if (choice(input, 4) == 0) leap = -leap;
   return isElementMajor ? Batch::Side{leap, step} : Batch::Side{step, leap};
 }
 
 template <class T>
-void tryBatch(Input& input, const Transform& many) {
+void tryBatch(FuzzedDataProvider& input, const Transform& many) {
   Transform single = many;
   single.function = &exports().single(*many.function);
-  const int32_t flag = kFlags[input.choice(4)];
-  zvxgManyLimitLevel(input.choice(2) == 0 ? INT32_MAX : zvxManyAvx);
+  const int32_t flag = kFlags[choice(input, 4)];
+  zvxgManyLimitLevel(choice(input, 2) == 0 ? INT32_MAX : zvxManyAvx);
   // Mostly a few turns of any kernel and some left over, sometimes more than the caches hold.
   const std::ptrdiff_t howmany =
-      input.choice(1 << 10) == 1 ? (1 << 20) / many.points + 3 : 1 + input.choice(70);
+      choice(input, 1 << 10) == 1 ? (1 << 20) / many.points + 3 : 1 + choice(input, 70);
 
-  const auto shape = [](std::size_t bytes, int parts) {
-    return Shape{static_cast<int>(bytes / sizeof(T)) / parts, parts};
-  };
-  Shape from = shape(many.sourceBytes, many.sourceParts());
-  const Shape to = shape(many.destinationBytes, many.destinationParts());
+  Shape from = tests::sourceShape(many);
+  const Shape to = tests::destinationShape(many);
   Batch batch = {howmany, {}, layoutOf(input, to, howmany, false)};
   batch.source = layoutOf(input, from, howmany, true);
-  const bool inPlace = from.parts == to.parts && input.choice(4) == 0;
+  const bool inPlace = from.parts == to.parts && choice(input, 4) == 0;
   if (inPlace) from = to, batch.source = batch.destination;
   const Places sources(from, batch.source, howmany), results(to, batch.destination, howmany);
 
@@ -144,10 +115,11 @@ void tryBatch(Input& input, const Transform& many) {
   const void* const work = exports().prepare(single, memory.data());
 
   std::vector<T> source(sources.size()), wanted(results.size(), T(-77));
-  input.fill(std::span(source));
+  Exact src(source.size() * sizeof(T), choice(input, 64));
+  Exact dst(wanted.size() * sizeof(T), choice(input, 64));
+  const bool ownsBuffer = many.function->takes(Role::Buffer) && choice(input, 2) == 0;
+  fill(input, std::span(source));
   if (inPlace) wanted = source;
-  Exact src(source.size() * sizeof(T), input.choice(64));
-  Exact dst(wanted.size() * sizeof(T), input.choice(64));
   std::memcpy(src.data(), source.data(), src.bytes());
   std::memcpy(dst.data(), wanted.data(), dst.bytes());
 
@@ -155,7 +127,6 @@ void tryBatch(Input& input, const Transform& many) {
     require(single.call(x, y, flag, work) == zvxOk, "a good single call");
   });
 
-  const bool ownsBuffer = many.function->takes(Role::Buffer) && input.choice(2) == 0;
   require(many.call((inPlace ? dst : src).data() + sources.first() * sizeof(T),
                     dst.data() + results.first() * sizeof(T), flag, ownsBuffer ? nullptr : work,
                     batch) == zvxOk,
@@ -170,9 +141,9 @@ void tryBatch(Input& input, const Transform& many) {
 }  // namespace fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-  fuzz::Input input(data, size);
+  FuzzedDataProvider input(data, size);
   const auto& transforms = fuzz::fuzzed();
-  const api::Transform& many = transforms[input.choice(transforms.size())];
+  const api::Transform& many = transforms[fuzz::choice(input, transforms.size())];
   if (many.function->bits == 32) {
     fuzz::tryBatch<float>(input, many);
   } else {

@@ -16,6 +16,15 @@ struct Shape {
   int numbers() const { return elements * parts; }
 };
 
+inline Shape sourceShape(const api::Transform& t) {
+  const auto parts = t.sourceParts();
+  return {static_cast<int>(t.sourceBytes / t.function->elementBytes()) / parts, parts};
+}
+inline Shape destinationShape(const api::Transform& t) {
+  const auto parts = t.destinationParts();
+  return {static_cast<int>(t.destinationBytes / t.function->elementBytes()) / parts, parts};
+}
+
 // Where the elements of a side are: in reals, behind the lowest of them.
 class Places {
  public:

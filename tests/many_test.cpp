@@ -84,8 +84,8 @@ class Transform {
   bool isPlanned() const { return many_.function->isPlanned(); }
   int32_t bufferBytes() const { return static_cast<int32_t>(many_.workBytes); }
   std::vector<int32_t> flags() const { return flagsOf(many_); }
-  Shape source() const { return shape(many_.sourceBytes, many_.sourceParts()); }
-  Shape destination() const { return shape(many_.destinationBytes, many_.destinationParts()); }
+  Shape source() const { return sourceShape(many_); }
+  Shape destination() const { return destinationShape(many_); }
 
   int32_t single(const T* src, T* dst, int32_t flag) const {
     return single_.call(src, dst, flag, plan_);
@@ -102,10 +102,6 @@ class Transform {
   }
 
  private:
-  static Shape shape(std::size_t bytes, int parts) {
-    return {static_cast<int>(bytes / sizeof(T)) / parts, parts};
-  }
-
   api::Transform many_, single_;
   Runner runner_;
   const void* plan_;

@@ -21,6 +21,7 @@
 #include <span>
 #include <sstream>
 
+#include "../batches.h"
 #include "../harness.h"
 #include "zvxg_many.h"
 
@@ -93,40 +94,29 @@ class Hash {
 constexpr int kHowmany = 37;
 constexpr std::int32_t kLongestPlan = 1024;
 
-// Copies elements of a batch from one layout to another.
-void copy(const Bytes& from, const api::Batch::Side& at, Bytes& to, const api::Batch::Side& there,
-          std::size_t bytes, std::size_t elementBytes) {
-  for (int k = 0; k < kHowmany; ++k) {
-    for (std::size_t i = 0; i < bytes / elementBytes; ++i) {
-      const auto place = [&](const api::Batch::Side& side) {
-        return (k * side.dist + i * side.stride) * elementBytes;
-      };
-      std::memcpy(&to[place(there)], &from[place(at)], elementBytes);
-    }
-  }
-}
-
 // The results of a batch one behind the other, as the sources are. Each call has the next of nine
 // pairs of layouts: contiguous, element-major, with gaps.
-Bytes runBatch(const Transform& transform, const void* work, const Bytes& source, int32_t flag) {
+template <class T>
+std::vector<T> runBatch(const Transform& transform, const void* work, const std::vector<T>& source,
+                        int32_t flag) {
   static int turn = 0;
-  const auto layout = [](int which, std::ptrdiff_t elements) {
-    const api::Batch::Side kLayouts[] = {{1, elements}, {kHowmany, 1}, {3, 3 * elements + 2}};
+  const auto layout = [](int which, std::ptrdiff_t n) {
+    const api::Batch::Side kLayouts[] = {{1, n}, {kHowmany, 1}, {3, 3 * n + 2}};
     return kLayouts[which % 3];
   };
-  const std::size_t element = transform.function->elementBytes();
-  const std::size_t from = element * transform.sourceParts();
-  const std::size_t to = element * transform.destinationParts();
-  const auto n = static_cast<std::ptrdiff_t>(transform.sourceBytes / from);
-  const auto m = static_cast<std::ptrdiff_t>(transform.destinationBytes / to);
-  const api::Batch batch = {kHowmany, layout(turn, n), layout(turn / 3, m)};
+  const Shape from = sourceShape(transform), to = destinationShape(transform);
+  const api::Batch batch = {kHowmany, layout(turn, from.elements), layout(turn / 3, to.elements)};
   ++turn;
-  Bytes src(5 * kHowmany * transform.sourceBytes), dst(5 * kHowmany * transform.destinationBytes);
-  copy(source, {1, n}, src, batch.source, transform.sourceBytes, from);
+  const Places sources(from, batch.source, kHowmany), results(to, batch.destination, kHowmany);
+  std::vector<T> src(sources.size()), dst(results.size()), found;
+  for (int i = 0; i < kHowmany * from.numbers(); ++i) {
+    src[sources(i / from.numbers(), i % from.numbers())] = source[i];
+  }
   EXPECT_EQ(transform.call(src.data(), dst.data(), flag, work, batch), zvxOk);
-  Bytes results(kHowmany * transform.destinationBytes);
-  copy(dst, batch.destination, results, {1, m}, transform.destinationBytes, to);
-  return results;
+  for (int i = 0; i < kHowmany * to.numbers(); ++i) {
+    found.push_back(dst[results(i / to.numbers(), i % to.numbers())]);
+  }
+  return found;
 }
 
 // The transforms of a line, more than one if it is of a function for many, and the line: a hash for
@@ -143,9 +133,9 @@ std::string textOf(const Line& line) {
       for (const Kind kind : kKinds) {
         withElement(transform, [&]<class T>(T) {
           const std::size_t count = transform.sourceBytes / sizeof(T) * (isMany ? kHowmany : 1);
-          const Bytes source = bytesOf(makeSource<T>(kind, count));
-          hash.add(isMany ? runBatch(transform, runner.work(), source, flag)
-                          : runner.run(source, flag));
+          const std::vector<T> source = makeSource<T>(kind, count);
+          hash.add(bytesOf(isMany ? runBatch(transform, runner.work(), source, flag)
+                                  : runner.run(source, flag)));
         });
       }
     }
