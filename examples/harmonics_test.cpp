@@ -2,7 +2,6 @@
 #include <cmath>
 #include <cstdio>
 #include <numbers>
-#include <ostream>
 #include <random>
 #include <sstream>
 #include <string>
@@ -53,10 +52,6 @@ struct Signal {
   int rate;
   double hertz, given;
   int last;  // harmonic to be measured
-
-  friend std::ostream& operator<<(std::ostream& out, const Signal& signal) {
-    return out << signal.name;
-  }
 };
 
 class HarmonicsOf : public Harmonics, public testing::WithParamInterface<Signal> {};

@@ -8,7 +8,6 @@
 #include <fstream>
 #include <limits>
 #include <numbers>
-#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -25,10 +24,6 @@ struct Tones {
   int rate, channels, format;
   int firstBin, secondBin;  // loud tone in the first half, a softer one in the second
   int samples;
-
-  friend std::ostream& operator<<(std::ostream& out, const Tones& tones) {
-    return out << tones.name;
-  }
 };
 
 class SpectrogramOf : public Spectrogram, public testing::WithParamInterface<Tones> {};

@@ -1,11 +1,6 @@
 // The state of the processor: what a call must leave as it was, and the place of its frame on the stack,
 // which must not matter.
 
-#include <xmmintrin.h>
-
-#include <filesystem>
-
-#include "loader.h"
 #include "observe.h"
 
 namespace tests {
@@ -73,38 +68,6 @@ TEST(State, SoDoTheCallsAroundThem) {
     }
   }
   RecordProperty("calls", calls);
-}
-
-std::int32_t load(const std::string* path, void** handle) {
-  *handle = api::openLibrary(*path);
-  return 0;
-}
-
-// A second copy, because the loader runs the start of a file only once; beside it what it looks for
-// there, which is the same for all builds.
-TEST(State, LoadingChangesNoControlWord) {
-  namespace files = std::filesystem;
-  const char* const other = std::getenv("ZVXG_LIBRARY");
-  const files::path library = other != nullptr ? other : ZVXG_LIBRARY_FILE;
-  const files::path place = testing::TempDir() + "zvxg_reliability_copy";
-  files::create_directory(place);
-  const files::path core = files::path(ZVXG_LIBRARY_FILE).parent_path() / ZVXG_CORE_NAME;
-  for (const files::path& file : {library, core}) {
-    files::copy_file(file, place / file.filename(), files::copy_options::overwrite_existing);
-  }
-  for (const std::uint32_t mxcsr : {kMasked, kOtherModes}) {
-    for (const std::uint16_t x87 : kX87) {
-      Observation seen = {};
-      void* handle = nullptr;
-      const std::string copy = (place / library.filename()).string();
-      const Arguments arguments = {asArgument(&copy), asArgument(&handle)};
-      callObserved(reinterpret_cast<const void*>(&load), arguments.data(), mxcsr, x87, &seen, 0);
-      EXPECT_EQ(seen.mxcsr & ~_MM_EXCEPT_MASK, mxcsr);
-      EXPECT_EQ(seen.x87Control, x87);
-      api::closeLibrary(handle);
-    }
-  }
-  files::remove_all(place);
 }
 
 }  // namespace
