@@ -76,6 +76,7 @@ static_assert(!Forward<Floats<12>, zvxg::SpectrumView<Perm, const float, 12>>);
 static_assert(!std::is_assignable_v<Half<Pack>&, Half<Perm>>);
 static_assert(!std::is_constructible_v<zvxg::SpectrumView<Ccs, float, 12>, Floats<12>&>);
 static_assert(!std::is_constructible_v<zvxg::SpectrumView<Pack, float, 12>, Complexes<7>&>);
+static_assert(std::is_constructible_v<zvxg::SpectrumView<Ccs, float, 12>, Complexes<7>&>);
 static_assert(sizeof(Half<Ccs>) == 14 * sizeof(float));
 
 template <class From, class To>

@@ -97,12 +97,15 @@ TEST(Definition, NormalData) {
 }
 
 // An impulse excites every output by itself, so that a wrong index or constant cannot hide in the
-// norm of the rest: all of them, or a part of those of a long plan.
+// norm of the rest; and the factor of a flag comes last: all of them, or a part of those of a long plan.
 TEST(Definition, EveryImpulse) {
   forEachTransform([&](const Transform& transform) {
     if (transform.function->isEntry() || !transform.fills) return;
     withElement(transform, [&]<class T>(T) {
       const Runner runner(transform);
+      // Outputs that are double expressions take the factor in before their one rounding.
+      const bool roundsOnce = transform.function->family == Family::Real && sizeof(T) == 4 &&
+                              transform.function->direction == Direction::Forward;
       const std::size_t count = transform.sourceBytes / sizeof(T);
       const std::size_t tried = std::clamp<std::size_t>((1 << 17) / count, 1, count);
       for (std::size_t trial = 0; trial < tried; ++trial) {
@@ -110,45 +113,26 @@ TEST(Definition, EveryImpulse) {
         std::vector<T> source(count);
         source[i] = 1;
         const auto expected = reference::definition(transform, widened(source));
-        const std::vector<T> actual = runner.run(source, kUnscaled);
         // Parts of that size pass through a few products and hardly a sum that rounds.
         long double size = 0;
         for (const long double number : expected) size = std::max(size, std::abs(number));
         const double tolerance = (transform.function->isPlanned() ? 32 : 8) * kRoundoff<T>;
+        const std::vector<T> unscaled = runner.run(source, kUnscaled);
         for (std::size_t k = 0; k < expected.size(); ++k) {
-          ASSERT_NEAR(actual[k], static_cast<double>(expected[k]),
+          ASSERT_NEAR(unscaled[k], static_cast<double>(expected[k]),
                       tolerance * static_cast<double>(size))
               << "output number " << k << " of impulse " << i;
         }
-      }
-    });
-  });
-}
-
-// The factor comes last, but where a forward real kernel in single precision has outputs that are
-// double expressions: these take it in before their one rounding, and cannot be told from the
-// unscaled ones, which were rounded too, but to within both roundings.
-TEST(Definition, FlagsMultiplyTheUnscaledResult) {
-  Random random = makeRandom();
-  forEachTransform([&](const Transform& transform) {
-    const Function& function = *transform.function;
-    if (!function.takes(Role::Flag)) return;
-    withElement(transform, [&]<class T>(T) {
-      const Runner runner(transform);
-      const auto source =
-          numbersWithZeros<T>(random, static_cast<int>(transform.sourceBytes / sizeof(T)));
-      const std::vector<T> unscaled = runner.run(source, kUnscaled);
-      const bool roundsOnce = function.family == Family::Real && sizeof(T) == 4 &&
-                              function.direction == Direction::Forward;
-      for (const int32_t flag : kFlags) {
-        const auto factor = static_cast<T>(reference::factor(transform, flag));
-        const std::vector<T> actual = runner.run(source, flag);
-        // Of a root the factor can be the neighbour.
-        const int roundings = flag == 4 ? 4 : roundsOnce && factor != 1 ? 3 : 0;
-        for (std::size_t k = 0; k < actual.size(); ++k) {
-          ASSERT_NEAR(actual[k], unscaled[k] * factor,
-                      std::abs(double(actual[k])) * roundings * kRoundoff<T>)
-              << "flag " << flag << ", output " << k;
+        for (const int32_t flag : flagsOf(transform)) {
+          const auto factor = static_cast<T>(reference::factor(transform, flag));
+          const std::vector<T> actual = runner.run(source, flag);
+          // Of a root the factor can be the neighbour.
+          const int roundings = flag == 4 ? 4 : roundsOnce && factor != 1 ? 3 : 0;
+          for (std::size_t k = 0; k < actual.size(); ++k) {
+            ASSERT_NEAR(actual[k], unscaled[k] * factor,
+                        std::abs(double(actual[k])) * roundings * kRoundoff<T>)
+                << "flag " << flag << ", output number " << k << " of impulse " << i;
+          }
         }
       }
     });

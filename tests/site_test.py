@@ -120,23 +120,6 @@ class Pages(Browser):
                 self.assertLess(size, limit)
                 self.assertEqual([one for one in addresses if not one.startswith(served)], [])
 
-    def test_the_scheme_is_that_of_the_system_or_the_reader(self):
-        shades = []
-        for scheme, clicks in ("light", 0), ("dark", 0), ("dark", 1):
-            screen(1280, 900, scheme)
-            browser.get(served)
-            for _ in range(clicks):
-                next(toggle for toggle in browser.find_elements(By.CLASS_NAME, "theme-toggle")
-                     if toggle.is_displayed()).click()
-            colour = find("body").value_of_css_property("background-color")
-            shades.append(sum(map(int, colour.strip("rgba()").split(",")[:3])))
-        browser.execute_script("localStorage.clear()")
-        said, = browser.get_log("browser")
-        self.assertIn("Changed to light mode.", said["message"])
-        self.assertGreater(shades[0], 600)
-        self.assertLess(shades[1], 200)
-        self.assertGreater(shades[2], 600)
-
     def test_search_finds_a_kernel_from_the_disk(self):
         browser.get(f"{SITE.as_uri()}/search.html?q={KERNEL}")
         link = find("#search-results li a")

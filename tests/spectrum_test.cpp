@@ -1,5 +1,5 @@
-// What is promised of the half spectra of real signals: zeros of CCS that are constants and that nobody
-// reads, bins that are doubled before all else. companion_test.cpp has the places of the bins.
+// What is promised of the half spectra of real signals: zeros of CCS that are constants, bins that
+// are doubled before all else. companion_test.cpp has the places of the bins.
 
 #include "harness.h"
 
@@ -9,31 +9,16 @@ namespace {
 using kernelgen::Direction;
 using kernelgen::Layout;
 
-// Written as constants, and not read.
-TEST(Spectrum, ZerosOfCcs) {
-  Random random = makeRandom();
+// Whatever the samples are.
+TEST(Spectrum, ZerosOfCcsAreConstants) {
   forEachKernel([&]<class T>(const TestKernel<T>& kernel) {
-    if (kernel.id.layout != Layout::Ccs) return;
+    if (kernel.id.layout != Layout::Ccs || kernel.id.direction == Direction::Inverse) return;
     using Limits = std::numeric_limits<T>;
-    const bool isForward = kernel.id.direction == Direction::Forward;
-    std::vector<int> places = {1};
-    if (kernel.length % 2 == 0) places.push_back(kernel.length + 1);
-    const std::vector<T> source = normalNumbers<T>(random, kernel.sourceSize);
-    for (const T value :
-         {T(0), T(-0.0), T(1), -Limits::max(), -Limits::infinity(), Limits::quiet_NaN()}) {
-      std::vector<T> zeros = source, filled = source;
-      for (const int place : isForward ? std::vector<int>() : places) {
-        zeros[place] = 0;
-        filled[place] = value;
-      }
-      if (isForward) filled.assign(kernel.length, value);
+    for (const T value : {T(-0.0), -Limits::max(), -Limits::infinity(), Limits::quiet_NaN()}) {
       for (const int32_t flag : kFlags) {
-        const std::vector<T> expected = kernel.run(zeros, flag), actual = kernel.run(filled, flag);
-        EXPECT_TRUE(isForward || sameNumbers(expected, actual)) << value;
-        for (const int place : isForward ? places : std::vector<int>()) {
-          EXPECT_TRUE(sameNumber(expected[place], T(0)) && sameNumber(actual[place], T(0)))
-              << value;
-        }
+        const std::vector<T> bins = kernel.run(std::vector<T>(kernel.length, value), flag);
+        EXPECT_TRUE(sameNumber(bins[1], T(0))) << value;
+        EXPECT_TRUE(kernel.length % 2 != 0 || sameNumber(bins.back(), T(0))) << value;
       }
     }
   });

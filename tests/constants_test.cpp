@@ -1,12 +1,13 @@
-// The constants of the Rader and chirp steps, which no table has, against MPFR: each number of such
-// a sum is the cosine or sine of one exact fraction of a turn.
-
-#include "convolutions.h"  // kernelgen
+// The constants of the generator against MPFR, rounded once: cosines and sines of fractions of a turn, and
+// the sums of such in the Rader and chirp steps.
 
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <vector>
 
+#include "angle.h"         // kernelgen
+#include "convolutions.h"  // kernelgen
 #include "real.h"
 
 namespace tests {
@@ -39,12 +40,32 @@ class RootSum {
 };
 
 template <class T>
-void expectRounded(const kernelgen::Factor& actual, RootSum& expected) {
-  EXPECT_EQ(static_cast<T>(actual.re.exact), expected.re_.rounded<T>());
-  EXPECT_EQ(static_cast<T>(actual.im.exact), expected.im_.rounded<T>());
+void expectRounded(kernelgen::Quad re, kernelgen::Quad im, RootSum& expected) {
+  EXPECT_EQ(static_cast<T>(re), expected.re_.rounded<T>());
+  EXPECT_EQ(static_cast<T>(im), expected.im_.rounded<T>());
 }
 
-TEST(Convolutions, RaderFactors) {
+void expectRounded(kernelgen::Quad re, kernelgen::Quad im, RootSum& expected) {
+  expectRounded<float>(re, im, expected);
+  expectRounded<double>(re, im, expected);
+}
+
+TEST(Constants, Angles) {
+  std::vector<int> denominators(64);
+  std::iota(denominators.begin(), denominators.end(), 1);
+  denominators.insert(denominators.end(), {67, 96, 101, 128, 251, 509, 1021});
+  for (const int den : denominators) {
+    for (int num = -den; num <= 2 * den; ++num) {
+      SCOPED_TRACE(testing::Message() << num << "/" << den);
+      const kernelgen::CosSin actual = kernelgen::cosSin({num, den});
+      RootSum root;
+      root.add(num, den);
+      expectRounded(actual.cosine, actual.sine, root);
+    }
+  }
+}
+
+TEST(Constants, OfRaderSteps) {
   struct Prime {
     int p, smallestPrimitiveRoot;
   };
@@ -68,13 +89,12 @@ TEST(Convolutions, RaderFactors) {
         sum.add(-(inverse * order + k * m * p), p * order);
       }
       sum.divideBy(order);
-      expectRounded<float>(numbers.factors[k], sum);
-      expectRounded<double>(numbers.factors[k], sum);
+      expectRounded(numbers.factors[k].re.exact, numbers.factors[k].im.exact, sum);
     }
   }
 }
 
-TEST(Convolutions, ChirpFactors) {
+TEST(Constants, OfChirpSteps) {
   struct Chirp {
     long n, l;
   };
@@ -96,8 +116,7 @@ TEST(Convolutions, ChirpFactors) {
         sum.add(half * m * m * l - k * place * n, n * l);
       }
       sum.divideBy(l);
-      expectRounded<float>(numbers.factors[k], sum);
-      expectRounded<double>(numbers.factors[k], sum);
+      expectRounded(numbers.factors[k].re.exact, numbers.factors[k].im.exact, sum);
     }
   }
 }
