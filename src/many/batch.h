@@ -59,6 +59,10 @@ struct Side {
     return elements > kWays && isElementMajor() && stride * kSize<T> % kPage == 0;
   }
   T* transform(std::ptrdiff_t number) const { return at + number * dist; }
+  // `count` of the elements, every `step`-th from `first` on.
+  Side part(std::ptrdiff_t first, int count, std::ptrdiff_t step = 1) const {
+    return {at + first * stride, step * stride, dist, count, unit, bins};
+  }
 };
 
 // `count` numbers of kUnit reals, `srcDist` and `dstDist` apart.
@@ -145,8 +149,8 @@ void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count,
           std::ptrdiff_t lanes, const Block<T, kRowBytes>& block) {
   const T* const at = src.transform(first);
   if (src.isContiguous()) {
-    contiguousToRows<kUnit * kSize<T>, kRowBytes>(bytes(at), src.dist * kSize<T>, count,
-                                                  src.elements, lanes, bytes(block.first));
+    contiguousToRows<kUnit * kSize<T>>(bytes(at), src.dist * kSize<T>, count, src.elements, lanes,
+                                       RowsInBlock<kRowBytes>{bytes(block.first), {}});
     return;
   }
   for (int i = 0; count < lanes && i < src.elements; ++i) {
@@ -169,8 +173,8 @@ void store(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t 
            std::ptrdiff_t count) {
   T* const at = dst.transform(first);
   if (dst.isContiguous()) {
-    contiguousFromRows<kUnit * kSize<T>, kRowBytes>(bytes(block.first), dst.elements, bytes(at),
-                                                    dst.dist * kSize<T>, count);
+    contiguousFromRows<kUnit * kSize<T>>(RowsInBlock<kRowBytes>{bytes(block.first), {}},
+                                         dst.elements, bytes(at), dst.dist * kSize<T>, count);
   } else if (dst.isRows()) {
     copyRows(bytes(block.first), kRowBytes, bytes(at), dst.stride * kSize<T>, dst.elements,
              count * kUnit * kSize<T>);

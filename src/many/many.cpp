@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <utility>
 
@@ -10,6 +11,7 @@
 #include "many/dct4_strided.h"
 #include "many/lanes.h"
 #include "many/level.h"
+#include "many/one_by_one.h"
 #include "many/rows.h"
 #include "wht/blocking.h"
 #include "zvxg_many.h"
@@ -399,14 +401,18 @@ int32_t dct4Many(const Arrays<T>& arrays, const Dct4Spec* spec) {
                   arrays.destination(1 << state), arrays.howmany, nullptr);
     return zvxOk;
   }
+  const Side<const T> from = arrays.source(spec->length);
+  const Side<T> to = arrays.destination(spec->length);
+  const bool isContiguous = from.isContiguous() && to.isContiguous();
+  // A plan of no use does not write all of its results, so they must not pass through a block.
+  const bool isOfUse = std::has_single_bit(static_cast<unsigned>(spec->length));
+  if (isContiguous || (spec->length <= kLongestInLine && isOfUse)) {
+    oneByOne(from, to, arrays.howmany,
+             [&](const T* src, T* dst) { singleDct4(src)(src, dst, spec); });
+    return zvxOk;
+  }
   for (std::int64_t k = 0; k < arrays.howmany; ++k) {
-    const T* const src = arrays.src + k * arrays.srcDist;
-    T* const dst = arrays.dst + k * arrays.dstDist;
-    if (arrays.isContiguous()) {
-      singleDct4(src)(src, dst, spec);
-    } else {
-      dct4::executeStrided(*spec, src, arrays.srcStride, dst, arrays.dstStride);
-    }
+    dct4::executeStrided(*spec, from.transform(k), from.stride, to.transform(k), to.stride);
   }
   return zvxOk;
 }

@@ -10,6 +10,7 @@
 #include <immintrin.h>
 
 #include <cstddef>
+#include <type_traits>
 
 #include "frame/unroll.h"
 
@@ -64,21 +65,25 @@ using Destinations = Group<kBytes, Byte>;
 
 // ---- Rows ---------------------------------------------------------------------------------------
 
-// In a block: kStep bytes apart, a constant, as the places of the transforms take all registers.
-template <int kStep>
-struct RowsInBlock {
-  Byte* first;
+// Some bytes apart. Step is a number, or a constant: in a block, as the places of the transforms take
+// all registers.
+template <class B, class Step>
+struct RowsInMemory {
+  B* first;
+  Step step;
 
-  ZVXG_INLINE RowsInBlock from(std::ptrdiff_t row) const { return {first + row * kStep}; }
-  ZVXG_INLINE void set(int row, __m256 v) const { storeRow(first + row * kStep, v); }
-  ZVXG_INLINE __m256 get(int row) const { return loadRow(first + row * kStep); }
+  ZVXG_INLINE RowsInMemory from(std::ptrdiff_t row) const { return {first + row * step, step}; }
+  ZVXG_INLINE void set(int row, __m256 v) const { storeRow(first + row * step, v); }
+  ZVXG_INLINE __m256 get(int row) const { return loadRow(first + row * step); }
   // The low or the high halves of two rows.
   template <int kHalf>
   ZVXG_INLINE __m256 halves(int low, int high) const {
     const Byte* const at = first + 16 * kHalf;
-    return loadHalves(at + low * kStep, at + high * kStep);
+    return loadHalves(at + low * step, at + high * step);
   }
 };
+template <int kStep>
+using RowsInBlock = RowsInMemory<Byte, std::integral_constant<std::ptrdiff_t, kStep>>;
 
 struct RowsInRegisters {
   __m256* first;
@@ -263,24 +268,22 @@ ZVXG_INLINE inline void inTiles(std::ptrdiff_t first, std::ptrdiff_t last, const
 
 // `count` transforms, `dist` apart, to rows of which as many lanes are filled: with the first one again
 // behind the last.
-template <int kBytes, int kRowBytes>
+template <int kBytes, class Rows>
 void contiguousToRows(const Byte* src, std::ptrdiff_t dist, std::ptrdiff_t count, int elements,
-                      std::ptrdiff_t lanes, Byte* block) {
-  for (std::ptrdiff_t k = 0; k < lanes; k += kGroup<kBytes>, block += 32) {
+                      std::ptrdiff_t lanes, Rows rows) {
+  for (std::ptrdiff_t k = 0; k < lanes; k += kGroup<kBytes>, rows.first += 32) {
     const Sources<kBytes> group(k < count ? src + k * dist : src, dist, count - k);
-    const RowsInBlock<kRowBytes> rows = {block};
     inTiles<kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
       tile.load(group, first * kBytes, rows.from(first));
     });
   }
 }
 
-template <int kBytes, int kRowBytes>
-void contiguousFromRows(Byte* block, int elements, Byte* dst, std::ptrdiff_t dist,
+template <int kBytes, class Rows>
+void contiguousFromRows(Rows rows, int elements, Byte* dst, std::ptrdiff_t dist,
                         std::ptrdiff_t count) {
-  for (std::ptrdiff_t k = 0; k < count; k += kGroup<kBytes>, block += 32) {
+  for (std::ptrdiff_t k = 0; k < count; k += kGroup<kBytes>, rows.first += 32) {
     const Destinations<kBytes> group(dst + k * dist, dist, count - k);
-    const RowsInBlock<kRowBytes> rows = {block};
     inTiles<kBytes>(0, elements, [&](auto tile, std::ptrdiff_t first) ZVXG_INLINE {
       tile.store(rows.from(first), group, first * kBytes);
     });
