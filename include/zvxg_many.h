@@ -131,10 +131,12 @@ extern "C" {
  *  @section manySpeed Speed
  *
  *  In the caches, element-major on both sides is fastest for the Fourier and Hartley transforms, for
- *  Walsh-Hadamard transforms of up to 128 points, and for the DCT-IV of up to 64 points in single and
+ *  Walsh-Hadamard transforms of up to 512 points, and for the DCT-IV of up to 64 points in single and
  *  32 in double precision: transforms that stand side by side fill the lanes of vectors as they are.
- *  Longer ones are fastest contiguous on both sides. So is every batch that leaves the caches, as the
- *  rows of an element-major array are far apart. Contiguous transforms are transposed on the way, in the
+ *  Longer ones are fastest contiguous on both sides. A DCT-IV of up to 1,024 points takes up to half as
+ *  long again if it is element-major, as it is transposed on the way and back, and a longer one two to
+ *  four times as long. Every batch that leaves the caches is fastest contiguous, as the rows of an
+ *  element-major array are far apart. Contiguous transforms are transposed on the way, in the
  *  first-level cache, or run side by side. A layout that is contiguous on one side and element-major
  *  on the other takes no pass of its own to transpose. Any other strides are gathered and scattered
  *  one element at a time. A batch that does not fill a vector, of 2 to 16 transforms, takes about as

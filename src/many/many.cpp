@@ -304,68 +304,92 @@ auto singleWht(const float*) { return zvxgWHT_32f; }
 auto singleWht(const double*) { return zvxgWHT_64f; }
 
 // Transforms that are longer than the kernels, as many at a time as a cache line has numbers. Parts
-// of them are loaded into a block and get the stages of the low bits of the index there; those of the
-// high bits follow in the destination, in place. These are the stages of a single transform in their
-// order. Rows that lie powers of two apart compete for a few places of a cache, so each is read and
-// written once for all of its numbers, and in the order of memory where there are many. A
-// part may be twice as large if it is the only one: that takes less time than another pass.
+// of them get the stages of the low bits of the index: those inside runs of rows from the source to a
+// block, those between the runs from there to the destination. The stages of the high bits follow in
+// the destination, in place. These are the stages of a single transform in their order. Rows that lie
+// powers of two apart compete for a few places of a cache, so in the block runs are an odd number of
+// lines apart. A part may be twice as large if it is the only one: that takes less time than another
+// pass.
 template <class T>
 void whtInParts(const Arrays<T>& arrays, int32_t order, const T* factor) {
   constexpr int kPartOrder = 9, kWholeOrder = 10;
-  using Rows = Block<T, 64>;
+  constexpr int kMostRuns = 1 << kWholeOrder / 2, kLongestRun = 1 << (kWholeOrder + 1) / 2;
+  using Rows = Block<T, kLine>;
   constexpr std::ptrdiff_t kAtOnce = Rows::kStep;
   static constexpr T kNoFactor = 1;
   const auto& kernels = Machine<T>::wht();
   const int partOrder = order <= kWholeOrder ? order : kPartOrder, highOrder = order - partOrder;
-  const std::ptrdiff_t part = 1 << partOrder;
-  alignas(64) T numbers[kAtOnce << kWholeOrder];
-  const Rows block = {numbers};
-  // The stages of `bits` bits of the index of rows in the block.
-  const auto stages = [&](int bits, std::ptrdiff_t firstRow, std::ptrdiff_t rowStep, const T* by) {
-    T* const at = numbers + firstRow * kAtOnce;
-    const std::ptrdiff_t step = rowStep * kAtOnce;
+  const int part = 1 << partOrder, runs = 1 << partOrder / 2, run = part / runs;
+  const std::ptrdiff_t runStep = (run + 1) * kAtOnce;
+  alignas(64) T numbers[kMostRuns * (kLongestRun + 1) * kAtOnce];
+  // The stages of the bits of the index of so many rows.
+  const auto stages = [&](int rows, const T* from, std::ptrdiff_t fromStep, T* to,
+                          std::ptrdiff_t toStep, const T* by) {
+    const auto bits = std::countr_zero(static_cast<unsigned>(rows));
     const auto& kernel = kernels[static_cast<std::size_t>(bits - 1)];
-    kernel.run(at, step, at, step, by, kAtOnce / kernel.transforms);
+    kernel.run(from, fromStep, to, toStep, by, kAtOnce / kernel.transforms);
   };
+  const Side<const T> src = arrays.source(1 << order);
+  const Side<T> dst = arrays.destination(1 << order);
+  const Side<const T> written = {dst.at, dst.stride, dst.dist, dst.elements, 1, false};
   for (std::int64_t first = 0; first < arrays.howmany; first += kAtOnce) {
     const std::int64_t count = std::min<std::int64_t>(kAtOnce, arrays.howmany - first);
-    const auto& [from, srcStride, srcDist, to, dstStride, dstDist, howmany] = arrays;
-    const int lowBits = partOrder - partOrder / 2, low = 1 << lowBits;
-    for (std::ptrdiff_t at = 0; at < std::ptrdiff_t{1} << order; at += part) {
-      load<1>(Side<const T>{from + at * srcStride, srcStride, srcDist, static_cast<int>(part), 1,
-                            false},
-              first, count, kAtOnce, block);
-      for (std::ptrdiff_t i = 0; i < part; i += low) stages(lowBits, i, 1, &kNoFactor);
-      for (std::ptrdiff_t i = 0; i < low; ++i) {
-        stages(partOrder - lowBits, i, low, highOrder == 0 ? factor : &kNoFactor);
+    const bool fromRows = src.isRows() && count == kAtOnce;
+    const bool toRows = dst.isRows() && count == kAtOnce;
+    for (std::ptrdiff_t at = 0; at < dst.elements; at += part) {
+      for (int i = 0; i < runs; ++i) {
+        const Side<const T> from = src.part(at + i * run, run);
+        T* const to = numbers + i * runStep;
+        if (!fromRows) load<1>(from, first, count, kAtOnce, Rows{to});
+        stages(run, fromRows ? from.transform(first) : to, fromRows ? from.stride : kAtOnce, to,
+               kAtOnce, &kNoFactor);
       }
-      store<1>(block,
-               Side<T>{to + at * dstStride, dstStride, dstDist, static_cast<int>(part), 1, false},
-               first, count);
+      for (int i = 0; i < run; ++i) {
+        T* const from = numbers + i * kAtOnce;
+        const Side<T> to = dst.part(at + i, runs, run);
+        stages(runs, from, runStep, toRows ? to.transform(first) : from,
+               toRows ? to.stride : runStep, highOrder == 0 ? factor : &kNoFactor);
+      }
+      for (int i = 0; !toRows && i < runs; ++i) {
+        store<1>(Rows{numbers + i * runStep}, dst.part(at + i * run, run), first, count);
+      }
     }
-    for (std::ptrdiff_t i = 0; highOrder > 0 && i < part; ++i) {
-      const Side<T> column = {
-          to + i * dstStride, part * dstStride, dstDist, 1 << highOrder, 1, false};
-      load<1>(Side<const T>{column.at, column.stride, dstDist, column.elements, 1, false}, first,
-              count, kAtOnce, block);
-      stages(highOrder, 0, 1, factor);
-      store<1>(block, column, first, count);
+    const int parts = 1 << highOrder;
+    for (int i = 0; parts > 1 && i < part; ++i) {
+      const Side<T> column = dst.part(i, parts, part);
+      T* const at = toRows ? column.transform(first) : numbers;
+      const std::ptrdiff_t step = toRows ? column.stride : kAtOnce;
+      if (!toRows) load<1>(written.part(i, parts, part), first, count, kAtOnce, Rows{numbers});
+      stages(parts, at, step, at, step, factor);
+      if (!toRows) store<1>(Rows{numbers}, column, first, count);
     }
   }
 }
 
-// Single calls, which share a buffer.
+// Single calls, which share a buffer if they need one.
 template <class T>
 int32_t whtOneByOne(const Arrays<T>& arrays, int32_t order, int32_t flag, T* buffer) {
-  const bool own = buffer == nullptr;
-  if (own) buffer = static_cast<T*>(zvxMalloc(wht::bufferBytes<T>(order)));
-  if (buffer == nullptr) return zvxErrNullPointer;
-  for (std::int64_t k = 0; k < arrays.howmany; ++k) {
-    singleWht(buffer)(arrays.src + k * arrays.srcDist, arrays.dst + k * arrays.dstDist, order, flag,
-                      reinterpret_cast<uint8_t*>(buffer));
-  }
+  const int bufferBytes = wht::bufferBytes<T>(order);
+  const bool own = bufferBytes > 0 && buffer == nullptr;
+  if (own) buffer = static_cast<T*>(zvxMalloc(bufferBytes));
+  if (own && buffer == nullptr) return zvxErrNullPointer;
+  oneByOne(arrays.source(1 << order), arrays.destination(1 << order), arrays.howmany,
+           [&](const T* src, T* dst) {
+             singleWht(src)(src, dst, order, flag, reinterpret_cast<uint8_t*>(buffer));
+           });
   if (own) zvxFree(buffer);
   return zvxOk;
+}
+
+// Of contiguous transforms, whether to transpose them takes longer than rows save. Single calls read and
+// write memory in order, which is all that counts beyond the caches.
+template <class T>
+bool isFastestOneByOne(const Arrays<T>& arrays, int32_t order) {
+  constexpr int kFirstOrder = 4;
+  const auto src = arrays.source(1 << order);
+  const auto dst = arrays.destination(1 << order);
+  return order > kLaneOrders ||
+         (order >= kFirstOrder && (sizeof(T) == 8 || outgrowsCaches<1>(src, dst, arrays.howmany)));
 }
 
 template <class T>
@@ -374,12 +398,14 @@ int32_t whtMany(const Arrays<T>& arrays, int32_t order, int32_t flag, T* buffer)
   if (status != zvxOk || arrays.howmany == 0) return status;
   const std::size_t place = static_cast<std::size_t>(order - 1);
   const T* const factor = &kWhtFactors<T>[place].ofFlag[flag];
+  if (arrays.isContiguous() && isFastestOneByOne(arrays, order)) {
+    return whtOneByOne(arrays, order, flag, buffer);
+  }
   if (order <= kLaneOrders) {
     runRows<1>(Machine<T>::wht()[place], arrays.source(1 << order), arrays.destination(1 << order),
                arrays.howmany, factor);
     return zvxOk;
   }
-  if (arrays.isContiguous()) return whtOneByOne(arrays, order, flag, buffer);
   whtInParts(arrays, order, factor);
   return zvxOk;
 }
