@@ -37,13 +37,15 @@ constexpr std::ptrdiff_t kLine = 64, kPage = 4096;
 constexpr int kWays = 8;
 
 // One array of a batch, as reals. In a block, the elements of its transforms are rows of `unit` reals
-// for each transform. Of `bins`, real and imaginary parts are elements of their own.
+// for each transform. Of `bins`, real and imaginary parts are elements of their own, unless the kernel
+// takes bins as they are.
 template <class T>
 struct Side {
   T* at;
   std::ptrdiff_t stride, dist;
   int elements, unit;
   bool bins;
+  bool kernelTakesBins = false;
 
   std::ptrdiff_t offset(int element) const {
     return bins ? element / 2 * stride + element % 2 : element * stride;
@@ -52,7 +54,9 @@ struct Side {
   int rows() const { return bins ? elements / 2 : elements; }  // if element-major
   bool isContiguous() const { return stride == pair(); }
   bool isElementMajor() const { return dist == pair(); }
-  bool isRows() const { return isElementMajor() && !bins; }
+  // That a kernel can run on where they are. Not if they are all the same one: real and imaginary parts
+  // that are 0 apart are bins to it.
+  bool isRows() const { return isElementMajor() && stride != 0 && (!bins || kernelTakesBins); }
   // Rows whole pages apart share a few places of a first-level cache, and drive each other out before
   // the next turn.
   bool areCrowded() const {
@@ -156,11 +160,11 @@ void load(const Side<const T>& src, std::ptrdiff_t first, std::ptrdiff_t count,
   for (int i = 0; count < lanes && i < src.elements; ++i) {
     clearRow(bytes(block.row(i)), lanes * kUnit * kSize<T>);
   }
-  if (src.isRows()) {
+  if (src.isElementMajor() && src.bins) {
+    loadBins(src, first, count, block);
+  } else if (src.isElementMajor()) {
     copyRows(bytes(at), src.stride * kSize<T>, bytes(block.first), kRowBytes, src.elements,
              count * kUnit * kSize<T>);
-  } else if (src.isElementMajor()) {
-    loadBins(src, first, count, block);
   } else {
     for (int i = 0; i < src.elements; ++i) {
       copyNumbers<kUnit>(at + src.offset(i), src.dist, block.row(i), kUnit, count);
@@ -175,11 +179,11 @@ void store(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t 
   if (dst.isContiguous()) {
     contiguousFromRows<kUnit * kSize<T>>(RowsInBlock<kRowBytes>{bytes(block.first), {}},
                                          dst.elements, bytes(at), dst.dist * kSize<T>, count);
-  } else if (dst.isRows()) {
+  } else if (dst.isElementMajor() && dst.bins) {
+    storeBins(block, dst, first, count);
+  } else if (dst.isElementMajor()) {
     copyRows(bytes(block.first), kRowBytes, bytes(at), dst.stride * kSize<T>, dst.elements,
              count * kUnit * kSize<T>);
-  } else if (dst.isElementMajor()) {
-    storeBins(block, dst, first, count);
   } else {
     for (int i = 0; i < dst.elements; ++i) {
       copyNumbers<kUnit>(block.row(i), kUnit, at + dst.offset(i), dst.dist, count);
@@ -243,14 +247,46 @@ struct Memory {
   bool streams;  // rows of results
 };
 
-// run(src, srcStep, dst, dstStep, turns) does turns of `transforms` each, from rows to rows, which
-// may be the same. Rows of a side that has none of its own are in a block.
-template <int kUnit, int kElements, int kRowBytes, class T, class Run>
+// Rows that a kernel runs on: `step` reals apart, of elements or of bins.
+template <class T>
+struct KernelRows {
+  T* first;
+  std::ptrdiff_t step;
+  bool areBins = false;
+};
+
+// run(src, dst, turns) does some turns of a kernel, from rows to rows, which may be the same. This is a
+// reference to that function: the text of a batch takes more bytes than many a kernel, and so is there
+// once for all of them.
+template <class T>
+class RunTurns {
+ public:
+  template <class Run>
+  explicit RunTurns(const Run& run)
+      : run_(&run),
+        call_([](const void* function, const KernelRows<const T>& src, const KernelRows<T>& dst,
+                 std::ptrdiff_t turns) { (*static_cast<const Run*>(function))(src, dst, turns); }) {
+  }
+
+  void operator()(const KernelRows<const T>& src, const KernelRows<T>& dst,
+                  std::ptrdiff_t turns) const {
+    call_(run_, src, dst, turns);
+  }
+
+ private:
+  const void* run_;
+  void (*call_)(const void*, const KernelRows<const T>&, const KernelRows<T>&, std::ptrdiff_t);
+};
+
+// Turns of `transforms` each. Rows of a side that has none of its own are in a block.
+template <int kUnit, int kElements, int kRowBytes, class T>
 void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
-                  std::ptrdiff_t howmany, Memory memory, const Run& run) {
+                  std::ptrdiff_t howmany, Memory memory, const RunTurns<T>& run) {
   using Rows = Block<T, kRowBytes>;
   alignas(64) T numbers[kElements * Rows::kStep];
   const Rows block = {numbers};
+  const KernelRows<const T> fromBlock = {numbers, Rows::kStep};
+  const KernelRows<T> toBlock = {numbers, Rows::kStep};
   constexpr bool kIsLarge = kRowBytes > 512;
   const bool fromRows = src.isRows() && !(kIsLarge && src.areCrowded());
   const bool toRows = dst.isRows() && !(kIsLarge && dst.areCrowded()) && !memory.streams;
@@ -260,8 +296,8 @@ void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
   for (std::ptrdiff_t first = 0; first < full; first += panel) {
     const std::ptrdiff_t count = std::min(panel, full - first);
     if (!fromRows) load<kUnit>(src, first, count, count, block);
-    run(fromRows ? src.transform(first) : numbers, fromRows ? src.stride : Rows::kStep,
-        toRows ? dst.transform(first) : numbers, toRows ? dst.stride : Rows::kStep,
+    run(fromRows ? KernelRows<const T>{src.transform(first), src.stride, src.bins} : fromBlock,
+        toRows ? KernelRows<T>{dst.transform(first), dst.stride, dst.bins} : toBlock,
         count / transforms);
     if (memory.fetches) {
       const std::ptrdiff_t next = first + count, nextCount = std::min(panel, full - next);
@@ -280,7 +316,7 @@ void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
   if (memory.streams) _mm_sfence();
   if (rest == 0) return;
   load<kUnit>(src, full, rest, transforms, block);
-  run(numbers, Rows::kStep, numbers, Rows::kStep, 1);
+  run(fromBlock, toBlock, 1);
   store<kUnit>(block, dst, full, rest);
 }
 
@@ -306,7 +342,8 @@ bool outgrowsCaches(const Side<const T>& src, const Side<T>& dst, std::ptrdiff_t
 // lines.
 template <int kUnit, class T, class Run>
 void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std::ptrdiff_t howmany,
-              const Run& run) {
+              const Run& function) {
+  const RunTurns<T> run(function);
   constexpr int kFew = 18, kMost = 128;  // 16 samples are 9 bins; the orders of a kernel end with 7
   constexpr int kLarge = kMaxLength + 2, kRun = 15 * kLine;
   constexpr std::ptrdiff_t kNearBytes = 1 << 21;

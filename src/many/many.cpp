@@ -156,8 +156,9 @@ void runRows(const Kernel<Run<T>>& kernel, const Side<const T>& src, const Side<
              std::int64_t howmany, const T* factor) {
   runBatch<kUnit>(
       src, dst, kernel.transforms, howmany,
-      [&](const T* from, std::ptrdiff_t fromStep, T* to, std::ptrdiff_t toStep,
-          std::ptrdiff_t turns) { kernel.run(from, fromStep, to, toStep, factor, turns); });
+      [&](const KernelRows<const T>& from, const KernelRows<T>& to, std::ptrdiff_t turns) {
+        kernel.run(from.first, from.step, to.first, to.step, factor, turns);
+      });
 }
 
 // Of short contiguous transforms, whole turns; the others are left.
@@ -247,10 +248,14 @@ int spectrumSize(int32_t len) {
 
 // Where a layout has its bins in rows.
 template <Layout kLayout, class T>
-SpectrumRows<T> spectrumRows(T* rows, std::ptrdiff_t step, int32_t len) {
-  if (kHasBins<kLayout>) return {rows, rows + len * step, rows + 2 * step, step};
-  if (kLayout == Layout::Perm && len % 2 == 0) return {rows, rows + step, rows + 2 * step, step};
-  return {rows, rows + (len - 1) * step, rows + step, step};
+SpectrumRows<T> spectrumRows(const KernelRows<T>& rows, int32_t len) {
+  const auto& [first, step, areBins] = rows;
+  if (areBins) return {first, first + len / 2 * step, first + step, step, 0};
+  const auto parts = [&](std::ptrdiff_t last, std::ptrdiff_t between) -> SpectrumRows<T> {
+    return {first, first + last * step, first + between * step, 2 * step, step};
+  };
+  if (kHasBins<kLayout>) return parts(len, 2);
+  return kLayout == Layout::Perm && len % 2 == 0 ? parts(1, 2) : parts(len - 1, 1);
 }
 
 template <Layout kLayout, class T>
@@ -264,15 +269,15 @@ int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
     left = runContiguous(Machine<T>::contiguous().toSpectrum[static_cast<int>(kLayout)], len,
                          factor, arrays);
   }
-  runBatch<1>(left.source(len), left.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>),
-              kernel.transforms, left.howmany,
-              [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
-                  std::ptrdiff_t turns) {
-                kernel.run(src, srcStep, spectrumRows<kLayout>(dst, dstStep, len), factor, turns);
-                if (kHasBins<kLayout>) {
+  Side<T> dst = left.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>);
+  dst.kernelTakesBins = kernel.takesBins;
+  runBatch<1>(left.source(len), dst, kernel.transforms, left.howmany,
+              [&](const KernelRows<const T>& from, const KernelRows<T>& to, std::ptrdiff_t turns) {
+                kernel.run(from.first, from.step, spectrumRows<kLayout>(to, len), factor, turns);
+                if (kHasBins<kLayout> && !to.areBins) {
                   const std::ptrdiff_t rowBytes = turns * kernel.transforms * kSize<T>;
-                  clearRow(bytes(dst + dstStep), rowBytes);
-                  if (len % 2 == 0) clearRow(bytes(dst + (len + 1) * dstStep), rowBytes);
+                  clearRow(bytes(to.first + to.step), rowBytes);
+                  if (len % 2 == 0) clearRow(bytes(to.first + (len + 1) * to.step), rowBytes);
                 }
               });
   return zvxOk;
@@ -289,11 +294,11 @@ int32_t toSamplesMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
     left = runContiguous(Machine<T>::contiguous().toSamples[static_cast<int>(kLayout)], len, factor,
                          arrays);
   }
-  runBatch<1>(left.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>), left.destination(len),
-              kernel.transforms, left.howmany,
-              [&](const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_t dstStep,
-                  std::ptrdiff_t turns) {
-                kernel.run(spectrumRows<kLayout>(src, srcStep, len), dst, dstStep, factor, turns);
+  Side<const T> src = left.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>);
+  src.kernelTakesBins = kernel.takesBins;
+  runBatch<1>(src, left.destination(len), kernel.transforms, left.howmany,
+              [&](const KernelRows<const T>& from, const KernelRows<T>& to, std::ptrdiff_t turns) {
+                kernel.run(spectrumRows<kLayout>(from, len), to.first, to.step, factor, turns);
               });
   return zvxOk;
 }

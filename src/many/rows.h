@@ -33,15 +33,18 @@ using Run = void (*)(const T* src, std::ptrdiff_t srcStep, T* dst, std::ptrdiff_
                      const T* factor, std::ptrdiff_t turns);
 
 // Rows of a half spectrum, by which one kernel serves every layout: R[0]; R[N/2] of an even length;
-// and of the bins between, R[k] at between + (2k - 2) * step and I[k] one step behind. The
-// imaginary parts that are always zero are neither read nor written. Turns advance all three
-// pointers.
+// and of the bins between, R[k] at between + (k - 1) * step and I[k] `parts` behind. The imaginary
+// parts that are always zero are neither read nor written. If `parts` is 0, these are rows of bins
+// with their parts interleaved instead, as in memory, and the zeros are written with the others.
+// Turns advance all three pointers.
 template <class T>
 struct SpectrumRows {
   T* first;
   T* last;
   T* between;
-  std::ptrdiff_t step;
+  std::ptrdiff_t step, parts;
+
+  bool areBins() const { return parts == 0; }
 };
 
 template <class T>
@@ -58,6 +61,12 @@ struct Kernel {
   int transforms;
 };
 
+// One of those that have a half spectrum, and whether it takes rows of bins.
+template <class Run>
+struct SpectrumKernel : Kernel<Run> {
+  bool takesBins;
+};
+
 // All kernels of a machine, by length - kMinLength; complex ones forward and inverse. It may have
 // kernels of a machine below, whose turns take fewer transforms.
 template <class T>
@@ -65,8 +74,8 @@ struct Kernels {
   int lanes;  // reals in a register
   Kernel<Run<T>> rows[2][kLengths];
   Kernel<Run<T>> beside[2][kLengths];
-  Kernel<RunToSpectrum<T>> toSpectrum[kLengths];
-  Kernel<RunToSamples<T>> toSamples[kLengths];
+  SpectrumKernel<RunToSpectrum<T>> toSpectrum[kLengths];
+  SpectrumKernel<RunToSamples<T>> toSamples[kLengths];
   Kernel<Run<T>> hartley[kLengths];
 };
 

@@ -332,15 +332,85 @@ class PartRows {
   Order order_;
 };
 
-// A half spectrum of kLength samples, by the places that Pack has for its numbers.
+// ---- Half spectra
+
+template <class V>
+struct Two {
+  V low, high;
+};
+
+// Parts are joined to bins, or bins split into parts: number i of the two results is from(i) of the two.
+enum class Bins {
+  Joined,
+  Split
+};
+
+template <class V, Bins kBins>
+constexpr int from(int i) {
+  constexpr int kCount = kLanes<V>;
+  if (kBins == Bins::Joined) return i / 2 + i % 2 * kCount;
+  return i < kCount ? 2 * i : 2 * (i - kCount) + 1;
+}
+
+template <Bins kBins, class V>
+ZVXG_INLINE inline Two<V> rearranged(Two<V> v) {
+  return [&]<int... i>(std::integer_sequence<int, i...>) ZVXG_INLINE {
+    return Two<V>{__builtin_shufflevector(v.low, v.high, from<V, kBins>(i)...),
+                  __builtin_shufflevector(v.low, v.high, from<V, kBins>(kLanes<V> + i)...)};
+  }
+  (std::make_integer_sequence<int, kLanes<V>>());
+}
+
+// The same if `bins` is not 0. A jump that the compiler does not see leaves a kernel in one piece: it
+// would take it apart at each of these, and take more text and time.
+template <Bins kBins, class V>
+ZVXG_INLINE inline Two<V> rearrangedIf(int bins, V low, V high) {
+#ifdef __AVX512F__
+  using Place = std::conditional_t<sizeof(NumberOf<V>) == 4, std::int32_t, std::int64_t>;
+  using Places = typename VectorOf<Place, kLanes<V>>::Type;
+  return [&]<int... i>(std::integer_sequence<int, i...>) ZVXG_INLINE {
+    // The second permutation has the two vectors in the other order.
+    constexpr int kOther = kLanes<V>;
+    const Places ofLow{from<V, kBins>(i)...}, ofHigh{(from<V, kBins>(kOther + i) ^ kOther)...};
+    V copy;
+    if constexpr (sizeof(Place) == 4) {
+      asm("test %3, %3\n\t"
+          "je 1f\n\t"
+          "vmovaps %0, %2\n\t"
+          "vpermt2ps %1, %4, %0\n\t"
+          "vpermt2ps %2, %5, %1\n"
+          "1:"
+          : "+&v"(low), "+&v"(high), "=&v"(copy)
+          : "r"(bins), "v"(ofLow), "v"(ofHigh)
+          : "cc");
+    } else {
+      asm("test %3, %3\n\t"
+          "je 1f\n\t"
+          "vmovapd %0, %2\n\t"
+          "vpermt2pd %1, %4, %0\n\t"
+          "vpermt2pd %2, %5, %1\n"
+          "1:"
+          : "+&v"(low), "+&v"(high), "=&v"(copy)
+          : "r"(bins), "v"(ofLow), "v"(ofHigh)
+          : "cc");
+    }
+    return Two<V>{low, high};
+  }
+  (std::make_integer_sequence<int, kLanes<V>>());
+#else
+  return bins ? rearranged<kBins>(Two<V>{low, high}) : Two<V>{low, high};
+#endif
+}
+
+// A half spectrum of kLength samples in rows of parts, by the places that Pack has for its numbers.
 template <class V, int kLength>
-class SpectrumOf {
+class PartsOfSpectrum {
   using Number = std::conditional_t<std::is_const_v<V>, const NumberOf<V>, NumberOf<V>>;
   using Vector = std::remove_const_t<V>;
 
  public:
-  ZVXG_INLINE explicit SpectrumOf(const SpectrumRows<Number>& rows)
-      : first_(rows.first), last_(rows.last), between_(rows.between, rows.step) {}
+  ZVXG_INLINE explicit PartsOfSpectrum(const SpectrumRows<Number>& rows)
+      : first_(rows.first), last_(rows.last), between_(rows.between, rows.parts) {}
 
   ZVXG_INLINE Vector load(int place) const { return loadVector<Vector>(at(place)); }
   ZVXG_INLINE void store(int place, Vector v) const { storeVector(at(place), v); }
@@ -356,8 +426,89 @@ class SpectrumOf {
   Rows<V, kLength> between_;
 };
 
+// The same, or in rows of bins. Both parts of a bin are loaded with the first of them, and stored with
+// the second; all places are constants, so nothing of that is left in a kernel.
+template <class V, int kLength>
+class BinsOfSpectrum {
+  using Number = std::conditional_t<std::is_const_v<V>, const NumberOf<V>, NumberOf<V>>;
+  using Vector = std::remove_const_t<V>;
+
+ public:
+  ZVXG_INLINE explicit BinsOfSpectrum(const SpectrumRows<Number>& rows)
+      : first_(rows.first),
+        last_(rows.last),
+        areBins_(rows.areBins()),
+        parts_(rows.areBins() ? kLanes<V> : rows.parts),
+        between_(rows.between, rows.step) {}
+
+  ZVXG_INLINE Vector load(int place) {
+    if (isReal(place)) return loadReal(place == 0 ? first_ : last_);
+    auto& [isHere, part] = bins_[(place - 1) / 2];
+    if (!isHere) {
+      Number* const at = between_.at((place - 1) / 2);
+      const Two<Vector> v = rearrangedIf<Bins::Split>(areBins_, loadVector<Vector>(at),
+                                                      loadVector<Vector>(at + parts_));
+      part[0] = v.low;
+      part[1] = v.high;
+      isHere = true;
+    }
+    return part[(place - 1) % 2];
+  }
+
+  ZVXG_INLINE void store(int place, Vector v) {
+    if (isReal(place)) return storeReal(place == 0 ? first_ : last_, v);
+    auto& [isHere, part] = bins_[(place - 1) / 2];
+    part[(place - 1) % 2] = v;
+    if (isHere) {
+      Number* const at = between_.at((place - 1) / 2);
+      const Two<Vector> bins = rearrangedIf<Bins::Joined>(areBins_, part[0], part[1]);
+      storeVector(at, bins.low);
+      storeVector(at + parts_, bins.high);
+    }
+    isHere = true;
+  }
+
+ private:
+  static constexpr int kBins = (kLength + 1) / 2;  // one more than those between
+  struct Bin {
+    bool isHere = false;
+    Vector part[2] = {};
+  };
+
+  static constexpr bool isReal(int place) {
+    return place == 0 || (kLength % 2 == 0 && place == kLength - 1);
+  }
+
+  ZVXG_INLINE Vector loadReal(Number* at) const {
+    Vector v = loadVector<Vector>(at);
+    if (areBins_) v = rearranged<Bins::Split>(Two<Vector>{v, loadVector<Vector>(at + parts_)}).low;
+    return v;
+  }
+  ZVXG_INLINE void storeReal(Number* at, Vector v) const {
+    if (areBins_) {
+      const Two<Vector> bins = rearranged<Bins::Joined>(Two<Vector>{v, Vector{}});
+      storeVector(at + parts_, bins.high);
+      v = bins.low;
+    }
+    storeVector(at, v);
+  }
+
+  Number *first_, *last_;
+  int areBins_;
+  std::ptrdiff_t parts_;
+  Rows<V, kBins> between_;
+  Bin bins_[kBins];
+};
+
+// Bins are for registers of 512 bits. With 256, the four shuffles of a bin would make the kernels
+// slower for the other layouts, too: by 5 % in double precision (Zen 4).
+template <class V, int kLength>
+using SpectrumOf = std::conditional_t<(ZVXG_VECTOR_BYTES > 32), BinsOfSpectrum<V, kLength>,
+                                      PartsOfSpectrum<V, kLength>>;
+
 template <class T>
 ZVXG_INLINE inline void advance(SpectrumRows<T>& rows, int reals) {
+  if (ZVXG_VECTOR_BYTES > 32 && rows.areBins()) reals *= 2;
   rows.first += reals;
   rows.last += reals;
   rows.between += reals;

@@ -169,7 +169,7 @@ constexpr Frame kToSpectrum = {
     "const $real* factor, std::ptrdiff_t turns",
     "src, srcStep, dst, factor, turns", "  SpectrumRows<$real> spectrum = dst;\n",
     R"(    const Rows<const $vector, $length> x(src, srcStep);
-    const SpectrumOf<$vector, $length> y(spectrum);
+    SpectrumOf<$vector, $length> y(spectrum);
 )",
     R"(    src += kLanes<$vector>;
     advance(spectrum, kLanes<$vector>);
@@ -179,7 +179,7 @@ constexpr Frame kToSamples = {
     "const SpectrumRows<const $real>& src, $real* dst, std::ptrdiff_t dstStep, "
     "const $real* factor, std::ptrdiff_t turns",
     "src, dst, dstStep, factor, turns", "  SpectrumRows<const $real> spectrum = src;\n",
-    R"(    const SpectrumOf<const $vector, $length> x(spectrum);
+    R"(    SpectrumOf<const $vector, $length> x(spectrum);
     const Rows<$vector, $length> y(dst, dstStep);
 )",
     R"(    advance(spectrum, kLanes<$vector>);
@@ -333,21 +333,27 @@ class Printer {
     return "void " + nameOf(id, kernel_.reading) + "(" + with(frame_.parameters) + ");\n";
   }
 
-  // "{name, transforms},"
+  // "{name, transforms}," or, of a half spectrum, "{{name, transforms}, takesBins},"
   std::string entry(const KernelId& id) const {
     if (isOfAvx()) return entryOfAvx(id);
-    const std::string name = nameOf(id, kernel_.reading);
-    return with("    {$name, ZVXG_VECTOR_BYTES / $bytes},\n",
-                {{"name", name}, {"bytes", std::to_string(groupBytes())}});
+    const std::string transforms = "ZVXG_VECTOR_BYTES / " + std::to_string(groupBytes());
+    return entry(id, nameOf(id, kernel_.reading), transforms, "ZVXG_VECTOR_BYTES > 32");
   }
 
   // The same where it is that of AVX for every machine.
   std::string entryOfAvx(const KernelId& id) const {
-    const std::string name = nameOf(id, kernel_.reading);
-    return "    {avx::" + name + ", " + std::to_string(kAvxBytes / groupBytes()) + "},\n";
+    return entry(id, "avx::" + nameOf(id, kernel_.reading),
+                 std::to_string(kAvxBytes / groupBytes()), "false");
   }
 
  private:
+  static std::string entry(const KernelId& id, const std::string& name,
+                           const std::string& transforms, const std::string& takesBins) {
+    const std::string kernel = "{" + listed({name, transforms}) + "}";
+    const bool isSpectrum = id.family == Family::Real;
+    return "    " + (isSpectrum ? "{" + listed({kernel, takesBins}) + "}" : kernel) + ",\n";
+  }
+
   bool isOfAvx() const { return kernel_.reading == Reading::Beside; }
 
   int groupBytes() const { return groupBytesOf(kernel_.id, kernel_.reading); }
