@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "frame/frame.h"
 #include "frame/unroll.h"
 
 namespace zvxg {
@@ -62,22 +63,33 @@ using FirstIndices = std::make_integer_sequence<int, kCount>;
 
 // ---- Memory
 
-// So many neighbours, from any address.
-template <int kCount, class T>
-ZVXG_INLINE inline auto load(const T* p) {
-  if constexpr (kCount * sizeof(T) == 8) {
+// So many neighbours, from any address. For each type by itself: what is deduced from an argument has
+// lost that it may be anywhere.
+template <class T, int kCount>
+using InMemory = typename VectorOf<T, kCount>::InMemory;
+
+template <int kCount>
+ZVXG_INLINE inline auto load(const Anywhere<float>* p) {
+  if constexpr (kCount == 2) {
     return FloatPair{_mm_castsi128_ps(_mm_loadu_si64(p))};
   } else {
-    return static_cast<Vector<T, kCount>>(
-        *reinterpret_cast<const typename VectorOf<T, kCount>::InMemory*>(p));
+    return Vector<float, kCount>(*reinterpret_cast<const InMemory<float, kCount>*>(p));
   }
 }
-
-template <class T, class V>
-ZVXG_INLINE inline void store(T* p, V v) {
-  *reinterpret_cast<typename VectorOf<T, kLanes<V>>::InMemory*>(p) = v;
+template <int kCount>
+ZVXG_INLINE inline auto load(const Anywhere<double>* p) {
+  return Vector<double, kCount>(*reinterpret_cast<const InMemory<double, kCount>*>(p));
 }
-ZVXG_INLINE inline void store(float* p, FloatPair v) {
+
+template <class V>
+ZVXG_INLINE inline void store(Anywhere<float>* p, V v) {
+  *reinterpret_cast<InMemory<float, kLanes<V>>*>(p) = v;
+}
+template <class V>
+ZVXG_INLINE inline void store(Anywhere<double>* p, V v) {
+  *reinterpret_cast<InMemory<double, kLanes<V>>*>(p) = v;
+}
+ZVXG_INLINE inline void store(Anywhere<float>* p, FloatPair v) {
   _mm_storel_pi(reinterpret_cast<__m64*>(p), v.all);
 }
 
