@@ -34,7 +34,7 @@ ZVXG_INLINE inline void loadRotated(const Number<S>* block, const Number<S>* tab
                                     Complex<Vector<S>> (&z)[4]) {
   using T = Number<S>;
   constexpr int kColumns = r < 4 ? r : 4;
-  Vector<S> re[4], im[4];
+  Vector<S> re[4] = {}, im[4] = {};  // g++ at -O3 does not see that all lanes are set
   if constexpr (r >= 4) {
     loadColumns<S>(block + c, 2 * r, re);
     loadColumns<S>(block + r + c, 2 * r, im);
