@@ -3,7 +3,7 @@
 // each level that the processor has, and in a build whose text for AVX-512 is compiled for AVX.
 //
 // Environment, beside that of harness.h: ZVXG_KERNEL=CToC_Many only the functions with that in their
-// name.
+// name, ZVXG_MANY_LIBRARY another build of libzvxgmany.
 
 #include <algorithm>
 #include <cstdlib>
@@ -27,9 +27,11 @@ struct Build {
   const char* file;
   int32_t level;
 };
+const char* const kOther = std::getenv("ZVXG_MANY_LIBRARY");
+const char* const kMany = kOther != nullptr ? kOther : ZVXG_MANY_FILE;
 const Build kBuilds[] = {
-    {"Avx", ZVXG_MANY_FILE, zvxManyAvx},
-    {"Avx512", ZVXG_MANY_FILE, zvxManyAvx512},
+    {"Avx", kMany, zvxManyAvx},
+    {"Avx512", kMany, zvxManyAvx512},
 #ifdef ZVXG_MANY_EMULATED_FILE
     {"EmulatedAvx512", ZVXG_MANY_EMULATED_FILE, zvxManyAvx512},
 #endif

@@ -14,6 +14,7 @@ PROGRAMS = {
     "sizes": (60, ["zvxg_tests", "--gtest_filter=Sizes.*"]),
     "dct4": (60, ["zvxg_dct4_tests", "--gtest_filter=-Dct4Large*"]),
     "reliability": (300, ["zvxg_reliability_tests"]),
+    "many": (300, ["zvxg_many_tests", "--gtest_filter=*/Avx"]),
 }
 
 MEMORY = 4 << 30
@@ -36,7 +37,8 @@ def failure(program, library, kernel="", arguments=()):
     """What a program says that fails on a library, "" if it passes. A crash is a failure, and so is
     an end by the limit."""
     seconds, words = PROGRAMS[program]
-    environment = os.environ | {"ZVXG_LIBRARY": library, "ZVXG_KERNEL": kernel, "GTEST_BRIEF": "1"}
+    under_test = "ZVXG_MANY_LIBRARY" if "many" in os.path.basename(library) else "ZVXG_LIBRARY"
+    environment = os.environ | {under_test: library, "ZVXG_KERNEL": kernel, "GTEST_BRIEF": "1"}
     words = [f"{BUILD}/tests/{words[0]}", *words[1:], *arguments]
     result = started(words, seconds, env=environment)
     output = (result.stdout + result.stderr).decode(errors="replace")

@@ -28,7 +28,8 @@ def commands():
     with open(f"{BUILD}/compile_commands.json", encoding="utf-8") as file:
         entries = json.load(file)
     # Files of which each level has its own object count as those of the base.
-    of_a_variant = re.compile(r"/zvxg_(objects_v\d\w*|kernels_\w*_for_v\d)\.dir/")
+    of_a_variant = re.compile(r"/zvxg(_objects_v\d\w*|_kernels_\w*_for_v\d|many_\w*avx512|many_emulated\w*)"
+                              r"\.dir/")
     return {entry["file"]: entry["command"] for entry in entries
             if not of_a_variant.search(entry["command"])}
 
@@ -71,8 +72,9 @@ def linked(output, *words):
     return output
 
 
-def linked_library(output, objects):
-    return linked(output, "-shared", "-Wl,-Bsymbolic-functions", *objects)
+def linked_library(output, objects, rest=()):
+    """From these objects, and archives that have the rest."""
+    return linked(output, "-shared", "-Wl,-Bsymbolic-functions", *objects, *rest)
 
 
 class Workshop:

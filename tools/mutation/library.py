@@ -10,6 +10,12 @@ from outcomes import BUILD, seeds
 # Where a part is, how many faults are seeded, which objects of the library it changes, the test
 # programs that see it with the kernels that they are kept to, and one that compiles it itself.
 Part = collections.namedtuple("Part", "directories count objects programs compiling")
+# The library, the targets that compile it, and an archive that has the rest: of libzvxgmany not
+# everything is compiled, and nothing for AVX-512.
+LIBRARIES = collections.defaultdict(
+    lambda: ("libzvxg.so", "zvxg_objects", ()),
+    many=("libzvxgmany.so", "zvxgmany_objects|zvxgmany_avx", [f"{BUILD}/src/libzvxgmany.a"]),
+)
 PARTS = {
     # One share of the kernels stands for all of them.
     "frame": Part(
@@ -23,6 +29,11 @@ PARTS = {
         ("src/dct4/",), 90, "/dct4/",
         {"hashes": "DCT4", "dct4": "", "sizes": "", "reliability": "DCT4"}, "dct4_body",
     ),
+    # Of the kernels, those that take few seconds to compile.
+    "many": Part(
+        ("src/many/",), 90, r"/src/many/(many|many_short|level|dct4_strided|lanes_\w+).cpp$",
+        {"hashes": "_Many_", "many": ""}, None,
+    ),
     "companion": Part(("include/zvxg/",), 30, "^$", {}, "companion"),
 }  # fmt: skip
 
@@ -30,12 +41,13 @@ PARTS = {
 class Library(Workshop):
     def __init__(self, name):
         self.part = part = PARTS[name]
+        self.file, target, self.rest = LIBRARIES[name]
         self.tested = sources(f"zvxg_{part.compiling}_tests")
-        self.own = [unit for unit in sources("zvxg_objects") if re.search(part.objects, unit)]
+        self.own = [unit for unit in sources(target) if re.search(part.objects, unit)]
         super().__init__(name, self.own + self.tested)
         # The unchanged copy has to pass, or nothing would be found by what fails on another.
         own, tested = ([self.originals[u] for u in units] for units in (self.own, self.tested))
-        library = own and linked_library(f"{self.tree}/libzvxg.so", own)
+        library = own and linked_library(f"{self.tree}/{self.file}", own, self.rest)
         for program in part.programs:
             if output := failure(program, library, part.programs[program]):
                 raise SystemExit(f"mutation: the unchanged copy fails {program}:\n{output[-3000:]}")
@@ -45,7 +57,7 @@ class Library(Workshop):
     def found(self, file, tree):
         own, same = self.objects(self.own, file, tree)
         if not same:
-            library = linked_library(f"{tree}/libzvxg.so", own)
+            library = linked_library(f"{tree}/{self.file}", own, self.rest)
             for program, kernel in self.part.programs.items():
                 if failure(program, library, kernel):
                     return program
