@@ -67,6 +67,14 @@ def later(app, page, template, context, doctree):
         context["body"] = context["body"].replace("<img ", '<img loading="lazy" ')
 
 
+def beside_all(app, env):
+    """Every page has the table of contents beside it, and is written again when that changes."""
+    titles = {name: title.astext() for name, title in env.titles.items()}
+    contents = titles, {name: list(names) for name, names in env.toctree_includes.items()}
+    old, env.contents = getattr(env, "contents", None), contents
+    return [] if old == contents else sorted(env.found_docs)
+
+
 def complete_theme(app, failure):
     """Debian's furo takes a style sheet from another package, by an absolute path, and imports a script
     from another, which needs a server; here all of it is in the files of the site. And it has lost what
@@ -102,4 +110,5 @@ def setup(app):
     app.connect("autodoc-process-docstring", as_written)
     app.connect("builder-inited", without_jquery)
     app.connect("html-page-context", later)
+    app.connect("env-updated", beside_all)
     app.connect("build-finished", complete_theme)
