@@ -113,9 +113,13 @@ class Build:
                        if not re.match(r"-O|-D|-W(?!l,)|-Wl,-rpath|-Wl,--dependency", option)]
             arguments.append(f"link_args: [{', '.join(options)}]")
         if kind == "shared_library":
-            arguments += [f"version: '{self.version}'", f"soversion: '{self.version.split('.')[0]}'"]
+            major = self.version.split(".")[0]
             if any(output == other for other in self.texts.get("outputs", [])):
                 directory = f"printed/{name}"
+                # By the name that the loader looks for, without the link that the linker would.
+                arguments.append(f"name_suffix: 'so.{major}'")
+            else:
+                arguments += [f"version: '{self.version}'", f"soversion: '{major}'"]
             self.texts.setdefault("outputs", []).append(output)
         if install:
             where = install.partition("/")

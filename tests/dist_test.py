@@ -76,6 +76,9 @@ class Dist(unittest.TestCase):
         run("meson", "compile", "-C", place / "meson")
         self.assertRight(place / "meson")
         run("meson", "install", "-C", place / "meson")
+        # What programs are linked with is the library of all processors.
+        self.assertEqual(len(list((place / "prefix").rglob("libzvxg.so.6"))), 3)
+        self.assertEqual(len(list((place / "prefix").rglob("libzvxg.so"))), 1)
         self.assertIn(", 0 failures", run(place / "prefix/bin/zvxg-bench", "verify"))
 
     @unittest.skipUnless(shutil.which("x86_64-w64-mingw32-g++-posix") and WINE,
