@@ -5,8 +5,6 @@
 namespace kernelgen {
 namespace {
 
-using Lanes = std::vector<double>;  // a float is held exactly
-
 template <class T>
 double arithmetic(Op op, double a, double b) {
   const T x = static_cast<T>(a), y = static_cast<T>(b);
@@ -14,59 +12,51 @@ double arithmetic(Op op, double a, double b) {
   return static_cast<double>(result);
 }
 
-Lanes combined(const Node& n, const Lanes& a, const Lanes& b) {
-  Lanes out;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    out.push_back(n.precision == Precision::Single ? arithmetic<float>(n.op, a[i], b[i])
-                                                   : arithmetic<double>(n.op, a[i], b[i]));
-  }
-  return out;
+double arithmetic(const Node& n, double a, double b) {
+  return n.precision == Precision::Single ? arithmetic<float>(n.op, a, b)
+                                          : arithmetic<double>(n.op, a, b);
 }
 
 }  // namespace
 
 template <class T>
 std::vector<T> interpret(const Graph& g, std::span<const T> source, T scale) {
-  std::vector<Lanes> value(g.size());
+  std::vector<double> lanes;  // of all nodes, one behind the other; a float is held exactly
+  std::vector<std::size_t> first(g.size());
   std::vector<T> destination;
   for (NodeId id = 0; id < g.size(); ++id) {
     const Node& n = g[id];
-    Lanes& out = value[id];
-    switch (n.op) {
-      case Op::Load:
-        for (int i = 0; i < n.lanes; ++i) {
+    const auto a = [&](int lane) { return lanes[first[n.a] + lane]; };
+    const auto b = [&](int lane) { return lanes[first[n.b] + lane]; };
+    first[id] = lanes.size();
+    for (int i = 0; i < n.lanes; ++i) {
+      switch (n.op) {
+        case Op::Load: {
           const int at = n.number(i);
-          out.push_back(at == kNoElement ? 0.0 : static_cast<double>(source[at]));
+          lanes.push_back(at == kNoElement ? 0.0 : static_cast<double>(source[at]));
+          break;
         }
-        break;
-      case Op::Const:
-        for (const RoundedConstant& c : n.constants) out.push_back(c.value);
-        break;
-      case Op::Scale: out.assign(n.lanes, static_cast<double>(scale)); break;
-      case Op::Add:
-      case Op::Sub:
-      case Op::Mul: out = combined(n, value[n.a], value[n.b]); break;
-      case Op::Flip:
-        for (int i = 0; i < n.lanes; ++i) out.push_back(n.mask[i] ? -value[n.a][i] : value[n.a][i]);
-        break;
-      case Op::Shuffle:
-        for (int from : n.select) {
-          const int width = g[n.a].lanes;
-          out.push_back(from < width ? value[n.a][from] : value[n.b][from - width]);
+        case Op::Const: lanes.push_back(n.constants[i].value); break;
+        case Op::Scale: lanes.push_back(static_cast<double>(scale)); break;
+        case Op::Add:
+        case Op::Sub:
+        case Op::Mul: lanes.push_back(arithmetic(n, a(i), b(i))); break;
+        case Op::Flip: lanes.push_back(n.mask[i] ? -a(i) : a(i)); break;
+        case Op::Shuffle: {
+          const int from = n.select[i], width = g[n.a].lanes;
+          lanes.push_back(from < width ? a(from) : b(from - width));
+          break;
         }
-        break;
-      case Op::Widen: out = value[n.a]; break;
-      case Op::Round:
-        for (double x : value[n.a]) out.push_back(static_cast<double>(static_cast<float>(x)));
-        break;
-      case Op::Store:
-        for (int i = 0; i < n.lanes; ++i) {
+        case Op::Widen: lanes.push_back(a(i)); break;
+        case Op::Round: lanes.push_back(static_cast<double>(static_cast<float>(a(i)))); break;
+        case Op::Store: {
           const int at = n.number(i);
-          if (at == kNoElement) continue;
+          if (at == kNoElement) break;
           if (at >= std::ssize(destination)) destination.resize(at + 1);
-          destination[at] = static_cast<T>(value[n.a][i]);
+          destination[at] = static_cast<T>(a(i));
+          break;
         }
-        break;
+      }
     }
   }
   return destination;
