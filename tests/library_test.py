@@ -4,6 +4,7 @@ Run with --help for the arguments; what follows them goes to unittest, such as -
 
 import argparse
 import collections
+import csv
 import graphlib
 import json
 import os
@@ -68,6 +69,25 @@ class Header(TestCase):
         with open(options.ledger, encoding="utf-8") as file:
             current = file.read() == output_of(options.kernelgen, "counts")
         self.assertTrue(current, "run: kernelgen counts > tools/kernelgen/ledger.csv")
+
+    def test_products_are_those_of_the_table(self):
+        """What a real or Hartley kernel multiplies shows which blocks it is made of. Blocks share products
+        beyond what the table counts at the lengths of certain Rader steps, or multiples of them, and on
+        the way back at those of 13 and of parts of a power of two."""
+        forward = {29, 37, 41, 53, 58, 59, 61}
+        others = {13, 26, 29, 31, 37, 39, 41, 48, 52, 53, 58, 59, 60, 61, 62, 64}
+        with open(options.ledger, encoding="utf-8") as file:
+            ledger = {row["symbol"]: row for row in csv.DictReader(file)}
+        for kernel in filter(is_generated, options.interface):
+            if kernel["family"] == "Complex":
+                continue
+            row, length = ledger[kernel["symbol"]], kernel["first"]
+            with self.subTest(kernel["symbol"]):
+                is_forward = kernel["family"] == "Real" and kernel["direction"] == "Forward"
+                stated = int(row["stated"])
+                fewer = stated // 5 if length in (forward if is_forward else others) else 0
+                self.assertIn(int(row["products"]), range(stated - fewer, stated + 1))
+                self.assertEqual(int(row["scales"]), length)
 
     def test_it_compiles_without_a_warning(self):
         """The headers by each compiler and standard."""
