@@ -255,33 +255,11 @@ struct KernelRows {
   bool areBins = false;
 };
 
-// run(src, dst, turns) does some turns of a kernel, from rows to rows, which may be the same. This is a
-// reference to that function: the text of a batch takes more bytes than many a kernel, and so is there
-// once for all of them.
-template <class T>
-class RunTurns {
- public:
-  template <class Run>
-  explicit RunTurns(const Run& run)
-      : run_(&run),
-        call_([](const void* function, const KernelRows<const T>& src, const KernelRows<T>& dst,
-                 std::ptrdiff_t turns) { (*static_cast<const Run*>(function))(src, dst, turns); }) {
-  }
-
-  void operator()(const KernelRows<const T>& src, const KernelRows<T>& dst,
-                  std::ptrdiff_t turns) const {
-    call_(run_, src, dst, turns);
-  }
-
- private:
-  const void* run_;
-  void (*call_)(const void*, const KernelRows<const T>&, const KernelRows<T>&, std::ptrdiff_t);
-};
-
-// Turns of `transforms` each. Rows of a side that has none of its own are in a block.
-template <int kUnit, int kElements, int kRowBytes, class T>
+// run(src, dst, turns) does turns of `transforms` each, from rows to rows, which may be the same. Rows
+// of a side that has none of its own are in a block.
+template <int kUnit, int kElements, int kRowBytes, class T, class Run>
 void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
-                  std::ptrdiff_t howmany, Memory memory, const RunTurns<T>& run) {
+                  std::ptrdiff_t howmany, Memory memory, const Run& run) {
   using Rows = Block<T, kRowBytes>;
   alignas(64) T numbers[kElements * Rows::kStep];
   const Rows block = {numbers};
@@ -342,8 +320,7 @@ bool outgrowsCaches(const Side<const T>& src, const Side<T>& dst, std::ptrdiff_t
 // lines.
 template <int kUnit, class T, class Run>
 void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std::ptrdiff_t howmany,
-              const Run& function) {
-  const RunTurns<T> run(function);
+              const Run& run) {
   constexpr int kFew = 18, kMost = 128;  // 16 samples are 9 bins; the orders of a kernel end with 7
   constexpr int kLarge = kMaxLength + 2, kRun = 15 * kLine;
   constexpr std::ptrdiff_t kNearBytes = 1 << 21;

@@ -247,16 +247,49 @@ int spectrumSize(int32_t len) {
 }
 
 // Where a layout has its bins in rows.
-template <Layout kLayout, class T>
-SpectrumRows<T> spectrumRows(const KernelRows<T>& rows, int32_t len) {
-  const auto& [first, step, areBins] = rows;
-  if (areBins) return {first, first + len / 2 * step, first + step, step, 0};
-  const auto parts = [&](std::ptrdiff_t last, std::ptrdiff_t between) -> SpectrumRows<T> {
-    return {first, first + last * step, first + between * step, 2 * step, step};
-  };
-  if (kHasBins<kLayout>) return parts(len, 2);
-  return kLayout == Layout::Perm && len % 2 == 0 ? parts(1, 2) : parts(len - 1, 1);
+template <class T>
+SpectrumRows<T> spectrumRows(Layout layout, const KernelRows<T>& rows, int32_t len) {
+  T* const first = rows.first;
+  const std::ptrdiff_t step = rows.step;
+  if (rows.areBins) return {first, first + len / 2 * step, first + step, step, 0};
+  const bool isPerm = layout == Layout::Perm && len % 2 == 0;
+  const std::ptrdiff_t last = layout == Layout::Ccs ? len : isPerm ? 1 : len - 1;
+  const std::ptrdiff_t between = layout == Layout::Ccs || isPerm ? 2 : 1;
+  return {first, first + last * step, first + between * step, 2 * step, step};
 }
+
+// What runs turns of a batch. The layout is no argument of a template, as the text of a batch takes more
+// bytes than many a kernel.
+template <class T>
+struct ToSpectrum {
+  SpectrumKernel<RunToSpectrum<T>> kernel;
+  Layout layout;
+  int32_t len;
+  const T* factor;
+
+  void operator()(const KernelRows<const T>& src, const KernelRows<T>& dst,
+                  std::ptrdiff_t turns) const {
+    kernel.run(src.first, src.step, spectrumRows(layout, dst, len), factor, turns);
+    if (layout == Layout::Ccs && !dst.areBins) {
+      const std::ptrdiff_t rowBytes = turns * kernel.transforms * kSize<T>;
+      clearRow(bytes(dst.first + dst.step), rowBytes);
+      if (len % 2 == 0) clearRow(bytes(dst.first + (len + 1) * dst.step), rowBytes);
+    }
+  }
+};
+
+template <class T>
+struct ToSamples {
+  SpectrumKernel<RunToSamples<T>> kernel;
+  Layout layout;
+  int32_t len;
+  const T* factor;
+
+  void operator()(const KernelRows<const T>& src, const KernelRows<T>& dst,
+                  std::ptrdiff_t turns) const {
+    kernel.run(spectrumRows(layout, src, len), dst.first, dst.step, factor, turns);
+  }
+};
 
 template <Layout kLayout, class T>
 int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
@@ -272,14 +305,7 @@ int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   Side<T> dst = left.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>);
   dst.kernelTakesBins = kernel.takesBins;
   runBatch<1>(left.source(len), dst, kernel.transforms, left.howmany,
-              [&](const KernelRows<const T>& from, const KernelRows<T>& to, std::ptrdiff_t turns) {
-                kernel.run(from.first, from.step, spectrumRows<kLayout>(to, len), factor, turns);
-                if (kHasBins<kLayout> && !to.areBins) {
-                  const std::ptrdiff_t rowBytes = turns * kernel.transforms * kSize<T>;
-                  clearRow(bytes(to.first + to.step), rowBytes);
-                  if (len % 2 == 0) clearRow(bytes(to.first + (len + 1) * to.step), rowBytes);
-                }
-              });
+              ToSpectrum<T>{kernel, kLayout, len, factor});
   return zvxOk;
 }
 
@@ -297,9 +323,7 @@ int32_t toSamplesMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   Side<const T> src = left.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>);
   src.kernelTakesBins = kernel.takesBins;
   runBatch<1>(src, left.destination(len), kernel.transforms, left.howmany,
-              [&](const KernelRows<const T>& from, const KernelRows<T>& to, std::ptrdiff_t turns) {
-                kernel.run(spectrumRows<kLayout>(from, len), to.first, to.step, factor, turns);
-              });
+              ToSamples<T>{kernel, kLayout, len, factor});
   return zvxOk;
 }
 
