@@ -24,11 +24,7 @@ class Pairing {
         units_(units),
         width_(width),
         growth_(growth),
-        partner_(units.size(), kFree),
-        region_(units.size(), kFree),
-        kind_(units.size(), kFree),
-        inputs_(units.size()),
-        left_(units.size()),
+        states_(units.size()),
         operands_(units.size()),
         users_(units.size()),
         outputs_(units.size()) {
@@ -39,11 +35,14 @@ class Pairing {
     std::map<Kind, int> kinds;
     for (int u = 0; u < size(); ++u) {
       if (std::ssize(units[u].atoms) != width) continue;
-      kind_[u] = kinds.try_emplace(kind(u), static_cast<int>(kinds.size())).first->second;
+      State& state = states_[u];
+      state.kind = kinds.try_emplace(kind(u), static_cast<int>(kinds.size())).first->second;
       members_.resize(kinds.size());
-      members_[kind_[u]].push_back(u);
-      inputs_[u] = atom(u).inputs();
-      for (int s = 0; s < inputs_[u]; ++s) {
+      members_[state.kind].push_back(u);
+      state.inputs = atom(u).inputs();
+      state.isSum = atom(u).op == Op::Add;
+      const int inputs = state.inputs;  // operand() may add states
+      for (int s = 0; s < inputs; ++s) {
         const Operand o = operand(units[u].in[s], home);
         operands_[u][s] = o;
         if (o.unit >= 0) users_[o.unit].push_back({u, s});
@@ -72,14 +71,15 @@ class Pairing {
   // kernels the first units of each kind are seeds for all others of that kind.
   bool takeRegions(int count) {
     std::size_t open = 1;
-    for (int u = 0; u < size(); ++u) open += kind_[u] != kFree && partner_[u] == kFree;
+    for (int u = 0; u < size(); ++u)
+      open += states_[u].kind != kFree && states_[u].partner == kFree;
     const std::size_t perKind = 1 + count / open;
     std::priority_queue<Seed> seeds;
     tried_.assign(units_.size() * units_.size(), false);
     for (const std::vector<int>& members : members_) {
       std::size_t left = perKind;
       for (int u : members) {
-        if (partner_[u] != kFree) continue;
+        if (states_[u].partner != kFree) continue;
         for (int v : members) {
           if (isOpen(u, v) && !tried_[u * units_.size() + v]) offer(seeds, u, v);
           if (isOpen(v, u) && !tried_[v * units_.size() + u]) offer(seeds, v, u);
@@ -91,7 +91,7 @@ class Pairing {
     while (!seeds.empty()) {
       const Seed best = seeds.top();
       seeds.pop();
-      if (partner_[best.u] != kFree || partner_[best.v] != kFree) continue;
+      if (states_[best.u].partner != kFree || states_[best.v].partner != kFree) continue;
       grow(best.u, best.v);
       const double gain = regionGain();
       if (gain <= kLeastGain) {
@@ -128,6 +128,15 @@ class Pairing {
     int unit, slot;
   };
 
+  // What regions ask of a unit again and again, side by side.
+  struct State {
+    int partner = kFree, region = kFree;  // for good, and of the region that is tried
+    int kind = kFree;
+    int inputs = 0;
+    bool isLeft = false;
+    bool isSum = false;
+  };
+
   struct Pair {
     int u, v;
     bool crossed;
@@ -150,11 +159,7 @@ class Pairing {
     const auto [known, isNew] = unitOfLoads_.try_emplace(atoms, next);
     if (isNew) {
       loads_.push_back(std::move(atoms));
-      partner_.push_back(kFree);
-      region_.push_back(kFree);
-      left_.push_back(false);
-      kind_.push_back(kLoads);
-      inputs_.push_back(0);
+      states_.push_back({.kind = kLoads});
       operands_.emplace_back();
       users_.emplace_back();
       outputs_.emplace_back();
@@ -201,14 +206,16 @@ class Pairing {
   // ---- Regions
 
   bool isOpen(int u, int v) const {
-    return u != v && partner_[u] == kFree && partner_[v] == kFree && region_[u] == kFree &&
-           region_[v] == kFree && kind_[u] != kFree && kind_[u] == kind_[v];
+    const State &a = states_[u], &b = states_[v];
+    return u != v && a.partner == kFree && b.partner == kFree && a.region == kFree &&
+           b.region == kFree && a.kind != kFree && a.kind == b.kind;
   }
 
   bool arePaired(int u, int v) const { return rightOf(u) == v; }
   int rightOf(int u) const {
-    const int right = region_[u] != kFree ? region_[u] : partner_[u];
-    return right >= 0 && left_[u] ? right : kFree;
+    const State& state = states_[u];
+    const int right = state.region != kFree ? state.region : state.partner;
+    return right >= 0 && state.isLeft ? right : kFree;
   }
 
   enum Fit {
@@ -239,16 +246,18 @@ class Pairing {
 
   double misfit(int u, int v, bool crossed) const {
     double sum = 0;
-    for (int s = 0; s < inputs_[u]; ++s) sum += misfit(operands_[u][s], operands_[v][s ^ crossed]);
+    for (int s = 0; s < states_[u].inputs; ++s)
+      sum += misfit(operands_[u][s], operands_[v][s ^ crossed]);
     return sum;
   }
 
   void add(int u, int v) {
-    const bool crossed = atom(u).op == Op::Add && misfit(u, v, true) < misfit(u, v, false);
-    region_[u] = v;
-    region_[v] = u;
-    left_[u] = true;
-    left_[v] = false;
+    State &left = states_[u], &right = states_[v];
+    const bool crossed = left.isSum && misfit(u, v, true) < misfit(u, v, false);
+    left.region = v;
+    right.region = u;
+    left.isLeft = true;
+    right.isLeft = false;
     pairs_.push_back({u, v, crossed});
   }
 
@@ -257,7 +266,7 @@ class Pairing {
     add(u, v);
     for (std::size_t i = 0; i < pairs_.size(); ++i) {
       const Pair pair = pairs_[i];
-      for (int s = 0; s < inputs_[pair.u]; ++s) {
+      for (int s = 0; s < states_[pair.u].inputs; ++s) {
         const Operand &a = operands_[pair.u][s], &b = operands_[pair.v][s ^ pair.crossed];
         if (fit(a, b) == kGrowing) add(a.unit, b.unit);
       }
@@ -271,7 +280,7 @@ class Pairing {
     int partner = kFree;
     for (const User& y : others) {
       if (!isOpen(x.unit, y.unit)) continue;
-      if (x.slot != y.slot && atom(x.unit).op != Op::Add) continue;
+      if (x.slot != y.slot && !states_[x.unit].isSum) continue;
       const double m = misfit(x.unit, y.unit, x.slot != y.slot);
       if (m < best) {
         best = m;
@@ -302,10 +311,10 @@ class Pairing {
         continue;
       }
       gain += 1;
-      for (int s = 0; s < inputs_[pair.u]; ++s) {
+      for (int s = 0; s < states_[pair.u].inputs; ++s) {
         const Operand &a = operands_[pair.u][s], &b = operands_[pair.v][s ^ pair.crossed];
         const bool mixed = a.signs != b.signs && a.signs != kMixed && b.signs != kMixed;
-        if (mixed && atom(pair.u).op == Op::Add) gain -= 0.4;
+        if (mixed && states_[pair.u].isSum) gain -= 0.4;
         if (fit(a, b) == kFits) continue;
         const bool isKnown = a.unit >= 0 && b.unit >= 0;
         if (isKnown) {
@@ -314,8 +323,9 @@ class Pairing {
           gain -= 1;
         }
       }
-      const bool leaves = std::any_of(users_[pair.v].begin(), users_[pair.v].end(),
-                                      [&](const User& y) { return region_[y.unit] == kFree; });
+      const bool leaves =
+          std::any_of(users_[pair.v].begin(), users_[pair.v].end(),
+                      [&](const User& y) { return states_[y.unit].region == kFree; });
       if (leaves) gain -= growth_.escape;
       for (int element : outputs_[pair.u]) {
         const auto& other = outputs_[pair.v];
@@ -332,16 +342,16 @@ class Pairing {
 
   void forget() {
     for (const Pair& pair : pairs_) {
-      region_[pair.u] = region_[pair.v] = kFree;
-      left_[pair.u] = false;
+      states_[pair.u].region = states_[pair.v].region = kFree;
+      states_[pair.u].isLeft = false;
     }
   }
 
   void take() {
     for (const Pair& pair : pairs_) {
-      partner_[pair.u] = pair.v;
-      partner_[pair.v] = pair.u;
-      region_[pair.u] = region_[pair.v] = kFree;
+      states_[pair.u].partner = pair.v;
+      states_[pair.v].partner = pair.u;
+      states_[pair.u].region = states_[pair.v].region = kFree;
       taken_.push_back(pair);
     }
   }
@@ -349,14 +359,14 @@ class Pairing {
   std::vector<Register> joined() const {
     std::vector<Register> out;
     for (int u = 0; u < size(); ++u) {
-      if (partner_[u] == kFree) out.push_back(units_[u]);
+      if (states_[u].partner == kFree) out.push_back(units_[u]);
     }
     for (const Pair& pair : taken_) {
       if (isLoad(pair.u)) continue;
       Register unit = units_[pair.u];
       const Register& right = units_[pair.v];
       unit.atoms.insert(unit.atoms.end(), right.atoms.begin(), right.atoms.end());
-      for (int s = 0; s < inputs_[pair.u]; ++s) {
+      for (int s = 0; s < states_[pair.u].inputs; ++s) {
         const Uses& uses = right.in[s ^ pair.crossed];
         unit.in[s].insert(unit.in[s].end(), uses.begin(), uses.end());
       }
@@ -371,9 +381,8 @@ class Pairing {
   const Growth growth_;
   std::vector<std::vector<int>> loads_;  // the atoms of each unit of loads
   std::map<std::vector<int>, int> unitOfLoads_;
-  std::vector<int> partner_, region_;  // for good, and of the region that is tried
-  std::vector<int> kind_, inputs_;
-  std::vector<char> left_, tried_;
+  std::vector<State> states_;
+  std::vector<char> tried_;
   std::vector<std::vector<int>> members_;  // by kind
   std::vector<std::array<Operand, 2>> operands_;
   std::vector<std::vector<User>> users_;
