@@ -34,7 +34,7 @@ test('verify', zvxg_bench, args: ['verify'], timeout: 300)
 """
 
 # What CMake gives to g++ only.
-OF_GXX = ("-fno-tree-ter",)
+OF_GXX = re.compile(r"-fno-(tree-(?!slp)|ipa-|optimize-strlen|store-merging|split-wide-types|caller-saves)")
 
 
 class Build:
@@ -93,8 +93,8 @@ class Build:
             self.texts[""] += (
                 f"\n{variable} = static_library('{variable}', files({strings(sources)}),\n"
                 f"  include_directories: include_directories({strings(filter(None, includes))}),\n"
-                f"  cpp_args: {strings(one for one in options if one not in OF_GXX)}"
-                f" + cpp.get_supported_arguments({strings(one for one in options if one in OF_GXX)}),\n"
+                f"  cpp_args: {strings(one for one in options if not OF_GXX.match(one))}"
+                f" + cpp.get_supported_arguments({strings(one for one in options if OF_GXX.match(one))}),\n"
                 "  pic: true, build_by_default: false)\n")
             yield variable
 
