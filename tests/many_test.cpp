@@ -308,7 +308,7 @@ TEST_P(Many, ReplacesItsSources) { expectBits(library_, true); }
 TEST_P(Many, HasTheBitsInLargeBlocks) {
   constexpr std::ptrdiff_t kBytes = 17 << 20;  // of both sides
   Random random = makeRandom();
-  Memory memory(kBytes);
+  Memory memory(2 * kBytes);  // as gaps between short transforms count, too
   forEachMany(library_, [&]<class T>(const Transform<T>& transform, T) {
     if (transform.length() > 128) return;
     const Shape from = transform.source(), to = transform.destination();
@@ -326,6 +326,7 @@ TEST_P(Many, HasTheBitsInLargeBlocks) {
                             {kContiguous, kColumns},
                             {kUpwards, kElementMajor},
                             {kElementMajor, kContiguous},
+                            {kContiguous, kContiguous},
                             {kConstant, kColumns},
                             {kColumns, kUpwards}},
                            howmany, false));

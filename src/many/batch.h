@@ -57,6 +57,8 @@ struct Side {
   // That a kernel can run on where they are. Not if they are all the same one: real and imaginary parts
   // that are 0 apart are bins to it.
   bool isRows() const { return isElementMajor() && stride != 0 && (!bins || kernelTakesBins); }
+  // One transform right behind the other.
+  bool isDense() const { return isContiguous() && dist == elements * unit; }
   // Rows whole pages apart share a few places of a first-level cache, and drive each other out before
   // the next turn.
   bool areCrowded() const {
@@ -191,17 +193,25 @@ void store(const Block<T, kRowBytes>& block, const Side<T>& dst, std::ptrdiff_t 
   }
 }
 
-// Copies to memory. Its lines are not read first, and do not stay in the caches.
-inline void stream(const Byte* from, std::ptrdiff_t count, Byte* to) {
+// Copies to memory. Its lines are not read first, and do not stay in the caches. Before each,
+// `beforeLine` is called.
+template <class Body>
+ZVXG_INLINE inline void stream(const Byte* from, std::ptrdiff_t count, Byte* to,
+                               const Body& beforeLine) {
   const std::ptrdiff_t head = -reinterpret_cast<std::intptr_t>(to) & (kLine - 1);
   std::ptrdiff_t at = std::min(head, count);
   std::memcpy(to, from, at);
   for (; at + kLine <= count; at += kLine) {
+    beforeLine();
     const __m256 low = loadRow(from + at), high = loadRow(from + at + kLine / 2);
     _mm256_stream_ps(reinterpret_cast<float*>(to + at), low);
     _mm256_stream_ps(reinterpret_cast<float*>(to + at + kLine / 2), high);
   }
   std::memcpy(to + at, from + at, count - at);
+}
+
+inline void stream(const Byte* from, std::ptrdiff_t count, Byte* to) {
+  stream(from, count, to, [] {});
 }
 
 template <int kUnit, class T, int kRowBytes>
@@ -214,6 +224,9 @@ void streamRow(const Block<T, kRowBytes>& block, const Side<T>& dst, int row, st
   stream(bins, 2 * count * kSize<T>, to);
 }
 
+// To the second-level cache. Inline, as g++ drops calls of a function that does nothing but this.
+ZVXG_INLINE inline void fetchLine(const Byte* from) { _mm_prefetch(from, _MM_HINT_T1); }
+
 // What of some transforms is contiguous: rows, or each of them, or nothing.
 template <class T>
 class Runs {
@@ -225,15 +238,12 @@ class Runs {
     if (transforms_ == 0) return 0;
     return side_.isElementMajor() ? side_.rows() : side_.isContiguous() ? transforms_ : 0;
   }
-  // Into the second-level cache. Inline, as g++ drops calls of a function that does nothing but this.
   ZVXG_INLINE void fetch(std::ptrdiff_t run) const {
     const bool isRow = side_.isElementMajor();
     const Byte* const from =
         bytes(isRow ? side_.transform(first_) + run * side_.stride : side_.transform(first_ + run));
     const std::ptrdiff_t numbers = isRow ? transforms_ * side_.pair() : side_.elements * side_.unit;
-    for (std::ptrdiff_t at = 0; at < numbers * kSize<T>; at += kLine) {
-      _mm_prefetch(from + at, _MM_HINT_T1);
-    }
+    for (std::ptrdiff_t at = 0; at < numbers * kSize<T>; at += kLine) fetchLine(from + at);
   }
 
  private:
@@ -244,7 +254,7 @@ class Runs {
 // How a batch uses the memory that holds its arrays.
 struct Memory {
   bool fetches;  // the next panel, while results of one are stored
-  bool streams;  // rows of results
+  bool streams;  // results: rows by a large block, from dense transforms to such by another
 };
 
 // Rows that a kernel runs on: `step` reals apart, of elements or of bins.
@@ -277,8 +287,20 @@ void runWithBlock(const Side<const T>& src, const Side<T>& dst, int transforms,
     run(fromRows ? KernelRows<const T>{src.transform(first), src.stride, src.bins} : fromBlock,
         toRows ? KernelRows<T>{dst.transform(first), dst.stride, dst.bins} : toBlock,
         count / transforms);
-    if (memory.fetches) {
-      const std::ptrdiff_t next = first + count, nextCount = std::min(panel, full - next);
+    const std::ptrdiff_t next = first + count, nextCount = std::min(panel, full - next);
+    if (!kIsLarge && memory.streams) {
+      alignas(64) T inLine[kIsLarge ? 1 : kElements * Rows::kStep];
+      Side<T> line = dst;
+      line.at = inLine;
+      store<kUnit>(block, line, 0, count);
+      const Byte *ahead = bytes(src.transform(next)), *end = bytes(src.transform(next + nextCount));
+      const auto fetchAhead = [&]() ZVXG_INLINE {
+        if (ahead < end) fetchLine(ahead);
+        ahead += kLine;
+      };
+      stream(bytes(inLine), count * dst.dist * kSize<T>, bytes(dst.transform(first)), fetchAhead);
+      while (ahead < end) fetchAhead();
+    } else if (memory.fetches) {
       const Runs<const T> from(src, next, nextCount);
       const Runs<T> to(dst, next, nextCount);
       const std::ptrdiff_t read = from.count(), written = memory.streams ? 0 : to.count();
@@ -313,6 +335,9 @@ bool outgrowsCaches(const Side<const T>& src, const Side<T>& dst, std::ptrdiff_t
 // A block shares the first-level cache with the arrays. One for short transforms takes many turns, as
 // a panel costs as much as some of these.
 //
+// Dense transforms of a batch that outgrows the caches are put in line in a second block, as
+// one run, and go to memory as whole lines, while the next ones are fetched.
+//
 // The rows of a batch that outgrows the caches are more streams than a processor follows by itself. It
 // takes runs of many lines of each, which it fetches. Its block is in the second-level cache, and goes to
 // memory as whole lines, but in place, where the lines were just read. Crowded rows of a batch in the
@@ -329,13 +354,15 @@ void runBatch(const Side<const T>& src, const Side<T>& dst, int transforms, std:
   const bool crowded =
       (src.areCrowded() || dst.areCrowded()) && bytesOf<kUnit>(src, dst, howmany) <= kNearBytes;
   const bool hasRows = src.isElementMajor() || dst.isElementMajor();
-  const Memory memory = {outgrows, outgrows && dst.isElementMajor() && src.at != dst.at};
+  const bool streams = outgrows && src.at != dst.at;
+  const Memory forRows = {outgrows, streams && dst.isElementMajor()};
+  const Memory forDense = {outgrows, streams && src.isDense() && dst.isDense()};
   if (elements <= kLarge && ((outgrows && hasRows) || crowded)) {
-    runWithBlock<kUnit, kLarge, kRun>(src, dst, transforms, howmany, memory, run);
+    runWithBlock<kUnit, kLarge, kRun>(src, dst, transforms, howmany, forRows, run);
   } else if (elements <= kFew) {
-    runWithBlock<kUnit, kFew, 512>(src, dst, transforms, howmany, {memory.fetches, false}, run);
+    runWithBlock<kUnit, kFew, 512>(src, dst, transforms, howmany, forDense, run);
   } else {
-    runWithBlock<kUnit, kMost, 128>(src, dst, transforms, howmany, {memory.fetches, false}, run);
+    runWithBlock<kUnit, kMost, 128>(src, dst, transforms, howmany, forDense, run);
   }
 }
 
