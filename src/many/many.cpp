@@ -85,10 +85,13 @@ struct Arrays {
   bool isNull() const { return howmany > 0 && (src == nullptr || dst == nullptr); }
   bool isContiguous() const { return srcStride == 1 && dstStride == 1; }
 
-  void skip(std::int64_t transforms) {
-    src += transforms * srcDist;
-    dst += transforms * dstDist;
-    howmany -= transforms;
+  // Without the first ones.
+  Arrays from(std::int64_t transforms) const {
+    Arrays left = *this;
+    left.src += transforms * srcDist;
+    left.dst += transforms * dstDist;
+    left.howmany -= transforms;
+    return left;
   }
 
   Side<const T> source(int elements, int unit = 1, bool bins = false) const {
@@ -161,16 +164,23 @@ void runRows(const Kernel<Run<T>>& kernel, const Side<const T>& src, const Side<
       });
 }
 
-// Of short contiguous transforms, whole turns; the others are left.
+// Whole turns of a kernel whose steps are `srcStep` and `dstStep`: the number of transforms that are done.
 template <class T>
-Arrays<T> runContiguous(const ContiguousRuns<T>& runs, int32_t len, const T* factor,
-                        Arrays<T> arrays) {
-  if (len > kMaxContiguous) return arrays;
-  const std::int64_t turns = arrays.howmany / kGroup<kSize<T>>;
-  runs[static_cast<std::size_t>(len - kMinLength)](arrays.src, arrays.srcDist, arrays.dst,
-                                                   arrays.dstDist, factor, turns);
-  arrays.skip(turns * kGroup<kSize<T>>);
-  return arrays;
+std::int64_t runTurns(const Kernel<Run<T>>& kernel, const T* factor, const Arrays<T>& arrays,
+                      std::ptrdiff_t srcStep, std::ptrdiff_t dstStep) {
+  if (kernel.transforms == 0) return 0;
+  const std::int64_t turns = arrays.howmany / kernel.transforms;
+  kernel.run(arrays.src, srcStep, arrays.dst, dstStep, factor, turns);
+  return turns * kernel.transforms;
+}
+
+// Of short contiguous real transforms.
+template <class T>
+std::int64_t runContiguous(const ContiguousRuns<T>& runs, int32_t len, const T* factor,
+                           const Arrays<T>& arrays) {
+  if (len > kMaxContiguous) return 0;
+  return runTurns({runs[static_cast<std::size_t>(len - kMinLength)], kGroup<kSize<T>>}, factor,
+                  arrays, arrays.srcDist, arrays.dstDist);
 }
 
 int32_t singleDft(Direction direction, const float* src, float* dst, int32_t len, int32_t flag) {
@@ -192,31 +202,32 @@ int32_t complexMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const int place = len - kMinLength;
   const bool inverse = kDirection == Direction::Inverse;
   const T* const factor = factorOf<T, kDirection>(len, flag);
-  const auto& rows = kernels.rows[inverse][place];
-  const auto& beside = kernels.beside[inverse][place];
-  // Contiguous transforms that fill registers by themselves are fastest one by one, those of scalars
-  // in rows.
-  const bool isOfScalars = rows.transforms == kernels.lanes;
-  const bool isContiguous = arrays.srcStride == 2 && arrays.dstStride == 2;
-  if (!isContiguous || isOfScalars) {
-    runRows<2>(rows, arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany, factor);
+  const auto& contiguous = kernels.contiguous[inverse][place];
+  const auto source = arrays.source(len, 2);
+  const auto destination = arrays.destination(len, 2);
+  const bool outgrows = outgrowsCaches<2>(source, destination, arrays.howmany);
+  std::int64_t done = 0;
+  if (source.isContiguous() && destination.isContiguous() && contiguous.transforms > 0) {
+    // Beyond the caches, several long ones at once are more streams than a processor follows.
+    constexpr int kMostAtOnceInMemory = 15;
+    if (contiguous.transforms == 1 || !outgrows || len <= kMostAtOnceInMemory) {
+      done = runTurns(contiguous, factor, arrays, arrays.srcDist, arrays.dstDist);
+    }
+    for (; done < arrays.howmany; ++done) {
+      singleDft(kDirection, arrays.src + done * arrays.srcDist, arrays.dst + done * arrays.dstDist,
+                len, flag);
+    }
     return zvxOk;
   }
-  // Beyond the caches, longer ones side by side are more streams than a processor follows.
-  constexpr int kMostBesideInMemory = 15;
-  const bool outgrows =
-      outgrowsCaches<2>(arrays.source(len, 2), arrays.destination(len, 2), arrays.howmany);
-  std::int64_t done = 0;
-  if (beside.transforms > 0 && arrays.howmany >= beside.transforms &&
-      !(outgrows && len > kMostBesideInMemory)) {
-    done = arrays.howmany - arrays.howmany % beside.transforms;
-    beside.run(arrays.src, arrays.srcDist, arrays.dst, arrays.dstDist, factor,
-               done / beside.transforms);
+  // Rows that the caches serve badly pass through a block.
+  if (source.isContiguous() && destination.isRows() && !outgrows && !destination.areCrowded()) {
+    done =
+        runTurns(kernels.toRows[inverse][place], factor, arrays, arrays.srcDist, arrays.dstStride);
   }
-  for (; done < arrays.howmany; ++done) {
-    singleDft(kDirection, arrays.src + done * arrays.srcDist, arrays.dst + done * arrays.dstDist,
-              len, flag);
-  }
+  if (done == arrays.howmany) return zvxOk;
+  const Arrays<T> left = arrays.from(done);
+  runRows<2>(kernels.rows[inverse][place], left.source(len, 2), left.destination(len, 2),
+             left.howmany, factor);
   return zvxOk;
 }
 
@@ -225,10 +236,12 @@ int32_t hartleyMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   const int32_t status = checkOfLength(len, arrays, flag);
   if (status != zvxOk) return status;
   const T* const factor = factorOf<T, Direction::None>(len, flag);
-  Arrays<T> left = arrays;
+  std::int64_t done = 0;
   if (arrays.isContiguous()) {
-    left = runContiguous(Machine<T>::contiguous().hartley, len, factor, arrays);
+    done = runContiguous(Machine<T>::contiguous().hartley, len, factor, arrays);
   }
+  if (done == arrays.howmany) return zvxOk;
+  const Arrays<T> left = arrays.from(done);
   runRows<1>(Machine<T>::kernels().hartley[len - kMinLength], left.source(len),
              left.destination(len), left.howmany, factor);
   return zvxOk;
@@ -297,11 +310,13 @@ int32_t toSpectrumMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   if (status != zvxOk) return status;
   const auto& kernel = Machine<T>::kernels().toSpectrum[len - kMinLength];
   const T* const factor = factorOf<T, Direction::Forward>(len, flag);
-  Arrays<T> left = arrays;
+  std::int64_t done = 0;
   if (arrays.srcStride == 1 && arrays.dstStride == kContiguousStride<kLayout>) {
-    left = runContiguous(Machine<T>::contiguous().toSpectrum[static_cast<int>(kLayout)], len,
+    done = runContiguous(Machine<T>::contiguous().toSpectrum[static_cast<int>(kLayout)], len,
                          factor, arrays);
   }
+  if (done == arrays.howmany) return zvxOk;
+  const Arrays<T> left = arrays.from(done);
   Side<T> dst = left.destination(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>);
   dst.kernelTakesBins = kernel.takesBins;
   runBatch<1>(left.source(len), dst, kernel.transforms, left.howmany,
@@ -315,11 +330,13 @@ int32_t toSamplesMany(const Arrays<T>& arrays, int32_t len, int32_t flag) {
   if (status != zvxOk) return status;
   const auto& kernel = Machine<T>::kernels().toSamples[len - kMinLength];
   const T* const factor = factorOf<T, Direction::Inverse>(len, flag);
-  Arrays<T> left = arrays;
+  std::int64_t done = 0;
   if (arrays.srcStride == kContiguousStride<kLayout> && arrays.dstStride == 1) {
-    left = runContiguous(Machine<T>::contiguous().toSamples[static_cast<int>(kLayout)], len, factor,
+    done = runContiguous(Machine<T>::contiguous().toSamples[static_cast<int>(kLayout)], len, factor,
                          arrays);
   }
+  if (done == arrays.howmany) return zvxOk;
+  const Arrays<T> left = arrays.from(done);
   Side<const T> src = left.source(spectrumSize<kLayout>(len), 1, kHasBins<kLayout>);
   src.kernelTakesBins = kernel.takesBins;
   runBatch<1>(src, left.destination(len), kernel.transforms, left.howmany,

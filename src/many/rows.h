@@ -6,11 +6,12 @@
 // nothing else. The last turn is full too: what is left of a batch goes through a block.
 // Arrays are reals, may start at any address, and a complex element is two of them.
 //
-//   rows     element i of the transforms of a turn stands side by side, one transform after the
-//            other: element i of turn t starts at src + i * srcStep + t * transforms * (reals in an
-//            element). Complex elements are interleaved, real part first, as in memory.
-//   beside   a transform is contiguous: that of number k starts at src + k * srcStep, and turn t
-//            takes t * transforms and those after it. There are those of AVX alone.
+//   rows        element i of the transforms of a turn stands side by side, one transform after the
+//               other: element i of turn t starts at src + i * srcStep + t * transforms * (reals in
+//               an element). Complex elements are interleaved, real part first, as in memory.
+//   contiguous  that of number k starts at src + k * srcStep, and turn t takes t * transforms and
+//               those after it. There are those of AVX alone.
+//   toRows      from contiguous transforms to rows; of AVX alone, too.
 //
 // Steps count reals, may be negative, and are not known to be multiples of anything. No result
 // depends on how many transforms share a turn: each has the bits of the kernel of that length in
@@ -73,7 +74,8 @@ template <class T>
 struct Kernels {
   int lanes;  // reals in a register
   Kernel<Run<T>> rows[2][kLengths];
-  Kernel<Run<T>> beside[2][kLengths];
+  Kernel<Run<T>> contiguous[2][kLengths];
+  Kernel<Run<T>> toRows[2][kLengths];
   SpectrumKernel<RunToSpectrum<T>> toSpectrum[kLengths];
   SpectrumKernel<RunToSamples<T>> toSamples[kLengths];
   Kernel<Run<T>> hartley[kLengths];

@@ -3,8 +3,8 @@
 // elements of 4, 8 or 16 bytes, whatever these are. Wider rows are made of several groups: with 512
 // bits there are two thirds of the shuffles, but each of them takes as long as two.
 //
-// The last tile of a transform ends where it ends, and so may do some elements twice; nothing beside
-// the elements is read or written. Distances, steps and offsets are in bytes.
+// The last tile of floats ends where the transform ends, and so may do some twice; nothing beside the
+// elements is read or written. Distances, steps and offsets are in bytes.
 #pragma once
 
 #include <immintrin.h>
@@ -62,6 +62,19 @@ template <int kBytes>
 using Sources = Group<kBytes, const Byte>;
 template <int kBytes>
 using Destinations = Group<kBytes, Byte>;
+
+// 64 bits of each of two transforms, from number `first` on.
+template <int kBytes>
+ZVXG_INLINE inline __m128 loadPairs(const Sources<kBytes>& src, int first, std::ptrdiff_t offset) {
+  return _mm_castsi128_ps(_mm_unpacklo_epi64(_mm_loadu_si64(src.at[first] + offset),
+                                             _mm_loadu_si64(src.at[first + 1] + offset)));
+}
+template <int kBytes>
+ZVXG_INLINE inline void storePairs(const Destinations<kBytes>& dst, int first,
+                                   std::ptrdiff_t offset, __m128 v) {
+  _mm_storeh_pi(reinterpret_cast<__m64*>(dst.at[first + 1] + offset), v);
+  _mm_storel_pi(reinterpret_cast<__m64*>(dst.at[first] + offset), v);
+}
 
 // ---- Rows ---------------------------------------------------------------------------------------
 
@@ -138,12 +151,9 @@ template <>
 struct Tile<4, 2> {
   template <class Rows>
   ZVXG_INLINE static void load(const Sources<4>& src, std::ptrdiff_t offset, const Rows& rows) {
-    const auto pairs = [&](int i) ZVXG_INLINE {
-      return _mm_castsi128_ps(_mm_unpacklo_epi64(_mm_loadu_si64(src.at[i] + offset),
-                                                 _mm_loadu_si64(src.at[i + 1] + offset)));
-    };
     const auto halves = [&](int i) ZVXG_INLINE {
-      return _mm256_insertf128_ps(_mm256_castps128_ps256(pairs(i)), pairs(i + 4), 1);
+      return _mm256_insertf128_ps(_mm256_castps128_ps256(loadPairs(src, i, offset)),
+                                  loadPairs(src, i + 4, offset), 1);
     };
     const __m256 ab = halves(0), cd = halves(2);
     rows.set(0, _mm256_shuffle_ps(ab, cd, 0x88));
@@ -154,14 +164,10 @@ struct Tile<4, 2> {
                                 std::ptrdiff_t offset) {
     const __m256 a = rows.get(0), b = rows.get(1);
     const __m256 ab = _mm256_unpacklo_ps(a, b), cd = _mm256_unpackhi_ps(a, b);
-    const auto pairs = [&](int i, __m128 v) ZVXG_INLINE {
-      _mm_storeh_pi(reinterpret_cast<__m64*>(dst.at[i + 1] + offset), v);
-      _mm_storel_pi(reinterpret_cast<__m64*>(dst.at[i] + offset), v);
-    };
-    pairs(6, _mm256_extractf128_ps(cd, 1));
-    pairs(4, _mm256_extractf128_ps(ab, 1));
-    pairs(2, _mm256_castps256_ps128(cd));
-    pairs(0, _mm256_castps256_ps128(ab));
+    storePairs(dst, 6, offset, _mm256_extractf128_ps(cd, 1));
+    storePairs(dst, 4, offset, _mm256_extractf128_ps(ab, 1));
+    storePairs(dst, 2, offset, _mm256_castps256_ps128(cd));
+    storePairs(dst, 0, offset, _mm256_castps256_ps128(ab));
   }
 };
 
@@ -180,6 +186,22 @@ struct Tile<8, 2> {
     const __m256 a = rows.get(0), b = rows.get(1);
     storeHalves(dst.at[1] + offset, dst.at[3] + offset, highPairs(a, b));
     storeHalves(dst.at[0] + offset, dst.at[2] + offset, lowPairs(a, b));
+  }
+};
+
+// For the last element of an odd number.
+template <>
+struct Tile<8, 1> {
+  template <class Rows>
+  ZVXG_INLINE static void load(const Sources<8>& src, std::ptrdiff_t offset, const Rows& rows) {
+    rows.set(0, _mm256_insertf128_ps(_mm256_castps128_ps256(loadPairs(src, 0, offset)),
+                                     loadPairs(src, 2, offset), 1));
+  }
+  template <class Rows>
+  ZVXG_INLINE static void store(const Rows& rows, const Destinations<8>& dst,
+                                std::ptrdiff_t offset) {
+    storePairs(dst, 2, offset, _mm256_extractf128_ps(rows.get(0), 1));
+    storePairs(dst, 0, offset, _mm256_castps256_ps128(rows.get(0)));
   }
 };
 
@@ -252,7 +274,7 @@ struct Tile<16, 2> : WideTile<16, 2> {
 // ---- Contiguous transforms ----------------------------------------------------------------------
 
 template <int kBytes>
-inline constexpr int kNarrowest = kBytes == 4 ? 2 : 16 / kBytes;
+inline constexpr int kNarrowest = kBytes == 4 ? 2 : 1;
 
 // body(tile, first) with the tiles that cover the elements from `first` to `last`: as wide as kWidth,
 // and narrower ones for what is left of these.

@@ -238,8 +238,12 @@ class Rows {
     });
   }
 
+  // From the transforms of a turn to those of the next.
+  ZVXG_INLINE static std::ptrdiff_t turn(std::ptrdiff_t) { return kLanes<V>; }
+
   ZVXG_INLINE Vector load(int row) const { return loadVector<Vector>(at(row)); }
   ZVXG_INLINE void store(int row, Vector v) const { storeVector(at(row), v); }
+  ZVXG_INLINE void write() const {}  // nothing waits
 
   ZVXG_INLINE Number* at(int row) const {
     return reinterpret_cast<Number*>(eighths_[row / 8] + steps(row % 8));
@@ -314,6 +318,7 @@ class PartRows {
   template <class T>
   ZVXG_INLINE PartRows(T* first, std::ptrdiff_t step, Order order = {})
       : rows_(first, step), order_(order) {}
+  ZVXG_INLINE static std::ptrdiff_t turn(std::ptrdiff_t) { return 2 * kLanes<V>; }
 
   ZVXG_INLINE Vector loadRe(int row) const { return shuffled<0, 2, 4, 6>(low(row), high(row)); }
   ZVXG_INLINE Vector loadIm(int row) const { return shuffled<1, 3, 5, 7>(low(row), high(row)); }
@@ -321,6 +326,7 @@ class PartRows {
     storeVector(rows_.at(row), order_.of(shuffled<0, 4, 1, 5>(re, im)));
     storeVector(rows_.at(row) + kLanes<V>, order_.of(shuffled<2, 6, 3, 7>(re, im)));
   }
+  ZVXG_INLINE void write() const {}
 
  private:
   ZVXG_INLINE Vector low(int row) const { return order_.of(loadVector<Vector>(rows_.at(row))); }

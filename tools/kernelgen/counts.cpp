@@ -63,7 +63,7 @@ Counts counts(const Kernel& kernel) {
 
 std::string ledgerHead() {
   return "symbol,row,width,bodies,adds,products,stated,scales,shuffles,logic,converts,loads,stores,"
-         "bound,rows,rowsOperations,rowsBound,besideOperations,besideBound";
+         "bound,rows,rowsOperations,rowsBound,contiguousOperations,contiguousBound";
 }
 
 std::string ledgerLine(const Kernel& kernel) {
@@ -83,7 +83,7 @@ std::string ledgerLine(const Kernel& kernel) {
     return std::string(fields);
   };
   const ManyCounts rows = rowCounts(kernel.id);
-  return text + ("," + rows.reading) + ofMany(rows) + ofMany(besideCounts(kernel.id));
+  return text + ("," + rows.reading) + ofMany(rows) + ofMany(contiguousCounts(kernel.id));
 }
 
 }  // namespace kernelgen

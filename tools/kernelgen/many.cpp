@@ -19,7 +19,7 @@ constexpr Pace kPace = {.live = 8, .issue = 4};
 
 constexpr const char* kFile = R"(// Made by kernelgen from its tables; changes belong there.
 #include "many/rows.h"
-#include "many/vectors.h"
+#include "many/tiles.h"
 
 namespace zvxg::many::ZVXG_MACHINE {
 $text
@@ -36,11 +36,13 @@ $hide$turn$statements$advance  }
 }  // namespace
 )";
 
-constexpr const char* kFunction = R"(
+constexpr const char* kConstants = R"(
 namespace {
 $tables}
-$result $name($parameters) {
-  $body$layout($arguments$parts$tableArguments);
+)";
+
+constexpr const char* kFunction = R"($result $name($parameters) {
+  $body$places($arguments$parts$tableArguments);
 }
 )";
 
@@ -48,8 +50,9 @@ constexpr const char* kTable = R"(constexpr auto $name_$table = repeated<$vector
 $rows  });
 )";
 
-// Side by side, registers of 512 bits are joined from four places and stored to as many. Short kernels
-// take up to twice the time of those of AVX, long ones as much (Zen 4): those of AVX serve every machine.
+// Contiguous transforms: registers of 512 bits are joined from four places and stored to as many. Short
+// kernels take up to twice the time of those of AVX, long ones as much (Zen 4): those of AVX serve every
+// machine.
 constexpr const char* kIfAvx = R"(
 #if ZVXG_VECTOR_BYTES == 32
 $text#endif
@@ -94,7 +97,8 @@ constexpr const char* kKernels = R"(
 constinit const Kernels<$real> $name = {
     ZVXG_VECTOR_BYTES / sizeof($real),
     {$forwardRows, $inverseRows},
-    {$forwardBeside, $inverseBeside},
+    {$forwardContiguous, $inverseContiguous},
+    {$forwardToRows, $inverseToRows},
     $toSpectrum,
     $toSamples,
     $hartley,
@@ -106,63 +110,39 @@ struct Frame {
   const char *parameters, *arguments, *start, *turn, *advance;
 };
 
-constexpr Frame kRows = {
-    "const $real* src, std::ptrdiff_t srcStep, $real* dst, std::ptrdiff_t dstStep, "
-    "const $real* factor, std::ptrdiff_t turns",
-    "src, srcStep, dst, dstStep, factor, turns", "",
-    R"(    const Rows<const $vector, $length> x(src, srcStep);
-    const Rows<$vector, $length> y(dst, dstStep);
-)",
-    R"(    src += kLanes<$vector>;
-    dst += kLanes<$vector>;
-)"};
+constexpr const char
+    *kParameters =
+        "const $real* src, std::ptrdiff_t srcStep, $real* dst, std::ptrdiff_t dstStep, "
+        "const $real* factor, std::ptrdiff_t turns",
+    *kArguments = "src, srcStep, dst, dstStep, factor, turns";
 
-constexpr Frame kPartRows = {kRows.parameters, kRows.arguments, "",
-                             R"(    const PartRows<const $vector, $length> x(src, srcStep);
-    const PartRows<$vector, $length> y(dst, dstStep);
+// Of one text for several ways: the accesses are parameters of the template.
+constexpr Frame kOfPlaces = {kParameters, kArguments, "",
+                             R"(    const Source x(src, srcStep);
+    Destination y(dst, dstStep);
 )",
-                             R"(    src += 2 * kLanes<$vector>;
-    dst += 2 * kLanes<$vector>;
+                             R"(    y.write();
+    src += Source::turn(srcStep);
+    dst += Destination::turn(dstStep);
 )"};
 
 // Of a kernel that exchanges parts.
 constexpr Frame kOrderedPartRows = {
-    kPartRows.parameters, kPartRows.arguments, "  const PartOrder<$vector> order(parts);\n",
+    kParameters, kArguments, "  const PartOrder<$vector> order(parts);\n",
     R"(    const PartRows<const $vector, $length, PartOrder<$vector>> x(src, srcStep, order);
     const PartRows<$vector, $length, PartOrder<$vector>> y(dst, dstStep, order);
 )",
-    kPartRows.advance};
+    R"(    src += 2 * kLanes<$vector>;
+    dst += 2 * kLanes<$vector>;
+)"};
 
-constexpr Frame kBeside = {kRows.parameters, kRows.arguments, "",
+constexpr Frame kBeside = {kParameters, kArguments, "",
                            R"(    const Beside<const $vector, $group> x(src, srcStep);
     const Beside<$vector, $group> y(dst, dstStep);
 )",
                            R"(    src += x.kTransforms * srcStep;
     dst += y.kTransforms * dstStep;
 )"};
-
-// Contiguous transforms, `srcStep` and `dstStep` apart, which registers hold at once.
-constexpr Frame kContiguous = {kRows.parameters, kRows.arguments, "",
-                               R"(    const Tiles<$vector, $length> x(src, srcStep);
-    Tiles<$vector, $length> y;
-)",
-                               R"(    y.write(dst, dstStep);
-    src += kLanes<$vector> * srcStep;
-    dst += kLanes<$vector> * dstStep;
-)"};
-
-constexpr Frame kContiguousToSpectrum = {kRows.parameters, kRows.arguments, "",
-                                         R"(    const Tiles<$vector, $length> x(src, srcStep);
-    SpectrumTiles<$vector, $length, kLayout> y;
-)",
-                                         kContiguous.advance};
-
-constexpr Frame kContiguousToSamples = {
-    kRows.parameters, kRows.arguments, "",
-    R"(    const SpectrumTiles<$vector, $length, kLayout> x(src, srcStep);
-    Tiles<$vector, $length> y;
-)",
-    kContiguous.advance};
 
 constexpr Frame kToSpectrum = {
     "const $real* src, std::ptrdiff_t srcStep, const SpectrumRows<$real>& dst, "
@@ -187,38 +167,49 @@ constexpr Frame kToSamples = {
 )"};
 
 const Frame& frameOf(const ManyKernel& kernel) {
-  if (kernel.reading == Reading::Contiguous) {
-    if (kernel.id.family == Family::Hartley) return kContiguous;
-    return kernel.id.direction == Direction::Forward ? kContiguousToSpectrum : kContiguousToSamples;
+  if (kernel.reading == Reading::Beside) return kBeside;
+  if (kernel.exchangesParts()) return kOrderedPartRows;
+  if (kernel.id.family == Family::Real && kernel.reading == Reading::Scalars) {
+    return kernel.id.direction == Direction::Forward ? kToSpectrum : kToSamples;
   }
-  switch (kernel.id.family) {
-    case Family::Complex:
-      switch (kernel.reading) {
-        case Reading::Elements: return kRows;
-        case Reading::Scalars: return kernel.exchangesParts() ? kOrderedPartRows : kPartRows;
-        case Reading::Beside: return kBeside;
-        case Reading::Contiguous: break;
-      }
-      break;
-    case Family::Real: return kernel.id.direction == Direction::Forward ? kToSpectrum : kToSamples;
-    case Family::Hartley: return kRows;
-  }
-  throw std::logic_error("no frame for " + kernel.id.symbol());
+  return kOfPlaces;
 }
 
-std::string nameOf(const KernelId& id, Reading reading) {
+std::string nameOf(const KernelId& id, Way way) {
   const std::string symbol = id.symbol();
   const std::string end = std::to_string(id.length) + symbol.substr(symbol.rfind('_'));
   const bool forward = id.direction == Direction::Forward;
-  if (reading == Reading::Contiguous) return "contiguous" + nameOf(id, Reading::Scalars);
-  switch (id.family) {
-    case Family::Complex:
-      return (forward ? "forward" : "inverse") +
-             std::string(reading == Reading::Beside ? "Beside" : "Rows") + end;
-    case Family::Real: return (forward ? "toSpectrum" : "toSamples") + end;
-    case Family::Hartley: return "hartley" + end;
+  if (id.family == Family::Complex) {
+    const std::string where = way == Way::Rows         ? "Rows"
+                              : way == Way::Contiguous ? "Contiguous"
+                                                       : "ToRows";
+    return (forward ? "forward" : "inverse") + where + end;
   }
-  throw std::logic_error("no name for " + symbol);
+  if (way == Way::Contiguous) return "contiguous" + nameOf(id, Way::Rows);
+  return (id.family == Family::Hartley ? "hartley" : forward ? "toSpectrum" : "toSamples") + end;
+}
+
+// The accesses of a kernel of kOfPlaces as arguments of its template.
+std::string placesOf(const ManyKernel& kernel, Way way) {
+  const KernelId& id = kernel.id;
+  const std::string length = std::to_string(id.length);
+  const auto tiles = [&](const std::string& vector, bool ofSpectrum) {
+    const std::string arguments = "<" + vector + ", " + length;
+    if (ofSpectrum) return "SpectrumTiles" + arguments + ", kLayout>";
+    if (kernel.hasParts()) return "PartTiles" + arguments + ">";
+    if (kernel.reading != Reading::Elements) return "Tiles" + arguments + ">";
+    return id.precision == Precision::Single ? "Tiles" + arguments + ", 2>"
+                                             : "Halves" + arguments + ">";
+  };
+  const auto rows = [&](const std::string& vector) {
+    return (kernel.hasParts() ? "PartRows<" : "Rows<") + vector + ", " + length + ">";
+  };
+  const bool isReal = id.family == Family::Real, forward = id.direction == Direction::Forward;
+  const std::string source =
+      way == Way::Rows ? rows("const $vector") : tiles("const $vector", isReal && !forward);
+  const std::string destination =
+      way == Way::Contiguous ? tiles("$vector", isReal && forward) : rows("$vector");
+  return "<" + source + ", " + destination + ">";
 }
 
 // ---- Text
@@ -246,13 +237,9 @@ struct Text {
   std::string statements;
 };
 
-bool isOfParts(const KernelId& id, Reading reading) {
-  return id.family == Family::Complex && reading == Reading::Scalars;
-}
-
-std::unique_ptr<Access> accessOf(const KernelId& id, Reading reading) {
-  if (reading == Reading::Beside) return std::make_unique<BesideAccess>();
-  if (isOfParts(id, reading)) return std::make_unique<PartAccess>();
+std::unique_ptr<Access> accessOf(const ManyKernel& kernel) {
+  if (kernel.reading == Reading::Beside) return std::make_unique<BesideAccess>();
+  if (kernel.hasParts()) return std::make_unique<PartAccess>();
   return std::make_unique<RowAccess>();
 }
 
@@ -268,7 +255,7 @@ Text textOf(const KernelId& id, Reading reading) {
   design.pace = kPace;
   design.isLong = false;
   text.statements = statements(graph, design, Wide(text.widths, text.singles, text.doubles),
-                               *accessOf(id, reading));
+                               *accessOf({id, reading}));
   return text;
 }
 
@@ -279,9 +266,10 @@ ManyCounts countsOf(const KernelId& id, Reading reading) {
   const Wide machine(widths, constants, constants);
   const int registers = kAvxBytes / groupBytesOf(id, reading);
   const int transforms = widths == Widths::HalfOfSingles ? registers / 2 : registers;
-  Counts c = counts(graph, machine, *accessOf(id, reading));
-  if (isOfParts(id, reading)) {
-    const bool ordersToo = ManyKernel{id, reading}.exchangesParts();
+  const ManyKernel kernel{id, reading};
+  Counts c = counts(graph, machine, *accessOf(kernel));
+  if (kernel.hasParts()) {
+    const bool ordersToo = kernel.exchangesParts();
     c.shuffles += (ordersToo ? 2 : 1) * (c.loads + c.stores);
   }
   if (reading == Reading::Beside) {
@@ -301,49 +289,57 @@ class Printer {
     values_ = {{"real", id.precision == Precision::Single ? "float" : "double"},
                {"length", std::to_string(id.length)},
                {"group", std::to_string(group_)},
-               {"body", nameOf(id, kernel.reading) + "Body"},
+               {"body", nameOf(id, kernel.ways().front()) + "Body"},
                // What has one caller may as well be its text.
                {"inlining", kernel.isShared() ? "[[gnu::noinline]]" : "ZVXG_INLINE inline"},
                {"partsParameter", kernel.exchangesParts() ? ", Parts parts" : ""},
-               {"template", kernel.hasLayouts() ? "template <Layout kLayout>\n" : ""},
+               {"template", hasPlaces() ? "template <class Source, class Destination>\n" : ""},
                {"result", kernel.hasLayouts() ? "template <Layout kLayout>\nvoid" : "void"},
-               {"layout", kernel.hasLayouts() ? "<kLayout>" : ""},
                {"reading", printed(kernel.reading)}};
   }
 
   std::string print() {
-    const KernelId& id = kernel_.id;
-    const Text text = textOf(id, kernel_.reading);
-    std::string s = body(text) + function(id, text);
+    const Text text = textOf(kernel_.id, kernel_.reading);
+    std::string ofMachine = body(text), ofAvx;
+    const auto add = [&](const KernelId& id, const Text& ofId) {
+      const std::string constants = forTables(ofId, kTable, constantsOf(id));
+      if (!constants.empty()) ofMachine += filled(kConstants, {{"tables", constants}});
+      for (const Way way : kernel_.ways()) {
+        (way == Way::Rows ? ofMachine : ofAvx) += "\n" + function(id, ofId, way);
+      }
+    };
+    add(kernel_.id, text);
     if (kernel_.exchangesParts()) {
-      checkedGraph(inverseOf(id), kernel_.reading);
-      s += function(inverseOf(id), text);
+      checkedGraph(inverseOf(kernel_.id), kernel_.reading);
+      add(inverseOf(kernel_.id), text);
     }
     if (kernel_.sharesConstants()) {
-      const Text inverse = textOf(inverseOf(id), kernel_.reading);
+      const Text inverse = textOf(inverseOf(kernel_.id), kernel_.reading);
       if (inverse.statements != text.statements) {
-        throw std::logic_error(id.symbol() + " has other statements than its inverse");
+        throw std::logic_error(kernel_.id.symbol() + " has other statements than its inverse");
       }
-      s += function(inverseOf(id), inverse);
+      add(inverseOf(kernel_.id), inverse);
     }
-    return isOfAvx() ? filled(kIfAvx, {{"text", s}}) : s;
+    if (ofAvx.empty()) return ofMachine;
+    const bool hasRows = kernel_.ways().front() == Way::Rows;
+    return hasRows ? ofMachine + filled(kIfAvx, {{"text", ofAvx}})
+                   : filled(kIfAvx, {{"text", ofMachine + ofAvx}});
   }
 
-  std::string declaration(const KernelId& id) const {
-    return "void " + nameOf(id, kernel_.reading) + "(" + with(frame_.parameters) + ");\n";
+  std::string declaration(const KernelId& id, Way way) const {
+    return "void " + nameOf(id, way) + "(" + with(frame_.parameters) + ");\n";
   }
 
   // "{name, transforms}," or, of a half spectrum, "{{name, transforms}, takesBins},"
-  std::string entry(const KernelId& id) const {
-    if (isOfAvx()) return entryOfAvx(id);
+  std::string entry(const KernelId& id, Way way) const {
+    if (way != Way::Rows) return entryOfAvx(id, way);
     const std::string transforms = "ZVXG_VECTOR_BYTES / " + std::to_string(groupBytes());
-    return entry(id, nameOf(id, kernel_.reading), transforms, "ZVXG_VECTOR_BYTES > 32");
+    return entry(id, nameOf(id, way), transforms, "ZVXG_VECTOR_BYTES > 32");
   }
 
   // The same where it is that of AVX for every machine.
-  std::string entryOfAvx(const KernelId& id) const {
-    return entry(id, "avx::" + nameOf(id, kernel_.reading),
-                 std::to_string(kAvxBytes / groupBytes()), "false");
+  std::string entryOfAvx(const KernelId& id, Way way) const {
+    return entry(id, "avx::" + nameOf(id, way), std::to_string(kAvxBytes / groupBytes()), "false");
   }
 
  private:
@@ -354,7 +350,9 @@ class Printer {
     return "    " + (isSpectrum ? "{" + listed({kernel, takesBins}) + "}" : kernel) + ",\n";
   }
 
-  bool isOfAvx() const { return kernel_.reading == Reading::Beside; }
+  bool hasPlaces() const { return &frame_ == &kOfPlaces; }
+
+  std::string constantsOf(const KernelId& id) const { return nameOf(id, kernel_.ways().front()); }
 
   int groupBytes() const { return groupBytesOf(kernel_.id, kernel_.reading); }
 
@@ -379,10 +377,13 @@ class Printer {
     return s;
   }
 
+  std::string vectorOf(const Text& text) const {
+    if (kernel_.id.precision == Precision::Double) return "Doubles";
+    return text.widths == Widths::HalfOfSingles ? "HalfSingles" : "Singles";
+  }
+
   std::string body(const Text& text) const {
-    const bool single = kernel_.id.precision == Precision::Single;
-    const bool isHalf = text.widths == Widths::HalfOfSingles;
-    const std::string vector = isHalf ? "HalfSingles" : single ? "Singles" : "Doubles";
+    const std::string vector = vectorOf(text);
     std::string start = "  const auto scale = all<" + vector + ">(*factor);\n";
     if (text.widths != Widths::OneRegister) {
       start += "  [[maybe_unused]] const auto scaleInDouble = all<Doubles>(*factor);\n";
@@ -393,21 +394,22 @@ class Printer {
                  {"tableParameters", forTables(text, ", Table<$vectors, $group> $table")},
                  {"names", forTables(text, "  enum { $names };\n")},
                  {"start", start + with(frame_.start, {{"vector", vector}})},
-                 {"loops", isHalf ? "2" : "1"},
+                 {"loops", text.widths == Widths::HalfOfSingles ? "2" : "1"},
                  {"hide", forTables(text, "    $table.hide();\n")},
                  {"turn", with(frame_.turn, {{"vector", vector}})},
                  {"statements", text.statements},
                  {"advance", with(frame_.advance, {{"vector", vector}})}});
   }
 
-  std::string function(const KernelId& id, const Text& text) const {
-    const std::string name = nameOf(id, kernel_.reading);
-    return with(kFunction, {{"name", name},
-                            {"parameters", with(frame_.parameters)},
-                            {"tables", forTables(text, kTable, name)},
-                            {"arguments", frame_.arguments},
-                            {"parts", partsArgument(id)},
-                            {"tableArguments", forTables(text, ", $name_$table.table()", name)}});
+  std::string function(const KernelId& id, const Text& text, Way way) const {
+    const std::string places = hasPlaces() ? placesOf(kernel_, way) : "";
+    return with(kFunction,
+                {{"name", nameOf(id, way)},
+                 {"parameters", with(frame_.parameters)},
+                 {"places", filled(places, {{"vector", vectorOf(text)}})},
+                 {"arguments", frame_.arguments},
+                 {"parts", partsArgument(id)},
+                 {"tableArguments", forTables(text, ", $name_$table.table()", constantsOf(id))}});
   }
 
   const char* partsArgument(const KernelId& id) const {
@@ -439,34 +441,42 @@ std::string emitManyTables(int longest) {
     const bool isOwn = kernel.id.length <= longest;
     const Printer printer(kernel);
     const auto enter = [&](const KernelId& id) {
-      declarations += printer.declaration(id);
-      entries[nameOf(id, kernel.reading)] = isOwn ? printer.entry(id) : printer.entryOfAvx(id);
+      for (const Way way : kernel.ways()) {
+        declarations += printer.declaration(id, way);
+        entries[nameOf(id, way)] = isOwn ? printer.entry(id, way) : printer.entryOfAvx(id, way);
+      }
     };
     enter(kernel.id);
     if (kernel.isShared()) enter(inverseOf(kernel.id));
   }
   for (const Precision p : {Precision::Single, Precision::Double}) {
-    const auto table = [&](Family family, Direction d, Layout layout, bool isBeside) {
+    const auto table = [&](Family family, Direction d, Layout layout, Way way) {
       std::string s;
       for (int n = kMinLength; n <= kMaxLength; ++n) {
         const KernelId id{family, d, n, p, layout};
-        const auto entry = entries.find(nameOf(id, isBeside ? Reading::Beside : readingOf(id)));
+        const auto entry = entries.find(nameOf(id, way));
         s += entry == entries.end() ? "    {},\n" : entry->second;
       }
       return "{\n" + s + "}";
     };
+    const auto complex = [&](Direction d, Way way) {
+      return table(Family::Complex, d, Layout::None, way);
+    };
+    const auto real = [&](Direction d) { return table(Family::Real, d, Layout::Pack, Way::Rows); };
     const bool single = p == Precision::Single;
     constexpr Direction kForward = Direction::Forward, kInverse = Direction::Inverse;
     tables +=
         filled(kKernels, {{"real", single ? "float" : "double"},
                           {"name", single ? "kSingle" : "kDouble"},
-                          {"forwardRows", table(Family::Complex, kForward, Layout::None, false)},
-                          {"inverseRows", table(Family::Complex, kInverse, Layout::None, false)},
-                          {"forwardBeside", table(Family::Complex, kForward, Layout::None, true)},
-                          {"inverseBeside", table(Family::Complex, kInverse, Layout::None, true)},
-                          {"toSpectrum", table(Family::Real, kForward, Layout::Pack, false)},
-                          {"toSamples", table(Family::Real, kInverse, Layout::Pack, false)},
-                          {"hartley", table(Family::Hartley, kForward, Layout::None, false)}});
+                          {"forwardRows", complex(kForward, Way::Rows)},
+                          {"inverseRows", complex(kInverse, Way::Rows)},
+                          {"forwardContiguous", complex(kForward, Way::Contiguous)},
+                          {"inverseContiguous", complex(kInverse, Way::Contiguous)},
+                          {"forwardToRows", complex(kForward, Way::ToRows)},
+                          {"inverseToRows", complex(kInverse, Way::ToRows)},
+                          {"toSpectrum", real(kForward)},
+                          {"toSamples", real(kInverse)},
+                          {"hartley", table(Family::Hartley, kForward, Layout::None, Way::Rows)}});
   }
   return filled(kTables, {{"declarations", declarations}, {"tables", tables}});
 }
@@ -484,7 +494,7 @@ std::string emitContiguous(int longest, Precision p) {
       const KernelId id{family, d, n, p, family == Family::Real ? Layout::Pack : Layout::None};
       // Without a bin of half the length, Perm is Pack.
       const bool isPack = n % 2 != 0 && layout == kPerm;
-      names.push_back(nameOf(id, Reading::Contiguous) + (isPack ? kPack : layout));
+      names.push_back(nameOf(id, Way::Contiguous) + (isPack ? kPack : layout));
     }
     return "{" + listed(names) + "}";
   };
@@ -504,9 +514,16 @@ std::string emitContiguous(int longest, Precision p) {
 
 ManyCounts rowCounts(const KernelId& id) { return countsOf(id, readingOf(id)); }
 
-std::optional<ManyCounts> besideCounts(const KernelId& id) {
-  if (!goesBeside(id)) return {};
-  return countsOf(id, Reading::Beside);
+std::optional<ManyCounts> contiguousCounts(const KernelId& id) {
+  if (goesBeside(id)) return countsOf(id, Reading::Beside);
+  if (!isTransposed(id, Way::Contiguous)) return {};
+  ManyCounts c = rowCounts(id);
+  // Halves of registers are joined, and those of floats have their elements exchanged, too.
+  const int perRegister = id.precision == Precision::Single ? 2 : 1;
+  c.ofTurn.shuffles += perRegister * (c.ofTurn.loads + c.ofTurn.stores);
+  c.ofTurn.loads *= 2;
+  c.ofTurn.bound = boundOfVectors(c.ofTurn);
+  return c;
 }
 
 }  // namespace kernelgen

@@ -8,6 +8,8 @@
 //              in different registers
 //   beside     a register holds what it does in the graph, once for each of several transforms
 //   contiguous scalars of real transforms that are transposed as they are loaded and stored
+//
+// Short kernels of elements transpose, too, where transforms are contiguous.
 #pragma once
 
 #include <optional>
@@ -24,9 +26,9 @@ struct ManyCounts {
   int transforms;
 };
 
-// Of the kernel on rows, and of the one on contiguous transforms where there is any.
+// Of the kernel on rows, and of the one on contiguous complex transforms where there is any.
 ManyCounts rowCounts(const KernelId& id);
-std::optional<ManyCounts> besideCounts(const KernelId& id);
+std::optional<ManyCounts> contiguousCounts(const KernelId& id);
 
 // A file of every parts-th kernel of these lengths.
 std::string emitMany(int first, int last, int part, int parts);

@@ -15,6 +15,8 @@ bool standsForLayouts(const KernelId& id) {
   return id.layout != Layout::Ccs && id.layout != Layout::Perm;
 }
 
+constexpr int kMostTransposed = 16;
+
 // Shorter complex ones of scalars are so short that exchanging parts would take a tenth of their time.
 bool isChirp(const KernelId& id) {
   return id.family == Family::Complex && designOf(id).recipe.step() == Step::Chirp;
@@ -69,6 +71,22 @@ Graph withWholeLoads(const Graph& g, int length) {
 
 bool ManyKernel::exchangesParts() const { return reading == Reading::Scalars && isChirp(id); }
 
+std::vector<Way> ManyKernel::ways() const {
+  switch (reading) {
+    case Reading::Elements:
+    case Reading::Scalars: {
+      std::vector<Way> ways = {Way::Rows};
+      for (const Way way : {Way::Contiguous, Way::ToRows}) {
+        if (isTransposed(id, way)) ways.push_back(way);
+      }
+      return ways;
+    }
+    case Reading::Beside:
+    case Reading::Contiguous: return {Way::Contiguous};
+  }
+  throw std::logic_error("no way of a reading");
+}
+
 KernelId inverseOf(KernelId id) {
   id.direction = Direction::Inverse;
   return id;
@@ -79,8 +97,15 @@ Reading readingOf(const KernelId& id) {
   return isScalar || isChirp(id) ? Reading::Scalars : Reading::Elements;
 }
 
+bool isTransposed(const KernelId& id, Way way) {
+  if (readingOf(id) != Reading::Elements) return false;
+  const bool isShort = id.length <= kMostTransposed, fills = designOf(id).width == 256;
+  if (way == Way::ToRows) return isShort || (id.precision == Precision::Double && fills);
+  return way == Way::Contiguous && !fills && (isShort || id.precision == Precision::Double);
+}
+
 bool goesBeside(const KernelId& id) {
-  return readingOf(id) == Reading::Elements && groupBytesOf(id, Reading::Beside) < kAvxBytes;
+  return readingOf(id) == Reading::Elements && !isTransposed(id, Way::Contiguous);
 }
 
 std::vector<ManyKernel> manyKernels() {

@@ -16,6 +16,13 @@ enum class Reading {
   Contiguous
 };
 
+// Where a kernel finds its transforms, and where it leaves them.
+enum class Way {
+  Rows,
+  Contiguous,
+  ToRows  // from contiguous ones
+};
+
 struct ManyKernel {
   // Of both directions the forward one, where they share a body.
   KernelId id;
@@ -30,6 +37,9 @@ struct ManyKernel {
   bool exchangesParts() const;
   // Of spectra, what is contiguous has another text for each layout.
   bool hasLayouts() const { return reading == Reading::Contiguous && id.family == Family::Real; }
+  // Real and imaginary parts in registers of their own.
+  bool hasParts() const { return id.family == Family::Complex && reading == Reading::Scalars; }
+  std::vector<Way> ways() const;
 };
 
 KernelId inverseOf(KernelId id);
@@ -37,8 +47,10 @@ KernelId inverseOf(KernelId id);
 // How the kernel of a length reads its graph.
 Reading readingOf(const KernelId& id);
 
-// Whether there is a kernel for contiguous transforms side by side. Registers of a graph that are as
-// wide as those of AVX have no place for others beside them.
+// Whether the kernel on rows of elements has this way too, by a transposition in registers.
+bool isTransposed(const KernelId& id, Way way);
+
+// Whether there is a kernel for contiguous transforms side by side.
 bool goesBeside(const KernelId& id);
 
 // On rows, and side by side.
