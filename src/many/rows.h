@@ -9,7 +9,7 @@
 //   rows        element i of the transforms of a turn stands side by side, one transform after the
 //               other: element i of turn t starts at src + i * srcStep + t * transforms * (reals in
 //               an element). Complex elements are interleaved, real part first, as in memory.
-//   contiguous  that of number k starts at src + k * srcStep, and turn t takes t * transforms and
+//   contiguous  transform k starts at src + k * srcStep, and turn t takes transform t * transforms and
 //               those after it. There are those of AVX alone.
 //   toRows      from contiguous transforms to rows; of AVX alone, too.
 //
